@@ -1,0 +1,83 @@
+#pragma once
+// The application context: owns the track table, the windows' controls, the
+// settings, each subsystem's state and the ports. No mutable globals: a test
+// builds a fresh context over a temporary program folder.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/dialogs.h"
+#include "core/event_loop.h"
+#include "core/settings.h"
+#include "core/shell.h"
+#include "core/track_table.h"
+#include "desktop/forms.h"
+#include "playback/media_engine.h"
+
+namespace velmora {
+
+// The ports the model reaches the world through. The engines have fixed jobs.
+struct Ports {
+    EventLoop& loop;
+    Dialogs& dialogs;
+    Shell& shell;
+    MediaEngine& player;  // WindowsMediaPlayer1 of Form1: plays audio
+    MediaEngine& reader;  // WindowsMediaPlayer2 of Form1: never plays, reads files
+    MediaEngine& video;   // WindowsMediaPlayer1 of Form2
+    MediaEngine& second;  // WindowsMediaPlayer1 of Form4
+};
+
+// What start-up and the running loop share across subsystems.
+struct CoreState {
+    std::string App_Path;        // always ends in '/'
+    std::string Version_String;  // "5.0"
+    std::string Executable_Name = "velmora";
+    std::array<std::string, 128> Genre_List;
+    std::array<std::string, 32> Media_Extensions;
+    std::vector<std::string> Search_Addresses;  // the three entries of Combo3
+
+    // Guards of the one re-entrant thread.
+    bool Suppress_Events = false;
+    bool Busy_Working = false;
+    bool Filtering = false;
+    int Esc_Key = 0;
+
+    int64_t Splash_Started = 0;  // tick when the start screen was shown
+    int32_t Last_Save = 0;       // seconds since midnight of the last automatic save
+    bool Labels_Dirty = false;   // the rating labels must be redrawn
+    bool Ended = false;          // Form_QueryUnload has run
+};
+
+// The filter rows, one cached fixed-width text per Track.
+struct CatalogueState {
+    std::vector<std::string> Filter_Text{std::string()};
+};
+
+// The timed events' trigger values.
+struct TimedState {};
+
+struct AppContext {
+    explicit AppContext(Ports p) : ports(p) {}
+    AppContext(const AppContext&) = delete;
+    AppContext& operator=(const AppContext&) = delete;
+
+    Ports ports;
+    CoreState core;
+    Settings settings;
+    TrackTable table;
+    CatalogueState catalogue;
+
+    Form1 form1;
+    Form2 form2;
+    Form3 form3;
+    Form4 form4;
+    Form5 form5;
+    FrmSplash splash;
+
+    // Where the program's folder is, before start-up derives App_Path from it.
+    std::string program_folder;
+};
+
+}  // namespace velmora

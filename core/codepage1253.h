@@ -1,0 +1,26 @@
+#pragma once
+// Texts live in memory as UTF-8; the collection and settings files hold them
+// in code page 1253 (Greek). Case-insensitive comparisons fold the Latin and
+// Greek letters of that code page.
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+
+// nullopt when some character has no place in code page 1253 (or the text is
+// not valid UTF-8).
+std::optional<std::string> Utf8ToCp1253(std::string_view utf8);
+// Every byte maps to something; the few unassigned bytes become U+FFFD.
+std::string Cp1253ToUtf8(std::string_view bytes);
+bool FitsCp1253(std::string_view utf8);
+
+// Lower-cases the capitals of code page 1253, Latin and Greek with their
+// accented forms (Ά -> ά); other characters stay as they are. The folded
+// text has the same length in bytes as the original.
+std::string FoldCase(std::string_view utf8);
+bool EqualsNoCase(std::string_view a, std::string_view b);
+bool StartsWithNoCase(std::string_view text, std::string_view prefix);
+
+}  // namespace velmora

@@ -1,0 +1,171 @@
+#include "core/controls.h"
+
+#include <algorithm>
+
+#include "core/codepage1253.h"
+
+namespace velmora {
+
+namespace {
+const std::string kEmpty;
+}
+
+const std::string& ListBox::List(int index) const {
+    if (index < 0 || index >= ListCount()) return kEmpty;
+    return m_items[index];
+}
+
+void ListBox::SetList(int index, std::string text) {
+    if (index < 0 || index >= ListCount()) return;
+    m_items[index] = std::move(text);
+    m_index_valid = false;
+    Touch();
+}
+
+int ListBox::SortedPosition(const std::string& text) const {
+    const std::string key = FoldCase(text);
+    auto it = std::upper_bound(m_items.begin(), m_items.end(), key,
+                               [](const std::string& k, const std::string& item) {
+                                   return k < FoldCase(item);
+                               });
+    return static_cast<int>(it - m_items.begin());
+}
+
+int ListBox::AddItem(std::string text, int index) {
+    int row = ListCount();
+    if (m_sorted) {
+        row = SortedPosition(text);
+    } else if (index >= 0 && index < ListCount()) {
+        row = index;
+    }
+    if (row == ListCount()) {
+        if (m_index_valid) m_index[FoldCase(text)].push_back(row);
+        m_items.push_back(std::move(text));
+        m_item_data.push_back(0);
+        m_selected.push_back(0);
+    } else {
+        m_items.insert(m_items.begin() + row, std::move(text));
+        m_item_data.insert(m_item_data.begin() + row, 0);
+        m_selected.insert(m_selected.begin() + row, 0);
+        m_index_valid = false;
+        if (m_list_index >= row) ++m_list_index;
+    }
+    Touch();
+    return row;
+}
+
+void ListBox::RemoveItem(int index) {
+    if (index < 0 || index >= ListCount()) return;
+    m_items.erase(m_items.begin() + index);
+    m_item_data.erase(m_item_data.begin() + index);
+    m_selected.erase(m_selected.begin() + index);
+    m_index_valid = false;
+    if (m_list_index == index) m_list_index = -1;
+    else if (m_list_index > index) --m_list_index;
+    Touch();
+}
+
+void ListBox::Clear() {
+    m_items.clear();
+    m_item_data.clear();
+    m_selected.clear();
+    m_index.clear();
+    m_index_valid = true;
+    m_list_index = -1;
+    m_top_index = 0;
+    Touch();
+}
+
+void ListBox::Assign(std::vector<std::string> items) {
+    m_items = std::move(items);
+    if (m_sorted) {
+        std::stable_sort(m_items.begin(), m_items.end(), [](const std::string& a, const std::string& b) {
+            return FoldCase(a) < FoldCase(b);
+        });
+    }
+    m_item_data.assign(m_items.size(), 0);
+    m_selected.assign(m_items.size(), 0);
+    m_index_valid = false;
+    m_list_index = -1;
+    m_top_index = 0;
+    Touch();
+}
+
+void ListBox::SetListIndex(int index) {
+    if (index < -1 || index >= ListCount()) index = -1;
+    if (index != m_list_index) {
+        m_list_index = index;
+        if (!m_multi_select) {
+            std::fill(m_selected.begin(), m_selected.end(), 0);
+            if (index >= 0) m_selected[index] = 1;
+        }
+        Changed.emit(Change::Index);
+    }
+    Click.emit();
+}
+
+bool ListBox::Selected(int index) const {
+    if (index < 0 || index >= ListCount()) return false;
+    return m_selected[index] != 0;
+}
+
+void ListBox::SetSelected(int index, bool on) {
+    if (index < 0 || index >= ListCount()) return;
+    if ((m_selected[index] != 0) == on) return;
+    if (!m_multi_select && on) std::fill(m_selected.begin(), m_selected.end(), 0);
+    m_selected[index] = on ? 1 : 0;
+    Changed.emit(Change::Selection);
+}
+
+int ListBox::SelCount() const {
+    return static_cast<int>(std::count(m_selected.begin(), m_selected.end(), 1));
+}
+
+int64_t ListBox::ItemData(int index) const {
+    if (index < 0 || index >= ListCount()) return 0;
+    return m_item_data[index];
+}
+
+void ListBox::SetItemData(int index, int64_t data) {
+    if (index < 0 || index >= ListCount()) return;
+    m_item_data[index] = data;
+}
+
+void ListBox::RebuildIndex() const {
+    m_index.clear();
+    m_index.reserve(m_items.size());
+    for (int row = 0; row < ListCount(); ++row) m_index[FoldCase(m_items[row])].push_back(row);
+    m_index_valid = true;
+}
+
+int ListBox::FindExact(std::string_view text, int start) const {
+    if (m_items.empty()) return -1;
+    if (!m_index_valid) RebuildIndex();
+    auto it = m_index.find(FoldCase(text));
+    if (it == m_index.end()) return -1;
+    const std::vector<int>& rows = it->second;
+    if (start < 0 || start >= ListCount()) return rows.front();
+    // The first row behind start, or wrapping round to the first from the top.
+    auto after = std::upper_bound(rows.begin(), rows.end(), start);
+    return after != rows.end() ? *after : rows.front();
+}
+
+int ListBox::FindPrefix(std::string_view text, int start) const {
+    const int n = ListCount();
+    if (n == 0) return -1;
+    const std::string prefix = FoldCase(text);
+    if (start < 0 || start >= n) start = n - 1;
+    for (int k = 1; k <= n; ++k) {
+        const int row = (start + k) % n;
+        const std::string& item = m_items[row];
+        // Folding keeps the byte length, so the item's head folds to the same
+        // length as the prefix.
+        if (item.size() >= prefix.size() && FoldCase(std::string_view(item).substr(0, prefix.size())) == prefix)
+            return row;
+    }
+    return -1;
+}
+
+void ListBox::Touch() { Changed.emit(Change::Contents); }
+
+}  // namespace velmora

@@ -1,0 +1,28 @@
+#pragma once
+// The shell port: what the program asks of the desktop around it.
+
+#include <string>
+
+#include "core/result.h"
+
+namespace velmora {
+
+class Shell {
+public:
+    virtual ~Shell() = default;
+    virtual void Beep(int frequency_hz, int milliseconds) = 0;
+    virtual Status OpenUrl(const std::string& url) = 0;
+    // Opens the folder in the file manager, with the file selected where the desktop allows.
+    virtual Status OpenFolder(const std::string& folder, const std::string& select_file) = 0;
+    virtual Status MoveToTrash(const std::string& path) = 0;
+    // The entry that starts the program with the desktop session.
+    virtual bool AutostartExists(const std::string& name) = 0;
+    virtual Status AutostartWrite(bool enable, const std::string& name) = 0;
+    virtual void SetClipboardText(const std::string& text) = 0;
+    virtual void AddTrayIcon(const std::string& tip) = 0;
+    virtual void SetTrayTip(const std::string& tip) = 0;
+    virtual void RemoveTrayIcon() = 0;
+    virtual void SetAlwaysOnTop(const std::string& form_name, bool on) = 0;
+};
+
+}  // namespace velmora

@@ -1,0 +1,225 @@
+#include "core/startup.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "catalogue/filter_building.h"
+#include "collection/collection_file.h"
+#include "core/app_context.h"
+#include "core/constant_tables.h"
+#include "core/running_report.h"
+#include "core/settings_store.h"
+#include "core/text_format.h"
+#include "desktop/tray.h"
+#include "playback/second_player.h"
+#include "playback/transport.h"
+#include "ratings/rating_marks.h"
+#include "ratings/reset_views.h"
+
+namespace fs = std::filesystem;
+
+namespace velmora {
+
+namespace {
+
+const char* const kFolders[4] = {"velmora_reports/", "velmora_sylloges/", "velmora_preferences/",
+                                 "velmora_filtra/"};
+
+bool Writable(const std::string& folder) {
+    std::error_code ec;
+    if (!fs::is_directory(folder, ec)) return false;
+    const fs::path probe = fs::path(folder) / ".velmora-write-test";
+    {
+        std::ofstream out(probe);
+        if (!out) return false;
+    }
+    fs::remove(probe, ec);
+    return true;
+}
+
+std::string WithSlash(std::string path) {
+    if (path.empty() || path.back() != '/') path += '/';
+    return path;
+}
+
+}  // namespace
+
+std::string Resolve_App_Path(const std::string& executable_folder, const std::string& data_home) {
+    if (!executable_folder.empty() && Writable(executable_folder)) return WithSlash(executable_folder);
+    std::string folder = WithSlash(data_home) + "velmora";
+    std::error_code ec;
+    fs::create_directories(folder, ec);
+    return WithSlash(folder);
+}
+
+std::string Folder_Path(const AppContext& ctx, int index) {
+    if (index < 0 || index > 3) return ctx.core.App_Path;
+    return ctx.core.App_Path + kFolders[index];
+}
+
+void Make_Folder(AppContext& ctx, int index) {
+    std::string name = Folder_Path(ctx, index);
+    name.pop_back();  // looked up without its last character, the slash
+    std::error_code ec;
+    if (!fs::exists(name, ec) && !fs::create_directory(name, ec))
+        Log_Line(ctx, "-> " + name + ": " + ec.message());
+}
+
+void Set_Defaults(AppContext& ctx) {
+    ctx.settings = Settings{};
+    ctx.form1.Text3.SetText(std::to_string(ctx.settings.Backtrack_Steps));
+}
+
+void Apply_Class_Play(AppContext& ctx) {
+    bool any = false;
+    for (int c = 0; c < kClassCount; ++c) {
+        if (ctx.table.Class_Play[c] == -1) {
+            any = true;
+            ctx.table.Class_Play[c] = 0;
+            MnuFavor_Play(ctx, c == 0 ? -1 : c);
+        }
+    }
+    if (!any) MnuFavor_Play(ctx, 0);
+}
+
+void Initialise(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    CoreState& core = ctx.core;
+    ctx.ports.shell.Beep(1500, 50);
+    std::error_code ec;
+    fs::current_path(core.App_Path, ec);
+    core.Version_String = "5.0";
+    f.Timer1.SetEnabled(false);
+    ctx.table.Class_Play.fill(0);
+    ctx.settings.Trigger_Time.fill(0);
+    ctx.settings.Trigger_Countdown.fill(0);
+    ctx.catalogue.Filter_Text.assign(1, std::string());
+
+    core.Genre_List = Genre_Captions();
+    f.Combo1.Assign({core.Genre_List.begin(), core.Genre_List.end()});
+    core.Media_Extensions = Media_Extension_Table();
+    std::vector<std::string> types;
+    for (const auto& e : core.Media_Extensions) types.push_back("*" + e);
+    f.List3.Assign(std::move(types));
+    f.List3.SetListIndex(0);
+
+    for (int i = 0; i < 2; ++i) {
+        f.Shape1[i].SetWidth(0);
+        f.Label11[i].SetCaption("0%");
+    }
+    f.MultiPage1.SetValue(0);
+    Command11_Click(ctx);
+    Set_Defaults(ctx);
+    const auto& addresses = Search_Address_Table();
+    core.Search_Addresses.assign(addresses.begin(), addresses.end());
+    f.Combo3.Assign(core.Search_Addresses);
+    f.MultiPage1.SetValue(0);
+    // The catalogue's leading entries, the window sizes, the button pictures
+    // and the preview panes come with their own work.
+    f.Command11.SetPicture("stop");
+}
+
+void Form_Load(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    Settings& s = ctx.settings;
+    TrackTable& t = ctx.table;
+
+    // 1, 2, 3
+    ctx.core.App_Path = WithSlash(ctx.program_folder);
+    for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
+    Initialise(ctx);
+    Reset_Views(ctx, 0);
+
+    // 4
+    bool error = false;
+    Load_Settings(ctx, error);
+    if (error) Log_Line(ctx, "-> Λάθος κατά τη φόρτωση προτιμήσεων - Error while loading preferences");
+
+    // 5, 6, 7
+    if (s.Splash_Show == -1) {
+        ctx.core.Splash_Started = ctx.ports.loop.TickCount();
+        ctx.splash.Show();
+        ctx.splash.SetTopMost(true);
+    }
+    Apply_Class_Play(ctx);
+    f.Show();
+
+    // 8, 9, 10
+    Load_Pointer(ctx);
+    Load_Collection(ctx);
+    if (ctx.catalogue.Filter_Text.size() <= 1 && s.Filters_Load == -1) {
+        Add_Filters(ctx);
+        Reboot_Filters(ctx);
+        Filtered_Songs_List(ctx, -1);
+    }
+    Report_Size(ctx);
+
+    // 11: the start screen stays for two seconds from its showing.
+    if (s.Splash_Show == -1) {
+        EventLoop& loop = ctx.ports.loop;
+        while (loop.TickCount() - ctx.core.Splash_Started < 2000)
+            loop.WaitForEvents(static_cast<int>(2000 - (loop.TickCount() - ctx.core.Splash_Started)));
+        ctx.splash.Hide();
+    }
+
+    // 12, 13
+    Update_Class_Labels(ctx);
+    if (s.Trigger_Date.empty() || s.Trigger_Date == " ") s.Trigger_Date = DateText(ctx.ports.loop.Now());
+
+    // 14
+    FormState& playing = s.Second_Player == -1 ? static_cast<FormState&>(ctx.form4) : f;
+    if (s.Window_Visible == -1) {
+        playing.Show();
+        playing.SetWindowState(0);
+        f.Timer1.SetInterval(1000);
+    } else {
+        playing.Hide();
+        playing.SetWindowState(1);
+        f.Timer1.SetInterval(6000);
+    }
+
+    // 15, 16, 17
+    if (s.Search_Count > 0)
+        for (const auto& link : s.Search_Links) f.Combo3.AddItem(link);
+    f.Command14.SetEnabled(false);
+    AddIconToTray(ctx);
+
+    // 18: nothing plays by itself.
+    ctx.ports.player.setAutoStart(false);
+    ctx.ports.video.setAutoStart(false);
+    ctx.ports.second.setAutoStart(false);
+    (void)ctx.ports.player.stop();
+
+    // 19, 20, 21
+    if (s.Preview_Seconds < 2) s.Preview_Seconds = 10;
+    if (s.Second_Player == -1) Passage(ctx, -1);
+    f.Menus("MnuMoreWindows").SetChecked(Run_Key_Exists(ctx, ctx.core.Executable_Name));
+
+    // 22: the first Track is the first played.
+    if (f.List2.ListCount() >= 1 && t.Played_Count == 0) {
+        t.Played_Count = 1;
+        if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) t.Played_Number[t.Current_Track] = 1;
+    }
+
+    // 23, 24
+    if (s.Auto_Start == -1) Command3_Click(ctx, 0);
+    f.Timer1.SetEnabled(true);
+    ctx.core.Last_Save = ctx.ports.loop.Now().SecondsSinceMidnight();
+}
+
+void Form_QueryUnload(AppContext& ctx) {
+    if (ctx.core.Ended) return;
+    Save_Pointer(ctx);
+    Save_Collection(ctx, false, false);
+    bool error = false;
+    Save_Settings(ctx, error);
+    DeleteIconFromTray(ctx);
+    Wait(ctx.ports.loop, 500);
+    ctx.form1.Timer1.SetEnabled(false);
+    ctx.core.Ended = true;
+}
+
+void Main() {}
+
+}  // namespace velmora

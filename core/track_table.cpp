@@ -1,0 +1,181 @@
+#include "core/track_table.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "core/text_format.h"
+
+namespace velmora {
+
+const char* const kCapacityMessage = "Η παρούσα συλλογή ξεπερνά το όριο κομματιών ";
+const char* const kIntakeFullMessage =
+    "Δεν είναι δυνατή η περαιτέρω προσθήκη πολυμέσων - It's not possible adding more media files";
+
+std::string CapacityExceededText() {
+    return std::string(kCapacityMessage) + std::to_string(kMaxTracks) + " New Collection exceeds this limit";
+}
+
+namespace {
+
+template <class Col>
+void Fresh(Col& col, size_t n) {
+    col.assign(n, typename Col::value_type{});
+}
+
+template <class Col>
+void Extend(Col& col, size_t n) {
+    col.resize(n);
+}
+
+template <class Fn>
+void EachColumn(TrackTable& t, Fn&& fn) {
+    fn(t.Played_Number);
+    fn(t.Duration);
+    fn(t.Rating_Class);
+    fn(t.File_Size);
+    fn(t.Stop_Position);
+    fn(t.Bitrate);
+    fn(t.Artist);
+    fn(t.Genre);
+    fn(t.Album);
+    fn(t.Title);
+    fn(t.Year);
+    fn(t.Identified);
+    fn(t.Slot_Value);
+    fn(t.Slot_Text);
+    fn(t.Saved);
+}
+
+}  // namespace
+
+void TrackTable::Dimension(int32_t bound) {
+    const size_t n = static_cast<size_t>(std::max<int32_t>(bound, 0)) + 1;
+    EachColumn(*this, [n](auto& col) { Fresh(col, n); });
+}
+
+void TrackTable::Grow_Columns() {
+    const size_t n = static_cast<size_t>(std::max<int32_t>(Track_Count, 0)) + 1;
+    EachColumn(*this, [n](auto& col) { Extend(col, n); });
+}
+
+void TrackTable::Reset_Table() {
+    if (Track_Count < 0) Track_Count = 0;
+    Track_Count = 0;
+    Dimension(0);
+    Current_Track = 0;
+    Current_Position = 0;
+    Played_Count = 0;
+    Played_High = 0;
+    Total_Duration = Currency();
+    Total_Size = Currency();
+    Class_Count.fill(Currency());
+    Class_Size.fill(Currency());
+    Class_Duration.fill(Currency());
+}
+
+void TrackTable::ClearRow(int r) {
+    Duration[r] = Currency();
+    File_Size[r] = Currency();
+    Bitrate[r] = 0;
+    Artist[r].clear();
+    Genre[r].clear();
+    Album[r].clear();
+    Title[r].clear();
+    Year[r].clear();
+    Slot_Value[r].fill(0);
+    for (auto& s : Slot_Text[r]) s.clear();
+    Played_Number[r] = 0;
+    Rating_Class[r] = 0;
+    Identified[r] = false;
+    Saved[r] = false;
+}
+
+void Remove_Row(TrackTable& t, int index, int list_count) {
+    if (index < 0 || index > t.Bound()) return;
+    if (t.Total_Size > Currency()) t.Total_Size -= t.File_Size[index];
+    if (t.Total_Duration > Currency()) t.Total_Duration -= t.Duration[index];
+    const int rc = t.Rating_Class[index];
+    if (rc >= 0 && rc < kClassCount && t.Class_Count[rc] > Currency()) {
+        t.Class_Count[rc] -= Currency(1);
+        t.Class_Size[rc] -= t.File_Size[index];
+        t.Class_Duration[rc] -= t.Duration[index];
+    }
+
+    // Move the rows behind up by one. Stop_Position stays where it is: each
+    // stored stop position keeps its old row number.
+    const int last = std::min(list_count - 1, t.Bound());
+    auto shift = [&](auto& col) {
+        if (index < last) std::move(col.begin() + index + 1, col.begin() + last + 1, col.begin() + index);
+    };
+    shift(t.Duration);
+    shift(t.File_Size);
+    shift(t.Bitrate);
+    shift(t.Artist);
+    shift(t.Genre);
+    shift(t.Album);
+    shift(t.Title);
+    shift(t.Year);
+    shift(t.Slot_Value);
+    shift(t.Slot_Text);
+    shift(t.Played_Number);
+    shift(t.Rating_Class);
+    // vector<bool> has no move-assignable references; copy bit by bit.
+    for (int r = index; r < last; ++r) {
+        t.Identified[r] = t.Identified[r + 1];
+        t.Saved[r] = t.Saved[r + 1];
+    }
+    if (last >= 0) t.ClearRow(std::max(last, index));
+}
+
+void Renumber_Played(TrackTable& t) {
+    const int n = t.Bound() + 1;
+    std::vector<int> rows;
+    for (int r = 0; r < n; ++r)
+        if (t.Played_Number[r] > 0) rows.push_back(r);
+    std::stable_sort(rows.begin(), rows.end(),
+                     [&](int a, int b) { return t.Played_Number[a] < t.Played_Number[b]; });
+    int32_t k = 0;
+    for (int r : rows) {
+        ++k;
+        if (t.Played_Number[r] != k) {
+            t.Played_Number[r] = k;
+            t.Saved[r] = false;
+        }
+    }
+    const int32_t distance = t.Played_High - t.Played_Count;
+    t.Played_Count = k - distance;
+    t.Played_High = k;
+    for (int r : rows) {
+        if (t.Played_Number[r] == t.Played_Count) {
+            t.Current_Track = r;
+            break;
+        }
+    }
+}
+
+std::string Row_Number_Text(int row) { return Format(int64_t{row} + 1, "#00000"); }
+
+std::string Class_Letter(int rating_class) {
+    switch (rating_class) {
+        case 1: return "X";
+        case 2: return "C";
+        case 3: return "B";
+        case 4: return "A";
+        case 5: return "S";
+        default: return "-";
+    }
+}
+
+std::string Duration_Text(Currency seconds) {
+    const int64_t s = seconds.Round();
+    return Format(s / 3600, "0#") + ":" + Format((s % 3600) / 60, "0#") + ":" + Format((s % 3600) % 60, "0#");
+}
+
+std::string Size_Text(Currency megabytes) {
+    if (megabytes < Currency(1024)) return Format(megabytes, "#00.00") + "Mb";
+    return Format(megabytes / Currency(1024), "#00.00") + "Gb";
+}
+
+std::string Bitrate_Text(int bitrate) { return Format(int64_t{bitrate}, "000"); }
+
+}  // namespace velmora

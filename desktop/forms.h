@@ -1,0 +1,97 @@
+#pragma once
+// The windows' controls, by the names the logic uses. Views draw these and
+// turn clicks into calls of the handlers; no decision lives in a view.
+
+#include <array>
+#include <string>
+
+#include "core/controls.h"
+#include "desktop/menu_table.h"
+
+namespace velmora {
+
+// The main window.
+struct Form1 : FormState {
+    Form1();
+
+    // The Track list: paths and the five mirror boxes (number, class, time, size, bit rate).
+    ListBox List2{"List2"};
+    std::array<ListBox, 5> List3_0{ListBox{"List3_0(0)"}, ListBox{"List3_0(1)"}, ListBox{"List3_0(2)"},
+                                   ListBox{"List3_0(3)"}, ListBox{"List3_0(4)"}};
+    ScrollBar HScroll2{"HScroll2"};
+
+    // Search page: media types, directories found.
+    ListBox List3{"List3"};
+    ListBox List1{"List1"};
+    // Filter results and the managing lists.
+    ListBox List4{"List4"};
+    ListBox List5{"List5"};
+    ComboBox Combo4_0{"Combo4_0"};
+
+    // Text2(0) the running report, (1) progress of long work, (2) the item in
+    // work, (3) and (5) the destination directory or the search text.
+    std::array<TextBox, 6> Text2{TextBox{"Text2(0)"}, TextBox{"Text2(1)"}, TextBox{"Text2(2)"},
+                                 TextBox{"Text2(3)"}, TextBox{"Text2(4)"}, TextBox{"Text2(5)"}};
+    // Tag page: title, artist, album, year, comment; genre list; album art.
+    std::array<TextBox, 5> Text1{TextBox{"Text1_0"}, TextBox{"Text1_1"}, TextBox{"Text1_2"},
+                                 TextBox{"Text1_3"}, TextBox{"Text1_4"}};
+    ComboBox Combo1{"Combo1"};
+    PictureBox Picture1{"Picture1"};
+    CommandButton Command14{"Command14"};
+    // Search links.
+    ComboBox Combo3{"Combo3"};
+
+    // Transport and its displays.
+    CommandButton Command11{"Command11"};  // play / pause / stop
+    TextBox Text3{"Text3"};                  // backtrack steps
+    std::array<TextBox, 5> Text5{TextBox{"Text5(0)"}, TextBox{"Text5(1)"}, TextBox{"Text5(2)"},
+                                 TextBox{"Text5(3)"}, TextBox{"Text5(4)"}};
+    TextBox Text6{"Text6"};                  // path of the current Track
+    Label Label6{"Label6"};                  // play mode
+    std::array<Label, 2> Label2{Label{"Label2(0)"}, Label{"Label2(1)"}};
+    std::array<Label, 2> Label3{Label{"Label3(0)"}, Label{"Label3(1)"}};
+    Slider Slider1{"Slider1"};
+    ScrollBar HScroll1{"HScroll1"};          // volume
+
+    // The shared progress bar and its percentage.
+    std::array<Shape, 2> Shape1{Shape{"Shape1(0)"}, Shape{"Shape1(1)"}};
+    std::array<Label, 2> Label11{Label{"Label11(0)"}, Label{"Label11(1)"}};
+
+    MultiPage MultiPage1{"MultiPage1"};
+    Frame Frame1{"Frame1"}, Frame4{"Frame4"}, Frame6{"Frame6"}, Frame8{"Frame8"}, Frame12{"Frame12"};
+
+    // The PlaybackClock.
+    Timer Timer1{"Timer1"};
+
+    MenuSet Menus{MainMenuRows()};
+    MenuSet Tray{TrayMenuRows()};
+};
+
+// The video window.
+struct Form2 : FormState {
+    Form2() : FormState("Form2") { SetVisible(false); }
+};
+
+// The about slide show.
+struct Form3 : FormState {
+    Form3() : FormState("Form3") { SetVisible(false); }
+};
+
+// The small second player window.
+struct Form4 : FormState {
+    Form4() : FormState("Form4") { SetVisible(false); }
+    Timer Timer1{"Form4.Timer1"};
+};
+
+// The snooze and countdown window.
+struct Form5 : FormState {
+    Form5() : FormState("Form5") { SetVisible(false); }
+    Timer Timer1{"Form5.Timer1"};
+};
+
+// The start screen.
+struct FrmSplash : FormState {
+    FrmSplash() : FormState("frmSplash") { SetVisible(false); }
+};
+
+}  // namespace velmora

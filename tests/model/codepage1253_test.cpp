@@ -1,0 +1,116 @@
+#include "core/codepage1253.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace velmora {
+namespace {
+
+const std::string kReplacement = "\xEF\xBF\xBD";  // U+FFFD
+
+TEST(Codepage1253, EveryByteRoundTripsOrIsUnassigned) {
+    const std::set<int> unassigned = {0x81, 0x88, 0x8A, 0x8C, 0x8D, 0x8E, 0x8F, 0x90, 0x98,
+                                      0x9A, 0x9C, 0x9D, 0x9E, 0x9F, 0xAA, 0xD2, 0xFF};
+    for (int b = 0; b < 256; ++b) {
+        const std::string byte(1, static_cast<char>(b));
+        const std::string utf8 = Cp1253ToUtf8(byte);
+        if (unassigned.count(b)) {
+            EXPECT_EQ(utf8, kReplacement) << std::hex << b;
+            EXPECT_FALSE(FitsCp1253(utf8));
+            continue;
+        }
+        EXPECT_NE(utf8, kReplacement) << std::hex << b;
+        EXPECT_TRUE(FitsCp1253(utf8)) << std::hex << b;
+        EXPECT_EQ(Utf8ToCp1253(utf8), byte) << std::hex << b;
+    }
+}
+
+TEST(Codepage1253, KnownCharacters) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"\x80", "€"}, {"\xA2", "Ά"}, {"\xAF", "―"}, {"\xB5", "µ"},  {"\xC1", "Α"},
+        {"\xD3", "Σ"}, {"\xF2", "ς"}, {"\xFE", "ώ"}, {"\xA1", "΅"},  {"\x99", "™"},
+    };
+    for (const auto& [byte, utf8] : cases) {
+        EXPECT_EQ(Cp1253ToUtf8(byte), utf8);
+        EXPECT_EQ(Utf8ToCp1253(utf8), byte) << utf8;
+    }
+    EXPECT_EQ(Utf8ToCp1253("Σώσιμο - Saved 10'"),
+              "\xD3\xFE\xF3\xE9\xEC\xEF - Saved 10'");
+    EXPECT_EQ(Utf8ToCp1253(""), "");
+}
+
+TEST(Codepage1253, RefusesForeignCharactersAndBadUtf8) {
+    const char* refused[] = {
+        "Ж",                 // Cyrillic
+        "中",                // CJK
+        "é",                 // Latin-1, but not in this code page
+        "😀",                // beyond the BMP
+        "abc\xEF\xBF\xBD",   // the replacement character itself
+        "\xC0\xAF",          // overlong '/'
+        "\xED\xA0\x80",      // a surrogate
+        "\xCE",              // cut short
+        "\xCE" "A",          // continuation missing
+        "\x80",              // stray continuation byte
+        "\xF5\x80\x80\x80",  // beyond U+10FFFF
+        "\xE2\x82",          // '€' cut short
+    };
+    for (const char* text : refused) {
+        EXPECT_EQ(Utf8ToCp1253(text), std::nullopt) << text;
+        EXPECT_FALSE(FitsCp1253(text)) << text;
+    }
+}
+
+TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"ABC xyz 09", "abc xyz 09"},
+        {"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ", "αβγδεζηθικλμνξοπρστυφχψω"},
+        {"ΆΈΉΊΌΎΏ", "άέήίόύώ"},
+        {"ΪΫ", "ϊϋ"},
+        {"ΣΟΦΟΣ ς", "σοφοσ ς"},
+        {"ΐΰ΅·", "ΐΰ΅·"},
+        {"ÉЖ€", "ÉЖ€"},
+        {"Mix Ελληνικά", "mix ελληνικά"},
+        {"\xCE", "\xCE"},
+        {"\xA3\xCE", "\xA3\xCE"},
+    };
+    for (const auto& [text, folded] : cases) EXPECT_EQ(FoldCase(text), folded) << text;
+}
+
+TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
+    // 26 Latin, 24 Greek, 7 accented and 2 with dialytika; every result stays
+    // in the code page and is already folded.
+    int changed = 0;
+    for (int b = 0; b < 256; ++b) {
+        const std::string utf8 = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));
+        const std::string folded = FoldCase(utf8);
+        if (folded != utf8) ++changed;
+        EXPECT_EQ(folded.size(), utf8.size());
+        EXPECT_EQ(FoldCase(folded), folded) << std::hex << b;
+        if (utf8 != kReplacement) {
+            EXPECT_TRUE(FitsCp1253(folded)) << std::hex << b;
+        }
+    }
+    EXPECT_EQ(changed, 59);
+}
+
+TEST(Codepage1253, ComparesWithoutCase) {
+    EXPECT_TRUE(EqualsNoCase("ΣΩΣΤΟ Song", "σωστο SONG"));
+    EXPECT_TRUE(EqualsNoCase("Άλμπουμ", "άλμπουμ"));
+    EXPECT_TRUE(EqualsNoCase("", ""));
+    EXPECT_FALSE(EqualsNoCase("Σ", "ς"));
+    EXPECT_FALSE(EqualsNoCase("ab", "abc"));
+    EXPECT_FALSE(EqualsNoCase("Α", "Β"));
+    // Σ folds to CF 83; U+03E3 is CF A3: the second bytes match raw but not folded.
+    EXPECT_FALSE(EqualsNoCase("\xCE\xA3", "\xCF\xA3"));
+
+    EXPECT_TRUE(StartsWithNoCase("Θέμα Ένα", "θέμα"));
+    EXPECT_TRUE(StartsWithNoCase("ΣΑΒΒΑΣ", "σα"));
+    EXPECT_TRUE(StartsWithNoCase("x", ""));
+    EXPECT_FALSE(StartsWithNoCase("abc", "ABCD"));
+    EXPECT_TRUE(StartsWithNoCase("ΣΑ", "σ"));
+    EXPECT_FALSE(StartsWithNoCase("ΣΑ", "ς"));
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,171 @@
+#include "core/text_format.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace velmora {
+namespace {
+
+struct DoubleFormatCase {
+    double value;
+    const char* pattern;
+    const char* expected;
+};
+
+TEST(TextFormat, PatternsRoundHalvesAwayFromZero) {
+    const DoubleFormatCase cases[] = {
+        {5, "0#", "05"},           {5, "#0", "5"},
+        {123, "00", "123"},        {-5, "00", "-05"},
+        {7, "#00000", "00007"},    {123456, "#00000", "123456"},
+        {0, "00000", "00000"},     {3.14159, "#0000", "0003"},
+        {45, "000", "045"},        {2.5, "#0", "3"},
+        {3.5, "#0", "4"},          {-2.5, "#0", "-3"},
+        {0.5, "#0", "1"},          {0.4999, "#0", "0"},
+        {2.675, "#0.00", "2.68"},  {1.005, "0000.00", "0001.01"},
+        {1.05, "00.0", "01.1"},    {0.125, "00.00", "00.13"},
+        {99.995, "#00.00", "100.00"}, {12.3456, "000.00", "012.35"},
+        {-0.004, "#0.00", "0.00"}, {-0.005, "#0.00", "-0.01"},
+        {-0.4, "00", "00"},        {1e-20, "#0.00", "0.00"},
+        {5.5, "00.0", "05.5"},     {999.5, "#0", "1000"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Format(c.value, c.pattern), c.expected) << c.value << " with " << c.pattern;
+}
+
+TEST(TextFormat, IntegerAndCurrencyPatternsAreExact) {
+    EXPECT_EQ(Format(int64_t{42}, "00.0"), "42.0");
+    EXPECT_EQ(Format(std::numeric_limits<int64_t>::min(), "0"), "-9223372036854775808");
+    EXPECT_EQ(Format(-7, "000"), "-007");
+    EXPECT_EQ(Format(Currency::FromRaw(50), "#0.00"), "0.01");      // 0.005
+    EXPECT_EQ(Format(Currency::FromRaw(49), "#0.00"), "0.00");      // 0.0049
+    EXPECT_EQ(Format(Currency::FromRaw(26745), "#0.00"), "2.67");   // 2.6745
+    EXPECT_EQ(Format(Currency::FromRaw(-1235000), "#0"), "-124");  // -123.5
+    EXPECT_EQ(Format(Currency::FromRaw(-40), "#0.00"), "0.00");     // -0.004
+    EXPECT_EQ(Format(Currency::FromRaw(125000), "00.0"), "12.5");
+}
+
+TEST(TextFormat, StrLeavesRoomForTheSign) {
+    EXPECT_EQ(Str(5), " 5");
+    EXPECT_EQ(Str(-5), "-5");
+    EXPECT_EQ(Str(int64_t{0}), " 0");
+    const std::pair<double, const char*> doubles[] = {
+        {1.5, " 1.5"},       {0.25, " 0.25"},     {-0.25, "-0.25"},
+        {0.1 + 0.2, " 0.3"}, {100.0, " 100"},     {0.0, " 0"},
+        {-0.0, " 0"},        {1e20, " 1E+20"},    {1.5e-7, " 1.5E-07"},
+        {0.0001, " 0.0001"}, {123456789012345.0, " 123456789012345"},
+        {2.0 / 3.0, " 0.666666666666667"},
+    };
+    for (const auto& [value, expected] : doubles) EXPECT_EQ(Str(value), expected) << value;
+    EXPECT_EQ(Str(Currency::FromRaw(125000)), " 12.5");
+    EXPECT_EQ(Str(Currency(-3)), "-3");
+    EXPECT_EQ(Str(Currency::FromRaw(1)), " 0.0001");
+    EXPECT_EQ(Str(Currency::FromRaw(-5000)), "-0.5");
+    EXPECT_EQ(Str(Currency()), " 0");
+}
+
+TEST(TextFormat, ValReadsTheLeadingNumber) {
+    const std::pair<const char*, double> cases[] = {
+        {"123", 123},       {"  1 2 3abc", 123}, {"-4.5e2x", -450},  {"1.2.3", 1.2},
+        {"\t+7", 7},        {"- 5", -5},         {".5", 0.5},        {"1e", 1},
+        {"2D3", 2000},      {"1E-2", 0.01},      {"abc", 0},         {"", 0},
+        {".", 0},           {"-", 0},            {"&H1F", 31},       {"&hFFFF", -1},
+        {"&H8000", -32768}, {"&H10000", 65536},  {"&HFFFFFFFF", -1}, {"&O17", 15},
+        {"&O19", 1},        {"&", 0},            {"&X1", 0},         {"1e-400", 0},
+        {"007", 7},
+    };
+    for (const auto& [text, expected] : cases) EXPECT_DOUBLE_EQ(Val(text), expected) << text;
+    EXPECT_EQ(Val("1e400"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val("-1e400"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val("0.0001e400"), std::numeric_limits<double>::infinity());
+}
+
+TEST(TextFormat, IsNumericNeedsTheWholeText) {
+    for (const char* yes : {"5", " 5 ", "\t5", "-1.5", "+.5", "5.", "1e5", "1E-5", "2d3", "&H1F",
+                            "&o17", "007"})
+        EXPECT_TRUE(IsNumeric(yes)) << yes;
+    for (const char* no : {"", "   ", ".", "-", "1e", "1.2.3", "12a", "1 2", "- 5", "&H", "&H1G",
+                           "&O8", "&", "abc", "e5"})
+        EXPECT_FALSE(IsNumeric(no)) << no;
+}
+
+TEST(TextFormat, TrimRemovesSpacesOnly) {
+    EXPECT_EQ(Trim("  a b  "), "a b");
+    EXPECT_EQ(LTrim("  a "), "a ");
+    EXPECT_EQ(RTrim("  a "), "  a");
+    EXPECT_EQ(Trim("\ta\t"), "\ta\t");
+    EXPECT_EQ(Trim("    "), "");
+    EXPECT_EQ(Trim(Str(42)), "42");
+}
+
+TEST(TextFormat, RoundingToIntegersGoesToEven) {
+    const std::pair<double, int64_t> cases[] = {
+        {2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4}, {0.49999999999999994, 0}, {2.5000001, 3},
+    };
+    for (const auto& [value, expected] : cases) EXPECT_EQ(RoundHalfEven(value), expected) << value;
+    EXPECT_EQ(RoundHalfEven(1e300), std::numeric_limits<int64_t>::max());
+
+    int16_t i = 0;
+    EXPECT_TRUE(CInt(32767.4, i));
+    EXPECT_EQ(i, 32767);
+    EXPECT_TRUE(CInt(-32768.5, i));
+    EXPECT_EQ(i, -32768);
+    i = 9;
+    EXPECT_FALSE(CInt(32767.5, i));
+    EXPECT_FALSE(CInt(-32769, i));
+    EXPECT_FALSE(CInt(std::nan(""), i));
+    EXPECT_EQ(i, 9) << "a failed conversion leaves the target alone";
+
+    int32_t l = 0;
+    EXPECT_TRUE(CLng(-2147483648.5, l));
+    EXPECT_EQ(l, std::numeric_limits<int32_t>::min());
+    EXPECT_TRUE(CLng(2147483646.5, l));
+    EXPECT_EQ(l, 2147483646);
+    EXPECT_FALSE(CLng(2147483647.5, l));
+}
+
+TEST(TextFormat, ClockTexts) {
+    LocalTime t{2024, 3, 7, 9, 5, 0};
+    EXPECT_EQ(TimeText(t), "09:05:00");
+    EXPECT_EQ(DateText(t), "07/03/2024");
+}
+
+TEST(Currency, ConversionsRoundHalfToEven) {
+    const std::pair<double, int64_t> cases[] = {
+        {0.00005, 0}, {0.00025, 2}, {-0.00025, -2}, {2.00015, 20002}, {0.12345, 1234},
+        {1.23455, 12346}, {12.5, 125000},
+    };
+    for (const auto& [value, raw] : cases) EXPECT_EQ(Currency::FromDouble(value).Raw(), raw) << value;
+    EXPECT_EQ(Currency::FromDouble(1e300).Raw(), std::numeric_limits<int64_t>::max());
+
+    EXPECT_EQ(Currency::FromRaw(25000).Round(), 2);
+    EXPECT_EQ(Currency::FromRaw(35000).Round(), 4);
+    EXPECT_EQ(Currency::FromRaw(-25000).Round(), -2);
+    EXPECT_EQ(Currency::FromRaw(25001).Round(), 3);
+    EXPECT_EQ(Currency::FromRaw(-25001).Round(), -3);
+}
+
+TEST(Currency, ProductsAndQuotientsRoundToFourDecimals) {
+    auto c = [](int64_t raw) { return Currency::FromRaw(raw); };
+    EXPECT_EQ((c(15000) * c(10001)).Raw(), 15002);   // 1.50015
+    EXPECT_EQ((c(15000) * c(10003)).Raw(), 15004);   // 1.50045
+    EXPECT_EQ((c(-15000) * c(10003)).Raw(), -15004);
+    EXPECT_EQ((Currency(1) / Currency(3)).Raw(), 3333);
+    EXPECT_EQ((Currency(2) / Currency(3)).Raw(), 6667);
+    EXPECT_EQ((Currency(-2) / Currency(3)).Raw(), -6667);
+    EXPECT_EQ((c(1) / Currency(2)).Raw(), 0);         // 0.00005
+    EXPECT_EQ((c(3) / Currency(2)).Raw(), 2);         // 0.00015
+    EXPECT_EQ((c(3) / Currency(-2)).Raw(), -2);
+    // Raw products beyond 64 bits are fine while the result fits.
+    EXPECT_EQ(Currency(int64_t{3'000'000'000}) * Currency(1000), Currency(int64_t{3'000'000'000'000}));
+    EXPECT_EQ(Currency(int64_t{900'000'000'000'000}) / Currency(1000),
+              Currency(int64_t{900'000'000'000}));
+    EXPECT_EQ((Currency(int64_t{1'000'000'000'000}) * Currency(1000)).Raw(),
+              std::numeric_limits<int64_t>::max());
+    EXPECT_EQ(Currency(7).IntDiv(2), 3);
+    EXPECT_EQ(c(-75000).IntDiv(2), -3);
+}
+
+}  // namespace
+}  // namespace velmora

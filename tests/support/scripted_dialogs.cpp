@@ -1,0 +1,54 @@
+#include "support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora::testing {
+
+ScriptedDialogs::~ScriptedDialogs() {
+    EXPECT_TRUE(m_msg_answers.empty()) << m_msg_answers.size() << " expected message boxes never came";
+    EXPECT_TRUE(m_inputs.empty()) << m_inputs.size() << " expected input boxes never came";
+    EXPECT_TRUE(m_files.empty()) << m_files.size() << " expected file dialogs never came";
+}
+
+MsgAnswer ScriptedDialogs::MsgBox(const std::string& text, MsgButtons, MsgIcon icon, const std::string&) {
+    m_shown.push_back({text, icon});
+    if (m_msg_answers.empty()) {
+        ADD_FAILURE() << "unexpected message box: " << text;
+        return MsgAnswer::Cancel;
+    }
+    MsgAnswer a = m_msg_answers.front();
+    m_msg_answers.pop_front();
+    return a;
+}
+
+std::optional<std::string> ScriptedDialogs::InputBox(const std::string& prompt, const std::string&,
+                                                     const std::string&) {
+    m_shown.push_back({prompt, MsgIcon::None});
+    if (m_inputs.empty()) {
+        ADD_FAILURE() << "unexpected input box: " << prompt;
+        return std::nullopt;
+    }
+    auto a = m_inputs.front();
+    m_inputs.pop_front();
+    return a;
+}
+
+namespace {
+std::optional<std::string> Next(std::deque<std::optional<std::string>>& q, const std::string& what) {
+    if (q.empty()) {
+        ADD_FAILURE() << "unexpected dialog: " << what;
+        return std::nullopt;
+    }
+    auto a = q.front();
+    q.pop_front();
+    return a;
+}
+}  // namespace
+
+std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogOptions& o) { return Next(m_files, o.title); }
+std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogOptions& o) { return Next(m_files, o.title); }
+std::optional<std::string> ScriptedDialogs::PickFolder(const std::string& title, const std::string&) {
+    return Next(m_files, title);
+}
+
+}  // namespace velmora::testing
