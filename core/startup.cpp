@@ -127,6 +127,9 @@ void Form_Load(AppContext& ctx) {
 
     // 1, 2, 3
     ctx.core.App_Path = WithSlash(ctx.program_folder);
+    ctx.ports.loop.Attach(f.Timer1);
+    ctx.ports.loop.Attach(ctx.form4.Timer1);
+    ctx.ports.loop.Attach(ctx.form5.Timer1);
     for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
     Initialise(ctx);
     Reset_Views(ctx, 0);

@@ -1,0 +1,62 @@
+#pragma once
+// Random-access files of fixed-length records, one field at the start of a
+// record, records numbered from 1. Texts are stored in code page 1253 with a
+// 2-byte length. A failing call returns false and leaves the file usable, so
+// the caller can count the error and carry on with the next field; nothing
+// ever reads outside the file or outside a record.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "core/currency.h"
+
+namespace velmora {
+
+class RecordFile {
+public:
+    enum class Mode {
+        ReadWrite,  // created when absent
+        ReadOnly,
+    };
+
+    RecordFile();
+    ~RecordFile();
+    RecordFile(const RecordFile&) = delete;
+    RecordFile& operator=(const RecordFile&) = delete;
+
+    bool Open(const std::string& path, int record_length, Mode mode = Mode::ReadWrite);
+    // Writes what is buffered; false when that failed.
+    bool Close();
+    bool IsOpen() const;
+    // Writes what is buffered and syncs it to the disk.
+    bool Sync();
+    int RecordLength() const;
+    // Whole records in the file (a partial last record counts as one).
+    int64_t RecordCount() const;
+    const std::string& LastError() const;
+
+    bool PutInteger(int64_t record, int16_t value);
+    bool PutBoolean(int64_t record, bool value);  // 0 or -1
+    bool PutLong(int64_t record, int32_t value);
+    bool PutCurrency(int64_t record, Currency value);
+    bool PutByte(int64_t record, uint8_t value);
+    // False when the text cannot be carried by the code page or does not fit
+    // the record (more than record length - 2 bytes).
+    bool PutString(int64_t record, const std::string& utf8);
+
+    // A read past the end of the file, or a length that points past its
+    // record, is a read error.
+    bool GetInteger(int64_t record, int16_t& value);
+    bool GetBoolean(int64_t record, bool& value);
+    bool GetLong(int64_t record, int32_t& value);
+    bool GetCurrency(int64_t record, Currency& value);
+    bool GetByte(int64_t record, uint8_t& value);
+    bool GetString(int64_t record, std::string& utf8);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+}  // namespace velmora

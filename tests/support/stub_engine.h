@@ -1,0 +1,124 @@
+#pragma once
+// A media engine that plays nothing but keeps URL, position, duration, state,
+// volume and mute, on the virtual clock of a VirtualEventLoop. The test says
+// which files exist, how long they are and what their attributes read; a
+// file it marks as failing does not load. Like the real engine it reports
+// every state change later, from the loop: a load completes at the loop's
+// next turn, and the end of the media arrives by an internal timer at the
+// virtual moment the position reaches the duration.
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "core/controls.h"
+#include "playback/media_engine.h"
+#include "support/virtual_event_loop.h"
+
+namespace velmora {
+
+// What the stub knows of the files it may be asked about, shared with the
+// media items it hands out so that attributes written through one are read
+// through another.
+struct StubMediaLibrary {
+    struct File {
+        double duration = 0;
+        bool failing = false;
+        bool read_only = false;
+        std::map<std::string, std::string> attributes;
+    };
+    std::map<std::string, File> files;
+};
+
+class StubMediaItem : public MediaItem {
+public:
+    // A file the library does not know reads as empty, with duration 0.
+    StubMediaItem(std::shared_ptr<StubMediaLibrary> library, std::string path, bool opened = true);
+
+    double duration() const override;
+    std::string sourceURL() const override { return m_path; }
+    std::string getItemInfo(const std::string& attribute) const override;
+    Status setItemInfo(const std::string& attribute, const std::string& value) override;
+    bool isReadOnlyItem(const std::string& attribute) const override;
+
+private:
+    const StubMediaLibrary::File* Find() const;
+
+    std::shared_ptr<StubMediaLibrary> m_library;
+    std::string m_path;
+    bool m_opened;
+};
+
+class StubEngine : public MediaEngine {
+public:
+    explicit StubEngine(VirtualEventLoop& loop);
+    ~StubEngine() override;
+
+    // The test's files.
+    void SetDuration(const std::string& path, double seconds);
+    void SetFailing(const std::string& path);
+    void SetAttribute(const std::string& path, const std::string& attribute, const std::string& value);
+    void SetReadOnly(const std::string& path);
+    bool Muted() const { return m_mute; }
+    bool AutoStart() const { return m_auto_start; }
+    bool IsEnabled() const { return m_enabled; }
+    const std::string& UiMode() const { return m_ui_mode; }
+
+    std::string URL() const override { return m_url; }
+    Status setURL(const std::string& path) override;
+    Status close() override;
+    void setEnabled(bool enabled) override { m_enabled = enabled; }
+    void setUiMode(const std::string& mode) override { m_ui_mode = mode; }
+    std::unique_ptr<MediaItem> newMedia(const std::string& path) override;
+    std::unique_ptr<MediaItem> currentMedia() override;
+    int playState() const override { return m_state; }
+
+    Status play() override;
+    Status pause() override;
+    Status stop() override;
+    Result<double> currentPosition() const override;
+    Status setCurrentPosition(double seconds) override;
+    std::string currentPositionString() const override;
+
+    void setAutoStart(bool on) override { m_auto_start = on; }
+    void setMute(bool on) override { m_mute = on; }
+    int volume() const override { return m_volume; }
+    Status setVolume(int volume) override;
+
+private:
+    // What a call asked for while the load was still under way.
+    enum class Intent { Ready, Play, Pause, Stop };
+
+    void CompleteLoad();
+    void StartClock();
+    void FreezeClock();
+    void ArmEnd();
+    void OnEnd();
+    // Changes the state and reports it on the loop's next turn.
+    void Enter(int state);
+    double Duration() const;
+
+    VirtualEventLoop& m_loop;
+    std::shared_ptr<StubMediaLibrary> m_library = std::make_shared<StubMediaLibrary>();
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    Timer m_end_timer{"StubEngineEnd"};
+    Subscription m_end_tick;
+
+    std::string m_url;
+    int m_state = PS_Undefined;
+    bool m_loading = false;
+    Intent m_intent = Intent::Ready;
+    uint64_t m_load_id = 0;
+    // The position is m_position while the clock stands, and m_position plus
+    // the virtual time since m_clock_start while playing.
+    double m_position = 0;
+    std::optional<int64_t> m_clock_start;
+    int m_volume = 100;
+    bool m_mute = false;
+    bool m_auto_start = false;
+    bool m_enabled = true;
+    std::string m_ui_mode = "full";
+};
+
+}  // namespace velmora

@@ -1,0 +1,41 @@
+#pragma once
+// A whole program on test doubles: virtual time, stub engines, scripted
+// dialogs and a recording shell, over a fresh temporary program folder.
+
+#include <filesystem>
+#include <string>
+
+#include "core/app_context.h"
+#include "support/recording_shell.h"
+#include "support/scripted_dialogs.h"
+#include "support/stub_engine.h"
+#include "support/virtual_event_loop.h"
+
+namespace velmora::testing {
+
+// A folder under the system's temporary folder, removed with the object.
+class TempFolder {
+public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    const std::filesystem::path& Path() const { return m_path; }
+    std::string Str() const { return m_path.string() + "/"; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+struct TestApp {
+    TestApp();
+
+    TempFolder folder;
+    VirtualEventLoop loop;
+    ScriptedDialogs dialogs;
+    RecordingShell shell;
+    StubEngine player{loop}, reader{loop}, video{loop}, second{loop};
+    AppContext ctx;
+};
+
+}  // namespace velmora::testing
