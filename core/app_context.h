@@ -50,6 +50,21 @@ struct CoreState {
     bool Ended = false;          // Form_QueryUnload has run
 };
 
+// The open Collection's files.
+struct CollectionState {
+    std::string Collection_Path;  // the main file
+    int Saves_This_Run = 0;       // clean saves since start; every fifth makes the backups
+    std::string Alarm_File;
+    // Statistics kept in the pointer file.
+    int32_t Stat_Files = 0, Stat_Years = 0, Stat_Months = 0, Stat_Days = 0;
+    int32_t Stat_Hours = 0, Stat_Minutes = 0, Stat_Seconds = 0;
+};
+
+// The report file beside the log box.
+struct ReportState {
+    int16_t Report_Open = 0;
+};
+
 // The filter rows, one cached fixed-width text per Track.
 struct CatalogueState {
     std::vector<std::string> Filter_Text{std::string()};
@@ -68,6 +83,8 @@ struct AppContext {
     Settings settings;
     TrackTable table;
     CatalogueState catalogue;
+    CollectionState collection;
+    ReportState report;
 
     Form1 form1;
     Form2 form2;

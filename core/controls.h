@@ -121,6 +121,25 @@ private:
     std::string m_text;
 };
 
+// The drive, directory and file list boxes of the search page: a list with
+// the path (or drive) it shows and, for the file list, the patterns it keeps.
+class FileSystemBox : public ListBox {
+public:
+    using ListBox::ListBox;
+    const std::string& Path() const { return m_path; }
+    void SetPath(std::string path) {
+        Set(m_path, std::move(path), Change::Contents);
+        PathChange.emit();
+    }
+    const std::string& Pattern() const { return m_pattern; }
+    void SetPattern(std::string pattern) { Set(m_pattern, std::move(pattern), Change::Contents); }
+    Signal<> PathChange;
+
+private:
+    std::string m_path;
+    std::string m_pattern = "*.*";
+};
+
 class TextBox : public Control {
 public:
     using Control::Control;

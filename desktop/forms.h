@@ -20,7 +20,10 @@ struct Form1 : FormState {
                                    ListBox{"List3_0(3)"}, ListBox{"List3_0(4)"}};
     ScrollBar HScroll2{"HScroll2"};
 
-    // Search page: media types, directories found.
+    // Search page: drive, directory and file boxes, media types, directories found.
+    FileSystemBox Drive1{"Drive1"};
+    FileSystemBox Dir1{"Dir1"};
+    FileSystemBox File1{"File1"};
     ListBox List3{"List3"};
     ListBox List1{"List1"};
     // Filter results and the managing lists.
