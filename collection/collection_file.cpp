@@ -1,11 +1,442 @@
 #include "collection/collection_file.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "collection/collection_paths.h"
+#include "core/app_context.h"
+#include "core/codepage1253.h"
+#include "core/record_file.h"
+#include "core/running_report.h"
+#include "core/startup.h"
+#include "core/text_format.h"
+
 namespace velmora {
 
-// Filled in with the collection file format; start-up calls them in their places.
-void Load_Pointer(AppContext&) {}
-void Save_Pointer(AppContext&) {}
-void Load_Collection(AppContext&) {}
-void Save_Collection(AppContext&, bool, bool) {}
+const char* const kCollectionVersion = "5.0";
+
+namespace {
+
+const char* const kSaveQuestion = "Θα σώσετε την παρούσα συλλογή; \nDo you want to save the present collection?";
+const char* const kSavedText = "Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly";
+const char* const kSaveErrorText =
+    "Λάθος κατά το σώσιμο Συλλογής. Παρακαλώ επαναλάβατε - Error while saving Collection. Please retry.";
+const char* const kVersionWarning =
+    "Συλλογή δημιουργημένη με διαφορετική έκδοση - Collection Created with different version";
+const char* const kReadingFiles = "-> Ανάγνωση αρχείων από Συλλογή... - Reading files from Collection...";
+const char* const kFilesError = "-> Λάθη στην ανάγνωση αρχείων συλλογής... - Error Reading Collection Files...";
+const char* const kReadingFilters = "-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...";
+const char* const kEndLoading = " -> Τέλος φορτώματος - End loading";
+
+// Saves between two sets of .backup copies.
+constexpr int kSavesPerBackup = 5;
+// default.qr is two short lines; anything longer is not ours to read whole.
+constexpr std::streamsize kPointerFileLimit = 1 << 16;
+
+std::string Load_Error_Text(const std::string& path) {
+    return " --->Λάθος κατά τη φόρτωση της συλλογής \"" + path + "\" -> Error while loading Collection";
+}
+
+// The lists are disabled while they fill in bulk, so that a view need not
+// follow them row by row.
+void Hide_Track_Lists(Form1& f) {
+    f.List2.SetEnabled(false);
+    for (ListBox& mirror : f.List3_0) mirror.SetEnabled(false);
+}
+
+void Show_Track_Lists(Form1& f) {
+    f.List2.SetEnabled(true);
+    for (ListBox& mirror : f.List3_0) mirror.SetEnabled(true);
+}
+
+// Reads default.qr the way a comma-separated text reader does: a text ends at
+// a comma or at the end of its line (unless quoted), a number at a blank, a
+// comma or the end of the line.
+class InputFields {
+public:
+    explicit InputFields(std::string_view text) : m_text(text) {}
+
+    bool Text(std::string& out) {
+        SkipBlanks();
+        if (AtEnd()) return false;
+        if (m_text[m_at] == '"') {
+            const size_t close = m_text.find('"', m_at + 1);
+            const size_t end = close == std::string_view::npos ? m_text.size() : close;
+            out = std::string(m_text.substr(m_at + 1, end - m_at - 1));
+            m_at = std::min(end + 1, m_text.size());
+            SkipTo(",\r\n");
+        } else {
+            const size_t start = m_at;
+            SkipTo(",\r\n");
+            out = RTrim(m_text.substr(start, m_at - start));
+        }
+        EndField();
+        return true;
+    }
+
+    bool Number(double& out) {
+        SkipBlanks();
+        if (AtEnd()) return false;
+        const size_t start = m_at;
+        SkipTo(" \t,\r\n");
+        out = Val(m_text.substr(start, m_at - start));
+        EndField();
+        return true;
+    }
+
+private:
+    bool AtEnd() const { return m_at >= m_text.size(); }
+    void SkipBlanks() {
+        while (!AtEnd() && (m_text[m_at] == ' ' || m_text[m_at] == '\t')) ++m_at;
+    }
+    void SkipTo(std::string_view stops) {
+        while (!AtEnd() && stops.find(m_text[m_at]) == std::string_view::npos) ++m_at;
+    }
+    // Past the blanks and the one comma or line end that closes a field.
+    void EndField() {
+        SkipBlanks();
+        if (AtEnd()) return;
+        if (m_text[m_at] == ',') {
+            ++m_at;
+        } else if (m_text[m_at] == '\r') {
+            ++m_at;
+            if (!AtEnd() && m_text[m_at] == '\n') ++m_at;
+        } else if (m_text[m_at] == '\n') {
+            ++m_at;
+        }
+    }
+
+    std::string_view m_text;
+    size_t m_at = 0;
+};
+
+std::array<int32_t*, 7> Statistics(CollectionState& c) {
+    return {&c.Stat_Files, &c.Stat_Years, &c.Stat_Months, &c.Stat_Days, &c.Stat_Hours, &c.Stat_Minutes,
+            &c.Stat_Seconds};
+}
+
+// The menu entry of mnuvideoshow that a Video_Mode value checks.
+int Video_Menu_Index(int16_t video_mode) {
+    if (video_mode == -1) return 0;
+    if (video_mode == 0) return 1;
+    return 2;
+}
+
+// Records 2 to 19 of the main file into the table and the window. A field
+// that cannot be read leaves its value as it was; the reading goes on.
+template <class Fault>
+void Read_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
+    Form1& f = ctx.form1;
+    TrackTable& t = ctx.table;
+    auto check = [&](bool ok) {
+        if (!ok) fault();
+        return ok;
+    };
+
+    std::string drive, dir;
+    const bool have_drive = check(main.GetString(2, drive));
+    const bool have_dir = check(main.GetString(3, dir));
+    const bool suppressed = ctx.core.Suppress_Events;
+    ctx.core.Suppress_Events = true;
+    if (have_drive) f.Drive1.SetPath(drive);
+    if (have_dir) f.Dir1.SetPath(dir);
+    ctx.core.Suppress_Events = suppressed;
+
+    check(main.GetLong(4, t.Current_Track));
+    check(main.GetLong(5, t.Current_Position));
+    check(main.GetLong(6, t.Track_Count));
+    check(main.GetInteger(7, t.Video_Mode));
+    const int checked = Video_Menu_Index(t.Video_Mode);
+    for (int i = 0; i < 3; ++i) f.Menus("mnuvideoshow", i).SetChecked(i == checked);
+
+    Currency dropped;
+    for (int r = 8; r <= 10; ++r) check(main.GetCurrency(r, dropped));
+    check(main.GetString(11, ctx.collection.Alarm_File));
+    for (int k = 0; k < kClassCount; ++k) {
+        check(main.GetInteger(12 + k, t.Class_Play[k]));
+        if (t.Class_Play[k] != 0) t.Any_Class_Play = -1;
+    }
+    check(main.GetLong(18, t.Played_Count));
+    check(main.GetLong(19, t.Played_High));
+    if (t.Played_High < t.Played_Count) t.Played_High = t.Played_Count;
+
+    // A damaged header must not hand on a count or a row number below zero:
+    // every loop and index of the program rests on them.
+    if (t.Track_Count < 0) t.Track_Count = 0;
+    if (t.Current_Track < 0) t.Current_Track = 0;
+}
+
+// Records 1 to 28 of the main file. Records 20 to 28 are never read back.
+void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& disk_failed) {
+    const Form1& f = ctx.form1;
+    const TrackTable& t = ctx.table;
+    const PlaybackState& p = ctx.playback;
+    ::unlink(path.c_str());
+    RecordFile main;
+    if (!main.Open(path, kMainRecordLength)) {
+        error = disk_failed = true;
+        return;
+    }
+    bool ok = main.PutString(1, kCollectionVersion);
+    ok &= main.PutString(2, f.Drive1.Path());
+    ok &= main.PutString(3, f.Dir1.Path());
+    ok &= main.PutLong(4, t.Current_Track);
+    ok &= main.PutLong(5, t.Current_Position);
+    ok &= main.PutLong(6, t.Track_Count);
+    ok &= main.PutInteger(7, t.Video_Mode);
+    ok &= main.PutCurrency(8, t.Total_Duration);
+    ok &= main.PutCurrency(9, p.Played_Duration);
+    ok &= main.PutCurrency(10, p.Played_Now);
+    ok &= main.PutString(11, ctx.collection.Alarm_File);
+    for (int k = 0; k < kClassCount; ++k) ok &= main.PutInteger(12 + k, t.Class_Play[k]);
+    ok &= main.PutLong(18, t.Played_Count);
+    ok &= main.PutLong(19, t.Played_High);
+    ok &= main.PutCurrency(20, p.Played_Class_Duration);
+    ok &= main.PutCurrency(21, p.Played_Class_Now);
+    ok &= main.PutCurrency(22, p.Class_Time_Left);
+    // The counter goes to record 23 and the first class duration lands on
+    // the same record at once: the file ends with the Currency there.
+    ok &= main.PutLong(23, ctx.collection.Saves_This_Run);
+    for (int k = 0; k < kClassCount; ++k) ok &= main.PutCurrency(23 + k, t.Class_Duration[k]);
+    if (!ok) error = true;
+    if (main.WriteFailed() || !main.Sync() || !main.Close()) error = disk_failed = true;
+}
+
+// A side file as it stands, under whichever spelling it has.
+std::string Existing(const std::string& writer, const std::string& other) {
+    return File_Exists(writer) || !File_Exists(other) ? writer : other;
+}
+
+// Puts the three new files of a full save in place. Once the marker exists,
+// the new Collection counts as written: a load that finds the marker reads
+// whatever has not been renamed yet under its temporary name, and the next
+// save finishes the renames.
+bool Commit_Full_Save(const CollectionPaths& paths) {
+    const std::string marker = Commit_Marker_Path(paths);
+    if (!Write_File_Safely(marker, "")) return false;
+    bool ok = std::rename(Temp_Path(paths.files).c_str(), paths.files.c_str()) == 0;
+    ok = std::rename(Temp_Path(paths.filters).c_str(), paths.filters.c_str()) == 0 && ok;
+    ok = std::rename(Temp_Path(paths.main).c_str(), paths.main.c_str()) == 0 && ok;
+    ok = Sync_Folder_Of(paths.main) && Sync_Folder_Of(paths.filters) && ok;
+    if (!ok) return false;
+    Drop_Other_Spelling(paths.files, paths.files_other);
+    Drop_Other_Spelling(paths.filters, paths.filters_other);
+    return ::unlink(marker.c_str()) == 0;
+}
+
+void Make_Backups(const CollectionPaths& paths) {
+    const std::string files[3] = {paths.main, Existing(paths.files, paths.files_other),
+                                  Existing(paths.filters, paths.filters_other)};
+    for (const std::string& file : files)
+        if (File_Exists(file)) Copy_File_Safely(file, Backup_Path(file));
+}
+
+}  // namespace
+
+void Load_Pointer(AppContext& ctx) {
+    Make_Folder(ctx, 1);
+    Make_Folder(ctx, 3);
+    CollectionState& c = ctx.collection;
+    c.Collection_Path = Default_Collection_Path(ctx);
+
+    std::ifstream in(Pointer_File_Path(ctx), std::ios::binary);
+    if (!in) return;
+    std::string bytes(static_cast<size_t>(kPointerFileLimit), '\0');
+    in.read(bytes.data(), kPointerFileLimit);
+    bytes.resize(static_cast<size_t>(in.gcount()));
+    const std::string text = Cp1253ToUtf8(bytes);
+    InputFields fields(text);
+
+    std::string path;
+    if (fields.Text(path) && !path.empty()) c.Collection_Path = path;
+    for (int32_t* stat : Statistics(c)) {
+        double value = 0;
+        if (!fields.Number(value)) break;
+        CLng(value, *stat);
+    }
+}
+
+void Save_Pointer(AppContext& ctx) {
+    CollectionState& c = ctx.collection;
+    if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
+    // The numbers as the text writer prints them: a place for the sign in
+    // front, a blank behind.
+    std::string text = c.Collection_Path + "\n";
+    for (int32_t* stat : Statistics(c)) text += Str(int64_t{*stat}) + " ";
+    text += "\n";
+
+    const std::string path = Pointer_File_Path(ctx);
+    const std::optional<std::string> bytes = Utf8ToCp1253(text);
+    if (!bytes) {
+        Log_Line(ctx, "-> " + path + ": the path of the Collection cannot be written in code page 1253");
+        return;
+    }
+    if (!Write_File_Safely(path, *bytes)) Log_Line(ctx, "-> " + path + ": the file cannot be written");
+}
+
+void Load_Collection(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    TrackTable& t = ctx.table;
+    CollectionState& c = ctx.collection;
+    if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
+    const CollectionPaths paths = Collection_Paths_Of(ctx, c.Collection_Path);
+    const FilesToRead to_read = Files_To_Read(paths);
+
+    Hide_Track_Lists(f);
+    // One line says the main file is damaged; a truncated file would
+    // otherwise repeat it for every field behind the cut.
+    bool logged = false;
+    auto fault = [&] {
+        if (logged) return;
+        logged = true;
+        Log_Line(ctx, Load_Error_Text(c.Collection_Path));
+    };
+
+    // A Collection that has never been saved begins as an empty main file.
+    // An existing one is opened for reading only: a load never writes.
+    RecordFile main;
+    if (!File_Exists(to_read.main) && !main.Open(to_read.main, kMainRecordLength)) fault();
+    main.Close();
+    if (!main.Open(to_read.main, kMainRecordLength, RecordFile::Mode::ReadOnly)) fault();
+
+    std::string version;
+    if (main.IsOpen() && main.RecordCount() > 0 && !main.GetString(1, version)) fault();
+
+    if (!version.empty() && version != kCollectionVersion) {
+        ctx.ports.dialogs.MsgBox(kVersionWarning, MsgButtons::OK, MsgIcon::Exclamation, "");
+    } else if (!version.empty()) {
+        Read_Header(ctx, main, fault);
+        main.Close();
+        if (t.Track_Count > kMaxTracks) {
+            ctx.ports.dialogs.MsgBox(CapacityExceededText(), MsgButtons::OK, MsgIcon::Critical, "");
+            // Nothing of it is loaded: the walk keeps no row of it either.
+            t.Track_Count = 0;
+            t.Current_Track = 0;
+            t.Current_Position = 0;
+            t.Played_Count = 0;
+            t.Played_High = 0;
+        } else {
+            t.Dimension(t.Track_Count);
+            if (t.Track_Count >= 1) {
+                Log_Line(ctx, kReadingFiles);
+                bool error = false;
+                Load_Files(ctx, to_read.files, error);
+                if (error) {
+                    Log_Line(ctx, kFilesError);
+                } else if (ctx.settings.Filters_Load != 0) {
+                    Log_Line(ctx, kReadingFilters);
+                    Load_Filters(ctx, to_read.filters, error);
+                }
+                if (!error) Log_Line(ctx, kEndLoading);
+            }
+            t.Collection_Saved = -1;
+        }
+    }
+    main.Close();
+
+    Show_Track_Lists(f);
+    if (t.Track_Count > 0) t.Resume_Pending = -1;
+}
+
+void Save_Collection(AppContext& ctx, bool question, bool full) {
+    Form1& f = ctx.form1;
+    TrackTable& t = ctx.table;
+    CollectionState& c = ctx.collection;
+    Dialogs& dialogs = ctx.ports.dialogs;
+
+    if (question && dialogs.MsgBox(kSaveQuestion, MsgButtons::YesNo, MsgIcon::Question, "") != MsgAnswer::Yes)
+        return;
+    if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
+    const CollectionPaths paths = Collection_Paths_Of(ctx, c.Collection_Path);
+
+    // Where playing stands, from the engine that plays.
+    MediaEngine& engine = t.Video_Mode != 0           ? ctx.ports.video
+                          : ctx.settings.Second_Player ? ctx.ports.second
+                                                       : ctx.ports.player;
+    if (const Result<double> position = engine.currentPosition(); position.ok())
+        CLng(position.value(), t.Current_Position);
+    // This is how the point of stopping survives a clean exit.
+    if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) {
+        const Currency stop(t.Current_Position);
+        if (t.Stop_Position[t.Current_Track] != stop) {
+            t.Stop_Position[t.Current_Track] = stop;
+            t.Saved[t.Current_Track] = false;
+        }
+    }
+    t.Track_Count = f.List2.ListCount();
+    if (t.Bound() < t.Track_Count) t.Grow_Columns();
+
+    bool error = false;
+    // A file that could not be written or synced, as against a field that
+    // could not be stored: it never replaces what stands on the disk.
+    bool disk_failed = !Settle_Interrupted_Save(paths);
+    std::error_code ec;
+    std::filesystem::create_directory(std::filesystem::path(paths.filters).parent_path(), ec);
+
+    // The main file is built first and takes its place last, once the side
+    // files it describes are on the disk.
+    const std::string main_temp = Temp_Path(paths.main);
+    if (!disk_failed) Write_Main(ctx, main_temp, error, disk_failed);
+
+    bool unsaved_row = false;
+    if (full) {
+        std::fill(t.Saved.begin(), t.Saved.end(), false);
+        error = false;
+    } else {
+        for (int32_t i = 0; i < t.Track_Count && !unsaved_row; ++i) unsaved_row = !t.Saved[i];
+    }
+
+    if (!disk_failed && (full || t.Filters_Changed != 0 || unsaved_row)) {
+        // An incremental save rewrites the records that changed, in place;
+        // a whole new file is built aside and renamed into place.
+        const bool in_place = !full && Adopt_Writer_Spelling(paths.filters, paths.filters_other) &&
+                              Update_Filters_In_Place(ctx, paths.filters, error, &disk_failed);
+        if (!in_place && !disk_failed) {
+            const std::string temp = Temp_Path(paths.filters);
+            Write_Filters(ctx, temp, error, &disk_failed);
+            if (!full && !disk_failed) {
+                if (Replace_File(temp, paths.filters))
+                    Drop_Other_Spelling(paths.filters, paths.filters_other);
+                else
+                    disk_failed = true;
+            }
+        }
+    }
+
+    if (!disk_failed) {
+        if (full) {
+            Write_Files(ctx, Temp_Path(paths.files), error, &disk_failed);
+        } else if (Adopt_Writer_Spelling(paths.files, paths.files_other)) {
+            Write_Files(ctx, paths.files, error, &disk_failed);
+        } else {
+            disk_failed = true;
+        }
+    }
+    t.Filters_Changed = 0;
+
+    if (!disk_failed) disk_failed = full ? !Commit_Full_Save(paths) : !Replace_File(main_temp, paths.main);
+    if (disk_failed) {
+        // What stands on the disk is the last Collection saved whole; the
+        // next save is to write every row again.
+        Settle_Interrupted_Save(paths);
+        std::fill(t.Saved.begin(), t.Saved.end(), false);
+        error = true;
+    }
+
+    if (question && !error) dialogs.MsgBox(kSavedText, MsgButtons::OK, MsgIcon::Information, "");
+    if (error) dialogs.MsgBox(kSaveErrorText, MsgButtons::OK, MsgIcon::Critical, "");
+
+    ++c.Saves_This_Run;
+    if (!error && c.Saves_This_Run >= kSavesPerBackup) {
+        c.Saves_This_Run = 0;
+        Make_Backups(paths);
+    }
+    t.Collection_Saved = -1;
+}
 
 }  // namespace velmora

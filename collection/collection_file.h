@@ -1,14 +1,53 @@
 #pragma once
 // The Collection's files on disk and the pointer to the last one.
+//
+// A Collection is a main file (the walk's state and the header), a files side
+// file (45 records per Track) and a filters side file (the catalogue's value
+// lists), all of fixed-length records; the pointer file default.qr names the
+// Collection of the last run.
+
+#include <array>
+#include <string>
 
 namespace velmora {
 
 struct AppContext;
+struct Form1;
+class ListBox;
+
+constexpr int kMainRecordLength = 300;
+constexpr int kFilesRecordLength = 400;
+constexpr int kFiltersRecordLength = 600;
+constexpr int kRecordsPerTrack = 45;
+constexpr int kMainRecords = 28;
+extern const char* const kCollectionVersion;  // "5.0"
 
 void Load_Pointer(AppContext& ctx);
 void Save_Pointer(AppContext& ctx);
 void Load_Collection(AppContext& ctx);
-// full: write every row, not only the changed ones; question: report success in a box.
+// full: write every row, not only the changed ones; question: ask first and
+// report success in a box.
 void Save_Collection(AppContext& ctx, bool question, bool full);
+
+// The side readers and writers; `error` is set on failure and never cleared.
+// The writers also set *disk_failed when the file itself could not be
+// written or synced, as against a field that could not be stored.
+void Load_Files(AppContext& ctx, const std::string& path, bool& error);
+void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
+void Load_Filters(AppContext& ctx, const std::string& path, bool& error);
+void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
+// Brings the filters side file up to date by rewriting only the records that
+// differ from what it is known to hold; an unchanged file is not touched.
+// False when that is not known, or a count changed: then it is written whole.
+bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
+
+// The lists the filters side file holds: the value boxes 1 to 8 of the
+// catalogue (Combo4_0) and the filter rows (List5). A box the window does
+// not have is stored with no items.
+struct FilterLists {
+    std::array<ListBox*, 8> boxes{};
+    ListBox* rows = nullptr;
+};
+FilterLists Filter_Lists(Form1& f);
 
 }  // namespace velmora

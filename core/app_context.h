@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,9 +14,11 @@
 #include "core/event_loop.h"
 #include "core/settings.h"
 #include "core/shell.h"
+#include "core/signal.h"
 #include "core/track_table.h"
 #include "desktop/forms.h"
 #include "playback/media_engine.h"
+#include "playback/playback_state.h"
 
 namespace velmora {
 
@@ -58,11 +62,25 @@ struct CollectionState {
     // Statistics kept in the pointer file.
     int32_t Stat_Files = 0, Stat_Years = 0, Stat_Months = 0, Stat_Days = 0;
     int32_t Stat_Hours = 0, Stat_Minutes = 0, Stat_Seconds = 0;
+    // The filter lists as the filters side file holds them (value boxes 1 to
+    // 8, then the filter rows), when known from the last load or write: an
+    // incremental save then rewrites only the records that differ.
+    std::array<std::vector<std::string>, 9> Stored_Filters;
+    bool Stored_Filters_Known = false;
 };
 
 // The report file beside the log box.
 struct ReportState {
-    int16_t Report_Open = 0;
+    int16_t Report_Open = 0;  // -1 while the report file is usable
+    // The report's file number, held from the head of a block to its end.
+    // An existing report is held for reading, so the writes of its block fail.
+    enum class Number { Closed, Input, Output };
+    struct Closer {
+        void operator()(std::FILE* f) const { std::fclose(f); }
+    };
+    Number Mode = Number::Closed;
+    std::unique_ptr<std::FILE, Closer> File;
+    std::vector<Subscription> Menu_Links;  // MnuMoreReport, MnuMoreReportDelete
 };
 
 // The filter rows, one cached fixed-width text per Track.
@@ -72,6 +90,13 @@ struct CatalogueState {
 
 // The timed events' trigger values.
 struct TimedState {};
+
+// The class statistics that playing reads; the rating work keeps them up.
+struct RatingsState {
+    bool Stats_Dirty = false;          // the class texts must be rebuilt at the next label refresh
+    int32_t Class_Total_Count = 0;     // Tracks in the classes chosen for playing
+    Currency Class_Total_Duration;     // their seconds
+};
 
 struct AppContext {
     explicit AppContext(Ports p) : ports(p) {}
@@ -85,6 +110,8 @@ struct AppContext {
     CatalogueState catalogue;
     CollectionState collection;
     ReportState report;
+    PlaybackState playback;
+    RatingsState ratings;
 
     Form1 form1;
     Form2 form2;
@@ -95,6 +122,10 @@ struct AppContext {
 
     // Where the program's folder is, before start-up derives App_Path from it.
     std::string program_folder;
+
+    // The controls' and engines' signals wired to their handlers; declared
+    // last so that they are cut before anything they point into goes away.
+    std::vector<Subscription> handlers;
 };
 
 }  // namespace velmora

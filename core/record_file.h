@@ -4,6 +4,10 @@
 // 2-byte length. A failing call returns false and leaves the file usable, so
 // the caller can count the error and carry on with the next field; nothing
 // ever reads outside the file or outside a record.
+//
+// Reads go through a window of whole records and writes through a buffer of
+// consecutive records, so a long file costs a few system calls per megabyte.
+// A put writes its whole record: the field, then zeros to the record's end.
 
 #include <cstdint>
 #include <memory>
@@ -35,6 +39,8 @@ public:
     // Whole records in the file (a partial last record counts as one).
     int64_t RecordCount() const;
     const std::string& LastError() const;
+    // Some buffered write failed to reach the file since it was opened.
+    bool WriteFailed() const;
 
     bool PutInteger(int64_t record, int16_t value);
     bool PutBoolean(int64_t record, bool value);  // 0 or -1

@@ -11,6 +11,7 @@
 #include "core/running_report.h"
 #include "core/settings_store.h"
 #include "core/text_format.h"
+#include "desktop/handlers.h"
 #include "desktop/tray.h"
 #include "playback/second_player.h"
 #include "playback/transport.h"
@@ -130,6 +131,9 @@ void Form_Load(AppContext& ctx) {
     ctx.ports.loop.Attach(f.Timer1);
     ctx.ports.loop.Attach(ctx.form4.Timer1);
     ctx.ports.loop.Attach(ctx.form5.Timer1);
+    // Wired before anything runs, so that the load's own presses and settings
+    // reach their handlers as a user's would.
+    Wire_Handlers(ctx);
     for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
     Initialise(ctx);
     Reset_Views(ctx, 0);

@@ -10,6 +10,23 @@
 
 namespace velmora {
 
+// A text box that shows part of its text selected: the file name at the end
+// of the path of the current Track. Start and length count characters.
+class PathBox : public TextBox {
+public:
+    using TextBox::TextBox;
+    int SelStart() const { return m_sel_start; }
+    int SelLength() const { return m_sel_length; }
+    void SetSelection(int start, int length) {
+        Set(m_sel_start, start);
+        Set(m_sel_length, length);
+    }
+
+private:
+    int m_sel_start = 0;
+    int m_sel_length = 0;
+};
+
 // The main window.
 struct Form1 : FormState {
     Form1();
@@ -49,12 +66,21 @@ struct Form1 : FormState {
     TextBox Text3{"Text3"};                  // backtrack steps
     std::array<TextBox, 5> Text5{TextBox{"Text5(0)"}, TextBox{"Text5(1)"}, TextBox{"Text5(2)"},
                                  TextBox{"Text5(3)"}, TextBox{"Text5(4)"}};
-    TextBox Text6{"Text6"};                  // path of the current Track
+    PathBox Text6{"Text6"};                  // path of the current Track, its name selected
     Label Label6{"Label6"};                  // play mode
     std::array<Label, 2> Label2{Label{"Label2(0)"}, Label{"Label2(1)"}};
     std::array<Label, 2> Label3{Label{"Label3(0)"}, Label{"Label3(1)"}};
     Slider Slider1{"Slider1"};
     ScrollBar HScroll1{"HScroll1"};          // volume
+    // Next (0) and previous (1) Track.
+    std::array<CommandButton, 2> Command3{CommandButton{"Command3(0)"}, CommandButton{"Command3(1)"}};
+    // Forward and back by the step count, top of history, the second window.
+    std::array<CommandButton, 4> Command15{CommandButton{"Command15(0)"}, CommandButton{"Command15(1)"},
+                                           CommandButton{"Command15(2)"}, CommandButton{"Command15(3)"}};
+    // Open the file's folder, select the current Track, select the played ones.
+    std::array<CommandButton, 3> Command10{CommandButton{"Command10(0)"}, CommandButton{"Command10(1)"},
+                                           CommandButton{"Command10(2)"}};
+    CommandButton Command8{"Command8"};      // rate the current Track
 
     // The shared progress bar and its percentage.
     std::array<Shape, 2> Shape1{Shape{"Shape1(0)"}, Shape{"Shape1(1)"}};
@@ -82,8 +108,25 @@ struct Form3 : FormState {
 
 // The small second player window.
 struct Form4 : FormState {
-    Form4() : FormState("Form4") { SetVisible(false); }
+    Form4() : FormState("Form4") {
+        SetVisible(false);
+        HScroll1.SetMax(2000);  // twentieths of the volume, as on the main window
+        Timer1.SetInterval(1000);
+    }
     Timer Timer1{"Form4.Timer1"};
+
+    // The mirrors of the main window's transport and displays.
+    CommandButton Command11{"Form4.Command11"};
+    std::array<TextBox, 5> Text5{TextBox{"Form4.Text5(0)"}, TextBox{"Form4.Text5(1)"}, TextBox{"Form4.Text5(2)"},
+                                 TextBox{"Form4.Text5(3)"}, TextBox{"Form4.Text5(4)"}};
+    TextBox Text1{"Form4.Text1"};            // "[Track] - [count]"
+    Label Label4{"Form4.Label4"};            // the counts
+    Label Label6{"Form4.Label6"};            // play mode
+    std::array<Label, 2> Label7{Label{"Form4.Label7(0)"}, Label{"Form4.Label7(1)"}};
+    Label Label9{"Form4.Label9"};            // path of the current Track
+    PictureBox Picture1{"Form4.Picture1"};   // album art
+    Slider Slider1{"Form4.Slider1"};
+    ScrollBar HScroll1{"Form4.HScroll1"};
 };
 
 // The snooze and countdown window.

@@ -6,5 +6,6 @@ namespace velmora {
 void MnuFavor_Play(AppContext&, int) {}
 void DeikseAgapi(AppContext&, int, int) {}
 void Update_Class_Labels(AppContext&) {}
+void Command8_Click(AppContext&) {}
 
 }  // namespace velmora

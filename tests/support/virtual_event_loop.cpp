@@ -145,7 +145,7 @@ VirtualEventLoop::Armed* VirtualEventLoop::NextDue(int64_t limit) {
 void VirtualEventLoop::Fire(Armed& armed) {
     // Re-arm before the handler runs, so that a handler that changes the timer
     // has the last word, and a handler that waits sees its timer fire again
-    // inside it, as the clock of a classic form does.
+    // inside it: the program's clock is written for that.
     Timer* timer = armed.timer;
     const int interval = timer->Interval();
     armed.due = interval > 0 ? armed.due + interval : -1;

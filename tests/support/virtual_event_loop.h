@@ -22,7 +22,9 @@ public:
     VirtualEventLoop();
     ~VirtualEventLoop() override;
 
-    // Runs the calls posted before this call and the timers due now; time stands.
+    // Runs the calls posted before this call and the timers due now; time
+    // stands, so code that waits for time to pass must wait through
+    // WaitForEvents or Wait: a loop of DoEvents alone would spin here forever.
     void DoEvents() override;
     // Runs pending posts if there are any; otherwise moves time to the first
     // timer due within max_ms and fires it (and any due at the same moment),
@@ -32,6 +34,7 @@ public:
     // The local time set by SetNow, moved on by the virtual time since.
     LocalTime Now() const override;
     void Post(std::function<void()> fn) override;
+    // A timer must be detached before it is destroyed.
     void Attach(Timer& timer) override;
     void Detach(Timer& timer) override;
 

@@ -1,0 +1,117 @@
+#include "catalogue/track_list_totals.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/app_context.h"
+#include "core/text_format.h"
+#include "playback/char_span.h"
+#include "playback/playback_clock.h"
+
+namespace velmora {
+
+namespace {
+
+const std::string kTen(10, ' ');
+
+std::string Number(int64_t n) { return Trim(Str(n)); }
+
+std::string Mode_Text(const AppContext& ctx) {
+    const TrackTable& t = ctx.table;
+    const bool shuffled = ctx.settings.Random_Order != 0;
+    if (t.Played_Count >= t.Played_High)
+        return shuffled ? "Τυχαία Αναπαραγωγή - Suffle Play" : "Σειριακή Αναπαραγωγή - Serial Play";
+    const std::string depth = "[-" + Number(int64_t{t.Played_High} - t.Played_Count) + "]";
+    return shuffled ? "Τυχαία Αναπαραγωγή [σε οπισθοδρόμηση] -> " + depth + " <- Suffle Play [in backtracking]"
+                    : "Σειριακή Αναπαραγωγή [σε οπισθοδρόμηση] -> " + depth + " <- Serial Play [in backtracking]";
+}
+
+std::string Percent_Text(int64_t whole, int64_t part) {
+    if (whole == 0) return Format(Currency(), "00.00");
+    return Format(Currency::FromDouble(100.0 / static_cast<double>(whole) * static_cast<double>(part)), "00.00");
+}
+
+}  // namespace
+
+void Etiketes_Synol_Songs(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    Form4& g = ctx.form4;
+    const TrackTable& t = ctx.table;
+    PlaybackState& p = ctx.playback;
+    const int64_t total = f.List2.ListCount();
+    const bool by_class = t.Any_Class_Play != 0;
+    int64_t class_played = 0;
+
+    if (total == 0) {
+        f.Text6.SetText("");
+        f.Text6.SetSelection(0, 0);
+    } else {
+        // What has been played in this cycle, and within the chosen classes.
+        Currency played_seconds, class_seconds;
+        bool current_counted = false, current_in_class = false;
+        const int rows = static_cast<int>(std::min<int64_t>(total, t.Bound() + 1));
+        for (int i = 0; i < rows; ++i) {
+            const int32_t number = t.Played_Number[i];
+            if (number == 0 || number > t.Played_Count) continue;
+            played_seconds += t.Duration[i];
+            const bool counted_in_class =
+                by_class && t.Rating_Class[i] >= 0 && t.Rating_Class[i] < kClassCount && t.Class_Play[t.Rating_Class[i]] != 0;
+            if (counted_in_class) {
+                ++class_played;
+                class_seconds += t.Duration[i];
+            }
+            if (i == t.Current_Track) {
+                current_counted = true;
+                current_in_class = counted_in_class;
+            }
+        }
+        // The clock adds the position in the current Track to what was played
+        // before it, so the current Track's own length stays out here.
+        p.Played_Duration = played_seconds - (current_counted ? t.Duration[t.Current_Track] : Currency());
+        p.Played_Class_Duration = class_seconds - (current_in_class ? t.Duration[t.Current_Track] : Currency());
+
+        const std::string mode = Mode_Text(ctx);
+        f.Label6.SetCaption(mode);
+        g.Label6.SetCaption(mode);
+
+        const std::string path = f.List2.List(t.Current_Track);
+        std::string name;
+        File_Name_Of(path, name);
+        f.Text6.SetText(path);
+        f.Text6.SetSelection(Char_Count(path) - Char_Count(name), Char_Count(name));
+        g.Label9.SetCaption(path);
+    }
+
+    const int64_t remaining = total - t.Played_Count;
+    const int64_t current = total - remaining;
+    const std::string percent = Percent_Text(total, current);
+    const std::string& collection = ctx.collection.Collection_Path;
+    const bool short_path = Char_Count(collection) < 110;
+    const std::string head =
+        "VELMORA II ---> " + (short_path ? collection : Char_Left(collection, 40) + "....." + Char_Right(collection, 65));
+
+    std::string counts;
+    if (!by_class) {
+        f.SetCaption(head + " [" + percent + (short_path ? "%]" : "%] "));
+        counts = "Τρέχων - Current: " + Number(current) + kTen + "Όλα - Total: " + Number(total) + kTen +
+                 "Εναπομείναντα - Remaining: " + Number(remaining);
+    } else {
+        const int64_t class_total = ctx.ratings.Class_Total_Count;
+        int64_t class_remaining = 0, class_current = 0;
+        std::string class_percent = Percent_Text(0, 0);
+        if (class_total > 0) {
+            class_remaining = class_total - class_played;
+            class_current = class_total - class_remaining;
+            class_percent = Percent_Text(class_total, class_current);
+        }
+        f.SetCaption(head + " [" + class_percent + "%] " + " [" + percent + (short_path ? "%]" : "%] "));
+        counts = "Τρέχων - Current: " + Number(current) + " [" + Number(class_current) + "]" + kTen +
+                 "Όλα - Total: " + Number(total) + " [" + Number(class_total) + "]" + kTen +
+                 "Εναπομείναντα - Remaining: " + Number(remaining) + " [" + Number(class_remaining) + "]";
+    }
+    f.Label3[0].SetCaption(counts);
+    g.Label4.SetCaption(counts);
+    g.SetCaption(Char_Left(f.Caption(), 38) + " ...... " + Char_Right(counts, 56));
+}
+
+}  // namespace velmora

@@ -1,0 +1,117 @@
+#include "cli/info_command.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <ostream>
+
+#include "cli/collection_reader.h"
+
+namespace velmora::cli {
+
+namespace {
+
+struct Totals {
+    int64_t tracks = 0;
+    Currency duration;
+    Currency size;  // megabytes
+    void Add(const TrackRecord& t) {
+        ++tracks;
+        duration += t.Duration;
+        size += t.File_Size;
+    }
+};
+
+// DDD:HH:MM:SS, as the program shows its time totals.
+std::string Time_Total(Currency seconds) {
+    long long s = seconds.Round();
+    const char* sign = s < 0 ? "-" : "";
+    if (s < 0) s = -s;
+    char text[48];
+    std::snprintf(text, sizeof text, "%s%03lld:%02lld:%02lld:%02lld", sign, s / 86400, s / 3600 % 24, s / 60 % 60,
+                  s % 60);
+    return text;
+}
+
+// Megabytes, and gigabytes from 1024 Mb on.
+std::string Size_Total(Currency megabytes) {
+    const double mb = megabytes.ToDouble();
+    char text[48];
+    if (mb >= 1024) std::snprintf(text, sizeof text, "%.2f Gb", mb / 1024);
+    else std::snprintf(text, sizeof text, "%.2f Mb", mb);
+    return text;
+}
+
+std::string Row(const char* name, const Totals& t) {
+    char text[128];
+    std::snprintf(text, sizeof text, "  %-9s %7lld  %s  %s\n", name, static_cast<long long>(t.tracks),
+                  Time_Total(t.duration).c_str(), Size_Total(t.size).c_str());
+    return text;
+}
+
+}  // namespace
+
+int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& err) {
+    const CollectionFiles where = Files_Of(main_path);
+    Header header;
+    std::string error;
+    if (!Read_Header(where.main, header, error)) {
+        err << "velmora-cli: " << error << '\n';
+        return 1;
+    }
+    if (!header.Version_String.empty() && header.Version_String != "5.0") {
+        err << "velmora-cli: " << main_path << ": a Collection of another version (" << header.Version_String
+            << ")\n";
+        return 1;
+    }
+    out << "Collection:  " << main_path << '\n';
+    if (header.Version_String.empty()) {
+        out << "Empty: created and never saved\n";
+        return 0;
+    }
+
+    // Only totals are kept: one Track in memory at a time, whatever the size.
+    int code = 0;
+    std::array<Totals, 6> classes;
+    Totals other, all;
+    int64_t played = 0;
+    if (header.Track_Count > 0) {
+        TrackStream tracks;
+        if (!tracks.Open(where.files, error)) {
+            err << "velmora-cli: " << error << '\n';
+            code = 1;
+        } else {
+            TrackRecord track;
+            for (int32_t i = 0; i < header.Track_Count; ++i) {
+                if (!tracks.Read(i, track, error)) {
+                    err << "velmora-cli: " << error << '\n';
+                    code = 1;
+                    break;
+                }
+                all.Add(track);
+                if (track.Played_Number != 0) ++played;
+                if (track.Rating_Class >= 0 && track.Rating_Class < 6) classes[track.Rating_Class].Add(track);
+                else other.Add(track);
+            }
+        }
+    }
+
+    out << "Tracks:      " << header.Track_Count;
+    if (all.tracks != header.Track_Count) out << " (" << all.tracks << " read)";
+    out << "\nPlayed:      " << played << " in this cycle (Played_Count " << header.Played_Count << ", Played_High "
+        << header.Played_High << ")\n";
+    out << "Resumes at:  Track " << header.Current_Track << ", " << Time_Total(Currency(header.Current_Position))
+        << '\n';
+    out << "Classes:\n";
+    static const std::array<std::pair<const char*, int>, 6> kOrder{
+        {{"S", 5}, {"A", 4}, {"B", 3}, {"C", 2}, {"X", 1}, {"Unmarked", 0}}};
+    for (const auto& [name, c] : kOrder) out << Row(name, classes[c]);
+    if (other.tracks > 0) out << Row("other", other);
+    out << Row("all", all);
+    const std::string& filters = where.filters;
+    std::error_code ec;
+    out << "Filters:     " << (!filters.empty() && std::filesystem::exists(filters, ec) ? filters : "none") << '\n';
+    return code;
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,33 @@
+// velmora-cli: the Collection tools of the terminal, over the same files as
+// the desktop program.
+
+#include <cstring>
+#include <iostream>
+#include <string>
+
+#include "cli/dump_command.h"
+#include "cli/info_command.h"
+
+namespace {
+
+int Usage() {
+    std::cerr << "usage: velmora-cli --version\n"
+                 "       velmora-cli dump FILE.qel   the Collection as JSON\n"
+                 "       velmora-cli info FILE.qel   a short summary\n";
+    return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::cout << "velmora-cli " VELMORA_VERSION "\n";
+        return 0;
+    }
+    if (argc != 3) return Usage();
+    const std::string command = argv[1];
+    if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);
+    if (command == "info") return velmora::cli::Info_Command(argv[2], std::cout, std::cerr);
+    return Usage();
+}

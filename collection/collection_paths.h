@@ -1,0 +1,69 @@
+#pragma once
+// Where the files of a Collection stand, worked out from the main file's path,
+// and how a save replaces them without ever leaving a half-written Collection.
+
+#include <string>
+#include <string_view>
+
+namespace velmora {
+
+struct AppContext;
+
+// App_Path + "velmora_sylloges/velmora.qel": the Collection of a first run.
+std::string Default_Collection_Path(const AppContext& ctx);
+std::string Pointer_File_Path(const AppContext& ctx);
+
+// The three files of one Collection. Side files carry the writer's spelling
+// of the suffix; the *_read names are those a load actually opens.
+struct CollectionPaths {
+    std::string main;
+    std::string files;    // "<main less .qel>_files.qqel", beside the main file
+    std::string filters;  // "<root>velmora_filtra/<name less .qel>_filters.qqel"
+    // The load's spelling of the side files ("_Files.qqel", "_Filters.qqel").
+    std::string files_other;
+    std::string filters_other;
+};
+
+CollectionPaths Collection_Paths_Of(const AppContext& ctx, const std::string& main_path);
+
+// A save builds whole files under this name beside the target and renames it
+// over the target only when the file is complete and on the disk.
+std::string Temp_Path(const std::string& target);
+// Present while a full save renames its three new files into place: from the
+// moment it exists, the new Collection is the one on disk, even where some
+// renames have not happened yet.
+std::string Commit_Marker_Path(const CollectionPaths& paths);
+std::string Backup_Path(const std::string& file);
+
+// The files a load reads: the writer's spelling first, else the load's; and
+// where a full save was committed but a crash cut off its renames, the new
+// files still under their temporary names.
+struct FilesToRead {
+    std::string main, files, filters;
+};
+FilesToRead Files_To_Read(const CollectionPaths& paths);
+
+// Finishes a full save that a crash interrupted after its commit, or throws
+// away the temporary files of one that never committed. Every save starts so.
+// False when a rename or a sync failed.
+bool Settle_Interrupted_Save(const CollectionPaths& paths);
+
+// The side file stored under the load's spelling only takes the writer's
+// name, so that rows written in place land in the file the load reads.
+bool Adopt_Writer_Spelling(const std::string& writer_path, const std::string& other_path);
+// After a full save has put the writer's file in place, a copy left under the
+// load's spelling would only shadow it: remove it, unless the file system
+// folds case and both names are the same file.
+void Drop_Other_Spelling(const std::string& writer_path, const std::string& other_path);
+
+bool File_Exists(const std::string& path);
+// Makes a rename or a new file in that folder durable.
+bool Sync_Folder_Of(const std::string& path);
+// rename(2), then the folder synced.
+bool Replace_File(const std::string& from, const std::string& to);
+// Copies a file to a temporary name, syncs it, and renames it to `to`.
+bool Copy_File_Safely(const std::string& from, const std::string& to);
+// Writes the bytes to a temporary name, syncs them, and renames it to `path`.
+bool Write_File_Safely(const std::string& path, std::string_view bytes);
+
+}  // namespace velmora

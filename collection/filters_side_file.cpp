@@ -1,0 +1,211 @@
+// The filters side file: the catalogue's value lists and filter rows, 600-byte
+// records written and read in sequence from record 1.
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "collection/collection_file.h"
+#include "collection/collection_paths.h"
+#include "collection/collection_progress.h"
+#include "core/app_context.h"
+#include "core/record_file.h"
+
+namespace velmora {
+
+namespace {
+
+// Value box k (1 to 8) of the catalogue, a control array of the window. A
+// window built without the array stores and reads its boxes as empty.
+template <class Form>
+ListBox* Value_Box(Form& f, int k) {
+    if constexpr (requires { f.Combo4_0[k]; }) {
+        return &f.Combo4_0[k];
+    } else {
+        return nullptr;
+    }
+}
+
+// The text from the n-th character on (counting from 1), by characters, not
+// bytes: every character of the file's code page is one character here.
+std::string From_Character(const std::string& utf8, int n) {
+    size_t at = 0;
+    for (int skipped = 0; skipped < n - 1 && at < utf8.size(); ++skipped) {
+        ++at;
+        while (at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80) ++at;
+    }
+    return utf8.substr(at);
+}
+
+// Progress of the filters reader: every 100th item and the last 150.
+bool Progress_Due(int64_t done, int64_t total) { return done % 100 == 0 || total - done < 150; }
+
+}  // namespace
+
+FilterLists Filter_Lists(Form1& f) {
+    FilterLists lists;
+    for (int k = 1; k <= 8; ++k) lists.boxes[k - 1] = Value_Box(f, k);
+    lists.rows = &f.List5;
+    return lists;
+}
+
+void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
+    Form1& f = ctx.form1;
+    const FilterLists lists = Filter_Lists(f);
+    RecordFile file;
+    ctx.collection.Stored_Filters_Known = false;
+    if (!file.Open(path, kFiltersRecordLength, RecordFile::Mode::ReadOnly)) {
+        error = true;
+        return;
+    }
+
+    std::array<int16_t, 9> counts{};
+    int64_t total = 0;
+    for (int k = 0; k < 9; ++k) {
+        if (!file.GetInteger(k + 1, counts[k])) error = true;
+        total += counts[k];
+    }
+
+    // Items follow one another from record 10. Past the end of the file no
+    // later record can be read either, so the reading stops there; a record
+    // that cannot be read inside the file is skipped.
+    const int64_t records = file.RecordCount();
+    int64_t record = 10;
+    int64_t done = 0;
+    bool ended = false;
+    std::string text;
+    auto next = [&]() -> bool {
+        if (record > records) {
+            error = true;
+            ended = true;
+            return false;
+        }
+        ++done;
+        if (Progress_Due(done, total)) Draw_Collection_Progress(f, done, total);
+        if (file.GetString(record++, text)) return true;
+        error = true;
+        return false;
+    };
+
+    auto& stored = ctx.collection.Stored_Filters;
+    for (auto& list : stored) list.clear();
+    for (int k = 0; k < 8 && !ended; ++k) {
+        for (int j = 0; j < counts[k] && !ended; ++j) {
+            if (!next()) continue;
+            stored[k].push_back(text);
+            if (lists.boxes[k]) lists.boxes[k]->AddItem(text);
+        }
+    }
+
+    // Record 9 holds the upper index of the rows, so that many plus one follow.
+    const int upper = counts[8];
+    if (upper < -1) error = true;
+    std::vector<std::string>& filter_text = ctx.catalogue.Filter_Text;
+    filter_text.assign(static_cast<size_t>(std::max(upper, 0)) + 1, std::string());
+    for (int j = 0; j <= upper && !ended; ++j) {
+        if (!next()) continue;
+        // The first two rows are headings; from the third on, a row is the
+        // Track's number twice and then its cached filter text.
+        if (j >= 2) filter_text[j] = From_Character(text, 15);
+        stored[8].push_back(text);
+    }
+    // One row per Track: they go to the list in one piece, as the Tracks do.
+    std::vector<std::string> rows = lists.rows->Items();
+    rows.insert(rows.end(), stored[8].begin(), stored[8].end());
+    lists.rows->Assign(std::move(rows));
+    ctx.collection.Stored_Filters_Known = !error;
+    ctx.table.Filters_Changed = 0;
+}
+
+void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed) {
+    const FilterLists lists = Filter_Lists(ctx.form1);
+    CollectionState& c = ctx.collection;
+    c.Stored_Filters_Known = false;
+    RecordFile file;
+    bool clean = true;
+    auto disk_error = [&] {
+        error = true;
+        clean = false;
+        if (disk_failed) *disk_failed = true;
+    };
+    if (!file.Open(path, kFiltersRecordLength)) {
+        disk_error();
+        return;
+    }
+
+    // A count beyond the Integer of its record cannot be stored.
+    auto put_count = [&](int64_t record, int count) {
+        if (count <= std::numeric_limits<int16_t>::max() && file.PutInteger(record, static_cast<int16_t>(count)))
+            return;
+        error = true;
+        clean = false;
+    };
+    for (int k = 0; k < 8; ++k) put_count(k + 1, lists.boxes[k] ? lists.boxes[k]->ListCount() : 0);
+    put_count(9, lists.rows->ListCount() - 1);
+
+    int64_t record = 10;
+    for (int k = 0; k < 9; ++k) {
+        const ListBox* list = k < 8 ? lists.boxes[k] : lists.rows;
+        c.Stored_Filters[k].clear();
+        if (!list) continue;
+        for (const std::string& item : list->Items()) {
+            if (!file.PutString(record++, item)) {
+                error = true;
+                clean = false;
+            }
+            c.Stored_Filters[k].push_back(item);
+        }
+    }
+
+    if (file.WriteFailed() || !file.Sync()) disk_error();
+    if (!file.Close()) disk_error();
+    // A record that could not be stored holds something else: from now on
+    // the file is only ever written whole.
+    c.Stored_Filters_Known = clean;
+}
+
+bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed) {
+    const FilterLists lists = Filter_Lists(ctx.form1);
+    CollectionState& c = ctx.collection;
+    if (!c.Stored_Filters_Known || !File_Exists(path)) return false;
+    std::array<const std::vector<std::string>*, 9> now{};
+    static const std::vector<std::string> kNone;
+    for (int k = 0; k < 9; ++k) {
+        const ListBox* list = k < 8 ? lists.boxes[k] : lists.rows;
+        now[k] = list ? &list->Items() : &kNone;
+        // Another count moves every record behind it.
+        if (now[k]->size() != c.Stored_Filters[k].size()) return false;
+    }
+
+    RecordFile file;
+    bool clean = true;
+    bool broken = false;
+    auto disk_error = [&] {
+        error = true;
+        clean = false;
+        broken = true;
+        if (disk_failed) *disk_failed = true;
+    };
+    int64_t record = 10;
+    for (int k = 0; k < 9 && !broken; ++k) {
+        for (size_t j = 0; j < now[k]->size(); ++j, ++record) {
+            const std::string& item = (*now[k])[j];
+            if (item == c.Stored_Filters[k][j]) continue;
+            // Opened only when something differs: an unchanged file keeps its date.
+            if (!file.IsOpen() && !file.Open(path, kFiltersRecordLength)) {
+                disk_error();
+                break;
+            }
+            if (!file.PutString(record, item)) {
+                error = true;
+                clean = false;
+            }
+            c.Stored_Filters[k][j] = item;
+        }
+    }
+    if (file.IsOpen() && (file.WriteFailed() || !file.Sync() || !file.Close())) disk_error();
+    c.Stored_Filters_Known = clean;
+    return true;
+}
+
+}  // namespace velmora

@@ -1,0 +1,370 @@
+#include "core/record_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include "core/codepage1253.h"
+
+namespace velmora {
+
+namespace {
+
+// Reads go through a window of whole records, so a load of a long side file
+// costs one system call per window rather than one per field; writes gather
+// consecutive records into a buffer of the same size. A megabyte keeps the
+// window in the processor's cache and the syscall count low.
+constexpr int64_t kWindowBytes = 1 << 20;
+
+std::string SysError(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
+
+// The UTF-8 form of each byte 0x80 to 0xFF of code page 1253, taken once from
+// the converter: a long load converts a few hundred thousand texts, and this
+// way each goes straight into its string, sized once.
+struct HighBytes {
+    std::array<std::array<char, 4>, 128> utf8{};
+    std::array<uint8_t, 128> length{};
+};
+
+const HighBytes& High_Bytes() {
+    static const HighBytes table = [] {
+        HighBytes t;
+        for (int b = 0x80; b <= 0xFF; ++b) {
+            const std::string s = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));
+            t.length[b - 0x80] = static_cast<uint8_t>(std::min<size_t>(s.size(), 4));
+            std::copy_n(s.begin(), t.length[b - 0x80], t.utf8[b - 0x80].begin());
+        }
+        return t;
+    }();
+    return table;
+}
+
+void Assign_From_Cp1253(std::string& out, std::string_view text) {
+    const HighBytes& high = High_Bytes();
+    size_t n = 0;
+    for (char c : text) {
+        const auto b = static_cast<unsigned char>(c);
+        n += b < 0x80 ? 1 : high.length[b - 0x80];
+    }
+    out.resize(n);
+    char* p = out.data();
+    for (char c : text) {
+        const auto b = static_cast<unsigned char>(c);
+        if (b < 0x80) {
+            *p++ = c;
+        } else {
+            std::memcpy(p, high.utf8[b - 0x80].data(), high.length[b - 0x80]);
+            p += high.length[b - 0x80];
+        }
+    }
+}
+
+}  // namespace
+
+struct RecordFile::Impl {
+    int fd = -1;
+    int length = 0;
+    bool writable = false;
+    bool write_failed = false;  // some buffered write never reached the file
+    std::string path;
+    std::string error;
+    int64_t size = 0;  // the file's length, counting what is still buffered
+
+    std::vector<char> window;  // read window: bytes [window_start, window_start + window_len)
+    int64_t window_start = 0;
+    int64_t window_len = 0;
+
+    std::vector<char> pending;  // buffered whole records: [pending_start, pending_start + pending_len)
+    int64_t pending_start = 0;
+    int64_t pending_len = 0;
+
+    int64_t Capacity() const {
+        const int64_t records = std::max<int64_t>(1, kWindowBytes / length);
+        return records * length;
+    }
+
+    bool Fail(std::string text) {
+        error = std::move(text);
+        return false;
+    }
+
+    // Byte offset of a record, or -1 when the number is out of range.
+    int64_t Offset(int64_t record) const {
+        if (record < 1) return -1;
+        if (record - 1 > (std::numeric_limits<int64_t>::max() - length) / length) return -1;
+        return (record - 1) * length;
+    }
+
+    bool Flush() {
+        int64_t done = 0;
+        while (done < pending_len) {
+            const ssize_t n = ::pwrite(fd, pending.data() + done, static_cast<size_t>(pending_len - done),
+                                       static_cast<off_t>(pending_start + done));
+            if (n < 0) {
+                if (errno == EINTR) continue;
+                write_failed = true;
+                error = SysError("write");
+                pending_len = 0;
+                return false;
+            }
+            done += n;
+        }
+        pending_len = 0;
+        return true;
+    }
+
+    bool Overlaps(int64_t start, int64_t len, int64_t off, int64_t n) const {
+        return len > 0 && off < start + len && start < off + n;
+    }
+
+    // The zeroed bytes of one whole record in the write buffer, or null.
+    char* Slot(int64_t record) {
+        if (fd < 0) {
+            Fail("the file is not open");
+            return nullptr;
+        }
+        if (!writable) {
+            Fail("the file is open for reading only");
+            return nullptr;
+        }
+        const int64_t off = Offset(record);
+        if (off < 0) {
+            Fail("record " + std::to_string(record) + " is out of range");
+            return nullptr;
+        }
+        if (pending.empty()) pending.resize(static_cast<size_t>(Capacity()));
+
+        char* slot = nullptr;
+        if (pending_len > 0 && off >= pending_start && off + length <= pending_start + pending_len &&
+            (off - pending_start) % length == 0) {
+            slot = pending.data() + (off - pending_start);
+        } else {
+            const bool appends = pending_len > 0 && off == pending_start + pending_len &&
+                                 pending_len + length <= static_cast<int64_t>(pending.size());
+            if (!appends) {
+                if (!Flush()) return nullptr;
+                pending_start = off;
+            }
+            slot = pending.data() + pending_len;
+            pending_len += length;
+        }
+        std::memset(slot, 0, static_cast<size_t>(length));
+        if (Overlaps(window_start, window_len, off, length)) window_len = 0;
+        size = std::max(size, off + length);
+        return slot;
+    }
+
+    // The bytes of a record that the file holds (at most the record length),
+    // or null with the error set. `avail` gets their count.
+    const char* Fetch(int64_t record, int64_t& avail) {
+        if (fd < 0) {
+            Fail("the file is not open");
+            return nullptr;
+        }
+        const int64_t off = Offset(record);
+        if (off < 0) {
+            Fail("record " + std::to_string(record) + " is out of range");
+            return nullptr;
+        }
+        if (Overlaps(pending_start, pending_len, off, length) && !Flush()) return nullptr;
+        if (off >= size) {
+            Fail("record " + std::to_string(record) + ": read past the end of the file");
+            return nullptr;
+        }
+        avail = std::min<int64_t>(length, size - off);
+        if (window_len > 0 && off >= window_start && off + avail <= window_start + window_len)
+            return window.data() + (off - window_start);
+
+        // The disk must hold what is buffered before the window is refilled
+        // from it: a record being read may lie behind a buffered one.
+        if (pending_len > 0 && !Flush()) return nullptr;
+        // No bigger than the file: a short file costs a short buffer.
+        if (window.empty()) {
+            const int64_t records = (size + length - 1) / length;
+            window.resize(static_cast<size_t>(std::min(Capacity(), std::max<int64_t>(records, 1) * length)));
+        }
+        window_start = off;
+        window_len = 0;
+        const int64_t want = std::min<int64_t>(static_cast<int64_t>(window.size()), size - off);
+        while (window_len < want) {
+            const ssize_t n = ::pread(fd, window.data() + window_len, static_cast<size_t>(want - window_len),
+                                      static_cast<off_t>(off + window_len));
+            if (n < 0) {
+                if (errno == EINTR) continue;
+                window_len = 0;
+                Fail(SysError("read"));
+                return nullptr;
+            }
+            if (n == 0) break;  // the file got shorter behind our back
+            window_len += n;
+        }
+        avail = std::min(avail, window_len);
+        if (avail <= 0) {
+            size = off;
+            Fail("record " + std::to_string(record) + ": read past the end of the file");
+            return nullptr;
+        }
+        return window.data();
+    }
+
+    template <class T>
+    bool PutRaw(int64_t record, T value) {
+        if (static_cast<int64_t>(sizeof(T)) > length) return Fail("the record is too short for the field");
+        char* slot = Slot(record);
+        if (!slot) return false;
+        // Fields are little-endian, as is every machine this runs on.
+        std::memcpy(slot, &value, sizeof(T));
+        return true;
+    }
+
+    template <class T>
+    bool GetRaw(int64_t record, T& value) {
+        int64_t avail = 0;
+        const char* bytes = Fetch(record, avail);
+        if (!bytes) return false;
+        if (avail < static_cast<int64_t>(sizeof(T)))
+            return Fail("record " + std::to_string(record) + ": read past the end of the file");
+        std::memcpy(&value, bytes, sizeof(T));
+        return true;
+    }
+};
+
+static_assert(std::endian::native == std::endian::little, "the record fields are stored little-endian");
+
+RecordFile::RecordFile() : m_impl(std::make_unique<Impl>()) {}
+
+RecordFile::~RecordFile() { Close(); }
+
+bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
+    Close();
+    Impl& m = *m_impl;
+    m.path = path;
+    m.error.clear();
+    m.write_failed = false;
+    if (record_length < 2) return m.Fail("record length " + std::to_string(record_length) + " is too short");
+    const int flags = mode == Mode::ReadWrite ? (O_RDWR | O_CREAT | O_CLOEXEC) : (O_RDONLY | O_CLOEXEC);
+    int fd = ::open(path.c_str(), flags, 0666);
+    if (fd < 0) return m.Fail(SysError(path.c_str()));
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+        ::close(fd);
+        return m.Fail(path + ": not a regular file");
+    }
+    m.fd = fd;
+    m.length = record_length;
+    m.writable = mode == Mode::ReadWrite;
+    m.size = st.st_size;
+    m.window_len = 0;
+    m.pending_len = 0;
+    // A new length needs new buffers of whole records.
+    m.window.clear();
+    m.pending.clear();
+    return true;
+}
+
+bool RecordFile::Close() {
+    Impl& m = *m_impl;
+    if (m.fd < 0) return true;
+    bool ok = m.Flush() && !m.write_failed;
+    if (::close(m.fd) != 0 && m.writable) {
+        m.error = SysError("close");
+        ok = false;
+    }
+    m.fd = -1;
+    m.window_len = 0;
+    return ok;
+}
+
+bool RecordFile::IsOpen() const { return m_impl->fd >= 0; }
+
+bool RecordFile::Sync() {
+    Impl& m = *m_impl;
+    if (m.fd < 0) return m.Fail("the file is not open");
+    if (!m.Flush()) return false;
+    if (::fsync(m.fd) != 0) {
+        m.write_failed = true;
+        return m.Fail(SysError("fsync"));
+    }
+    return !m.write_failed;
+}
+
+int RecordFile::RecordLength() const { return m_impl->length; }
+
+int64_t RecordFile::RecordCount() const {
+    const Impl& m = *m_impl;
+    if (m.length <= 0) return 0;
+    return (m.size + m.length - 1) / m.length;
+}
+
+const std::string& RecordFile::LastError() const { return m_impl->error; }
+
+bool RecordFile::WriteFailed() const { return m_impl->write_failed; }
+
+bool RecordFile::PutInteger(int64_t record, int16_t value) { return m_impl->PutRaw(record, value); }
+bool RecordFile::PutBoolean(int64_t record, bool value) {
+    return m_impl->PutRaw(record, static_cast<int16_t>(value ? -1 : 0));
+}
+bool RecordFile::PutLong(int64_t record, int32_t value) { return m_impl->PutRaw(record, value); }
+bool RecordFile::PutCurrency(int64_t record, Currency value) { return m_impl->PutRaw(record, value.Raw()); }
+bool RecordFile::PutByte(int64_t record, uint8_t value) { return m_impl->PutRaw(record, value); }
+
+bool RecordFile::PutString(int64_t record, const std::string& utf8) {
+    Impl& m = *m_impl;
+    std::optional<std::string> bytes = Utf8ToCp1253(utf8);
+    if (!bytes) return m.Fail("record " + std::to_string(record) + ": the text cannot be written in code page 1253");
+    if (static_cast<int64_t>(bytes->size()) > m.length - 2)
+        return m.Fail("record " + std::to_string(record) + ": a text of " + std::to_string(bytes->size()) +
+                      " bytes does not fit a record of " + std::to_string(m.length));
+    char* slot = m.Slot(record);
+    if (!slot) return false;
+    const auto n = static_cast<uint16_t>(bytes->size());
+    std::memcpy(slot, &n, 2);
+    std::memcpy(slot + 2, bytes->data(), bytes->size());
+    return true;
+}
+
+bool RecordFile::GetInteger(int64_t record, int16_t& value) { return m_impl->GetRaw(record, value); }
+
+bool RecordFile::GetBoolean(int64_t record, bool& value) {
+    int16_t raw = 0;
+    if (!m_impl->GetRaw(record, raw)) return false;
+    value = raw != 0;
+    return true;
+}
+
+bool RecordFile::GetLong(int64_t record, int32_t& value) { return m_impl->GetRaw(record, value); }
+
+bool RecordFile::GetCurrency(int64_t record, Currency& value) {
+    int64_t raw = 0;
+    if (!m_impl->GetRaw(record, raw)) return false;
+    value = Currency::FromRaw(raw);
+    return true;
+}
+
+bool RecordFile::GetByte(int64_t record, uint8_t& value) { return m_impl->GetRaw(record, value); }
+
+bool RecordFile::GetString(int64_t record, std::string& utf8) {
+    Impl& m = *m_impl;
+    int64_t avail = 0;
+    const char* bytes = m.Fetch(record, avail);
+    if (!bytes) return false;
+    if (avail < 2) return m.Fail("record " + std::to_string(record) + ": read past the end of the file");
+    uint16_t n = 0;
+    std::memcpy(&n, bytes, 2);
+    if (n > m.length - 2)
+        return m.Fail("record " + std::to_string(record) + ": a text length of " + std::to_string(n) +
+                      " points past its record");
+    if (n > avail - 2) return m.Fail("record " + std::to_string(record) + ": read past the end of the file");
+    Assign_From_Cp1253(utf8, std::string_view(bytes + 2, n));
+    return true;
+}
+
+}  // namespace velmora

@@ -1,0 +1,78 @@
+#include "desktop/handlers.h"
+
+#include "core/app_context.h"
+#include "playback/play_modes.h"
+#include "playback/play_state.h"
+#include "playback/playback_clock.h"
+#include "playback/transport.h"
+#include "ratings/rating_marks.h"
+
+namespace velmora {
+
+void Wire_Handlers(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    MenuSet& m = f.Menus;
+    MenuSet& tray = f.Tray;
+    auto& links = ctx.handlers;
+    auto on = [&](Signal<>& signal, void (*handler)(AppContext&)) {
+        links.push_back(signal.connect([&ctx, handler] { handler(ctx); }));
+    };
+    auto on_index = [&](Signal<>& signal, void (*handler)(AppContext&, int), int index) {
+        links.push_back(signal.connect([&ctx, handler, index] { handler(ctx, index); }));
+    };
+    // A text box or scroll bar changes through its value, not a click.
+    auto on_contents = [&](Control& control, void (*handler)(AppContext&)) {
+        links.push_back(control.Changed.connect([&ctx, handler](Change kind) {
+            if (kind == Change::Contents) handler(ctx);
+        }));
+    };
+
+    on(f.Timer1.Tick, Timer1_Timer);
+
+    // The engines' events.
+    links.push_back(ctx.ports.player.PlayStateChange.connect(
+        [&ctx](int) { WindowsMediaPlayer1_PlayStateChange(ctx, kWindowMain); }));
+    links.push_back(ctx.ports.video.PlayStateChange.connect(
+        [&ctx](int) { WindowsMediaPlayer1_PlayStateChange(ctx, kWindowVideo); }));
+    links.push_back(ctx.ports.second.PlayStateChange.connect(
+        [&ctx](int) { WindowsMediaPlayer1_PlayStateChange(ctx, kWindowSecond); }));
+    links.push_back(ctx.ports.player.StatusChange.connect([&ctx] { WindowsMediaPlayer1_StatusChange(ctx); }));
+
+    // The transport.
+    on(f.Command11.Click, Command11_Click);
+    for (int i = 0; i < 2; ++i) on_index(f.Command3[i].Click, Command3_Click, i);
+    for (int i = 0; i < 4; ++i) on_index(f.Command15[i].Click, Command15_Click, i);
+    for (int i = 0; i < 3; ++i) on_index(f.Command10[i].Click, Command10_Click, i);
+    on(f.Command8.Click, Command8_Click);
+    // Seeking follows the user's move only: the clock writes the slider's
+    // value every tick, and that must not seek.
+    on(f.Slider1.Scroll, Slider1_Change);
+    on_contents(f.HScroll1, HScroll1_Change);
+    on(f.HScroll1.Scroll, HScroll1_Scroll);
+    on_contents(f.Text3, Text3_Change);
+    on(f.List2.Click, list2_click);
+
+    // The Play menu.
+    on(m("MnuMoreAutoStart").Click, MnuMoreAutoStart_Click);
+    for (int i = 0; i < 3; ++i) on_index(m("MnuPlayAutoStartP", i).Click, MnuPlayAutoStartP_Click, i);
+    on(m("MnuMoreRandom").Click, MnuMoreRandom_Click);
+    on(m("MnuMorePreview_Active").Click, MnuMorePreview_Active_Click);
+    on(m("MnuMoreDuration").Click, MnuMoreDuration_Click);
+    on(m("MnuMoreMultiPreview").Click, MnuMoreMultiPreview_Click);
+    on(m("MnuMorePauseActive").Click, MnuMorePauseActive_Click);
+    on(m("MnuMorePauseDur").Click, MnuMorePauseDur_Click);
+    on(m("MnuMoreSound").Click, MnuMoreSound_Click);
+    for (int i = 0; i < 3; ++i) on_index(m("mnumorereplayn", i).Click, mnumorereplayn_Click, i);
+
+    // The tray's transport entries.
+    on(tray("mnusystemtrayback").Click, mnusystemtrayback_Click);
+    on(tray("mnusystemtraybackwards").Click, mnusystemtraybackwards_Click);
+    on(tray("mnusystemtrayforward").Click, mnusystemtrayforward_Click);
+    on(tray("mnusystemtraynext").Click, mnusystemtraynext_Click);
+    on(tray("mnusystemtraypause").Click, mnusystemtraypause_Click);
+    on(tray("mnusystemtraysuffle").Click, MnuMoreRandom_Click);
+    on(tray("MnuSysTrayDaCapo").Click, MnuSysTrayDaCapo_Click);
+    on(tray("mnusystrayrepeat").Click, mnusystrayrepeat_Click);
+}
+
+}  // namespace velmora

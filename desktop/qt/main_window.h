@@ -1,0 +1,96 @@
+#pragma once
+// The main window: draws Form1's controls and hands clicks and keys back to
+// them. What a click means is for the handlers connected to the controls.
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "core/signal.h"
+
+class QGroupBox;
+class QItemSelection;
+class QMenu;
+class QPlainTextEdit;
+class QStackedWidget;
+class QTabBar;
+class QTableView;
+class QToolButton;
+
+namespace velmora {
+
+struct Form1;
+class CaptionControl;
+class MenuView;
+class QtShell;
+class TrackListModel;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // esc_key receives the code of every key pressed in the window.
+    MainWindow(Form1& form, int& esc_key, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // Gives the tray icon its menu and picture, and lets the shell keep this
+    // window on top.
+    void AttachShell(QtShell& shell);
+    // A left click (or double click) on the tray icon.
+    void SetTrayClickHandler(std::function<void()> handler) { m_on_tray_click = std::move(handler); }
+    // The user closes the window.
+    void SetCloseHandler(std::function<void()> handler) { m_on_close = std::move(handler); }
+
+    QTableView& TrackView() const { return *m_tracks; }
+    TrackListModel& TrackModel() const { return *m_model; }
+    const MenuView& MenuActions() const { return *m_menus; }
+    QMenu& TrayMenu() const { return *m_tray_menu; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* BuildTransport();
+    QWidget* BuildTrackList();
+    QWidget* BuildPages();
+    QWidget* BuildLog();
+    QGroupBox* BuildFrame(CaptionControl& frame);
+
+    void ApplyForm();
+    void ApplyPlayButton();
+    void ApplyTrackLook();
+    void ApplySelection();
+    void ApplyPage();
+    void ApplyLog();
+    void UpdatePageTips();
+    void ViewSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected);
+    void SetOnTop(bool on);
+
+    Form1& m_form;
+    int& m_esc_key;
+    QtShell* m_shell = nullptr;
+
+    MenuView* m_menus = nullptr;
+    QMenu* m_tray_menu = nullptr;
+    QToolButton* m_play = nullptr;
+    TrackListModel* m_model = nullptr;
+    QTableView* m_tracks = nullptr;
+    QTabBar* m_page_tabs = nullptr;
+    QStackedWidget* m_pages = nullptr;
+    QPlainTextEdit* m_log = nullptr;
+
+    std::function<void()> m_on_tray_click;
+    std::function<void()> m_on_close;
+
+    bool m_syncing = false;       // the view is being set from the controls
+    bool m_log_pending = false;   // a redraw of the log is queued
+    int m_applied_index = -1;     // the list index last shown
+    int m_applied_top = 0;        // the top row last shown
+    std::vector<Subscription> m_subscriptions;
+};
+
+}  // namespace velmora

@@ -1,0 +1,77 @@
+#include "desktop/qt/track_list_model.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+#include "desktop/forms.h"
+
+namespace velmora {
+
+TrackListModel::TrackListModel(Form1& form, QObject* parent)
+    : QAbstractTableModel(parent),
+      m_boxes{&form.List3_0[0], &form.List3_0[1], &form.List3_0[2], &form.List3_0[3], &form.List3_0[4], &form.List2} {
+    for (ListBox* box : m_boxes) {
+        const bool is_path = box == &form.List2;
+        m_subscriptions.push_back(box->Changed.connect([this, is_path](Change kind) {
+            if (kind == Change::Contents) {
+                m_contents_dirty = true;
+            } else if (is_path && (kind == Change::Selection || kind == Change::Index)) {
+                m_selection_dirty = true;
+            } else {
+                return;
+            }
+            ScheduleFlush();
+        }));
+    }
+}
+
+int TrackListModel::rowCount(const QModelIndex& parent) const {
+    if (parent.isValid()) return 0;
+    // The boxes are kept in step by the logic; between two of its steps the
+    // longest one decides, so no row is ever out of sight.
+    int rows = 0;
+    for (const ListBox* box : m_boxes) rows = std::max(rows, box->ListCount());
+    return rows;
+}
+
+int TrackListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
+
+QVariant TrackListModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    switch (role) {
+        case Qt::DisplayRole:
+            return QString::fromStdString(m_boxes[index.column()]->List(index.row()));
+        case Qt::TextAlignmentRole:
+            if (index.column() == Path) return int(Qt::AlignLeft | Qt::AlignVCenter);
+            if (index.column() == Class) return int(Qt::AlignHCenter | Qt::AlignVCenter);
+            return int(Qt::AlignRight | Qt::AlignVCenter);
+        case Qt::ToolTipRole:
+            if (index.column() == Path) return QString::fromStdString(m_boxes[Path]->List(index.row()));
+            return {};
+        default:
+            return {};
+    }
+}
+
+void TrackListModel::ScheduleFlush() {
+    if (m_flush_pending) return;
+    m_flush_pending = true;
+    QTimer::singleShot(0, this, [this] { Flush(); });
+}
+
+void TrackListModel::Flush() {
+    m_flush_pending = false;
+    if (m_contents_dirty) {
+        m_contents_dirty = false;
+        beginResetModel();
+        endResetModel();
+        m_selection_dirty = true;  // a reset drops the view's selection
+    }
+    if (m_selection_dirty) {
+        m_selection_dirty = false;
+        Q_EMIT SelectionChanged();
+    }
+}
+
+}  // namespace velmora

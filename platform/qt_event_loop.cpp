@@ -1,0 +1,97 @@
+#include "platform/qt_event_loop.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QDateTime>
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QTimer>
+
+#include "core/controls.h"
+
+namespace velmora {
+
+QtEventLoop::QtEventLoop() : m_context(std::make_unique<QObject>()), m_clock(std::make_unique<QElapsedTimer>()) {
+    m_clock->start();
+}
+
+QtEventLoop::~QtEventLoop() {
+    for (auto& [timer, binding] : m_bindings) *binding->alive = false;
+    m_bindings.clear();
+    // Deleting the context drops the calls still queued to it.
+    m_context.reset();
+}
+
+void QtEventLoop::DoEvents() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+
+void QtEventLoop::WaitForEvents(int max_ms) {
+    if (max_ms <= 0) {
+        DoEvents();
+        return;
+    }
+    // The guard's timeout is itself an event, so the blocking call below
+    // returns by then at the latest, and sleeps in the meantime.
+    QTimer guard;
+    guard.setSingleShot(true);
+    guard.setTimerType(Qt::PreciseTimer);
+    guard.start(max_ms);
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+int64_t QtEventLoop::TickCount() const { return m_clock->elapsed(); }
+
+LocalTime QtEventLoop::Now() const {
+    const QDateTime now = QDateTime::currentDateTime();
+    const QDate date = now.date();
+    const QTime time = now.time();
+    LocalTime out;
+    out.year = date.year();
+    out.month = date.month();
+    out.day = date.day();
+    out.hour = time.hour();
+    out.minute = time.minute();
+    out.second = time.second();
+    return out;
+}
+
+void QtEventLoop::Post(std::function<void()> fn) {
+    QMetaObject::invokeMethod(m_context.get(), std::move(fn), Qt::QueuedConnection);
+}
+
+void QtEventLoop::Attach(Timer& timer) {
+    if (m_bindings.count(&timer) != 0) return;
+    auto binding = std::make_unique<Binding>();
+    Binding* raw = binding.get();
+    raw->qtimer = new QTimer(m_context.get());
+    // The tick is handed on through the queue rather than emitted inside the
+    // timeout: Qt never re-enters a timer whose timeout is still running, and
+    // the program's clock expects to tick again inside a handler that waits.
+    QObject::connect(raw->qtimer, &QTimer::timeout, m_context.get(), [this, &timer, alive = raw->alive] {
+        Post([&timer, alive] {
+            if (*alive) timer.Tick.emit();
+        });
+    });
+    raw->changed = timer.Changed.connect([this, &timer, raw](Change kind) {
+        if (kind == Change::Contents || timer.Enabled() != raw->enabled) Apply(timer, *raw);
+    });
+    Apply(timer, *raw);
+    m_bindings.emplace(&timer, std::move(binding));
+}
+
+void QtEventLoop::Detach(Timer& timer) {
+    auto it = m_bindings.find(&timer);
+    if (it == m_bindings.end()) return;
+    *it->second->alive = false;
+    delete it->second->qtimer;
+    m_bindings.erase(it);
+}
+
+void QtEventLoop::Apply(Timer& timer, Binding& binding) {
+    binding.enabled = timer.Enabled();
+    if (binding.enabled && timer.Interval() > 0)
+        binding.qtimer->start(timer.Interval());  // start() restarts a running timer
+    else
+        binding.qtimer->stop();
+}
+
+}  // namespace velmora

@@ -1,0 +1,53 @@
+#pragma once
+// The event loop port on Qt's loop of the main thread. Needs a
+// QCoreApplication (or QApplication) to exist for as long as it does.
+// The header stays free of Qt's own headers, whose "emit" keyword would
+// clash with the model's signals in whatever file includes both.
+
+#include <map>
+#include <memory>
+
+#include "core/event_loop.h"
+#include "core/signal.h"
+
+class QElapsedTimer;
+class QObject;
+class QTimer;
+
+namespace velmora {
+
+class QtEventLoop : public EventLoop {
+public:
+    QtEventLoop();
+    ~QtEventLoop() override;
+    QtEventLoop(const QtEventLoop&) = delete;
+    QtEventLoop& operator=(const QtEventLoop&) = delete;
+
+    void DoEvents() override;
+    // Blocks in Qt's loop until an event has been handled or max_ms has passed.
+    void WaitForEvents(int max_ms) override;
+    int64_t TickCount() const override;
+    LocalTime Now() const override;
+    // Safe to call from any thread: the call is queued to the main thread.
+    void Post(std::function<void()> fn) override;
+    void Attach(Timer& timer) override;
+    void Detach(Timer& timer) override;
+
+private:
+    struct Binding {
+        QTimer* qtimer = nullptr;
+        bool enabled = false;
+        Subscription changed;
+        std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    };
+
+    void Apply(Timer& timer, Binding& binding);
+
+    // Receiver of the posted calls and parent of the timers; it lives in the
+    // main thread, so queued calls run there whoever posts them.
+    std::unique_ptr<QObject> m_context;
+    std::unique_ptr<QElapsedTimer> m_clock;
+    std::map<Timer*, std::unique_ptr<Binding>> m_bindings;
+};
+
+}  // namespace velmora

@@ -1,0 +1,360 @@
+#include "playback/start_track.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "core/app_context.h"
+#include "core/codepage1253.h"
+#include "core/running_report.h"
+#include "core/text_format.h"
+#include "playback/char_span.h"
+#include "playback/next_track.h"
+#include "playback/play_modes.h"
+#include "playback/playback_clock.h"
+#include "ratings/rating_marks.h"
+#include "ratings/reset_views.h"
+
+namespace fs = std::filesystem;
+
+namespace velmora {
+
+const char* const kGoneForGood = "never_existed_non_existing.mp3";
+
+namespace {
+
+// Upper case of the Latin and Greek letters of code page 1253, the genre
+// texts' alphabet; other characters stay as they are.
+std::string Upper_Case(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        const unsigned char c = static_cast<unsigned char>(text[i]);
+        if (c >= 'a' && c <= 'z') {
+            out.push_back(static_cast<char>(c - 'a' + 'A'));
+            continue;
+        }
+        if ((c == 0xCE || c == 0xCF) && i + 1 < text.size()) {
+            const unsigned code = ((c & 0x1Fu) << 6) | (static_cast<unsigned char>(text[i + 1]) & 0x3Fu);
+            unsigned upper = code;
+            if (code >= 0x3B1 && code <= 0x3C9 && code != 0x3C2) upper = code - 0x20;  // α..ω
+            else if (code == 0x3C2) upper = 0x3A3;                                      // final ς
+            else if (code == 0x3AC) upper = 0x386;                                      // ά
+            else if (code >= 0x3AD && code <= 0x3AF) upper = code - 0x25;               // έ ή ί
+            else if (code == 0x3CC) upper = 0x38C;                                      // ό
+            else if (code == 0x3CD || code == 0x3CE) upper = code - 0x3F;               // ύ ώ
+            else if (code == 0x3CA || code == 0x3CB) upper = code - 0x20;               // ϊ ϋ
+            out.push_back(static_cast<char>(0xC0 | (upper >> 6)));
+            out.push_back(static_cast<char>(0x80 | (upper & 0x3F)));
+            ++i;
+            continue;
+        }
+        out.push_back(static_cast<char>(c));
+    }
+    return out;
+}
+
+std::string Clock_Text(int64_t seconds) {
+    return Format(seconds / 3600, "0#") + ":" + Format(seconds % 3600 / 60, "0#") + ":" + Format(seconds % 60, "0#");
+}
+
+MediaEngine* Engine_Of_Window(AppContext& ctx, int window) {
+    if (window == 2) return &ctx.ports.video;
+    if (window == 1) return Audio_Engine(ctx);
+    return nullptr;
+}
+
+// A file gone or emptied: it keeps its row and its number, gets class X, and
+// the walk moves on the way it was going.
+void Missing_File(AppContext& ctx) {
+    TrackTable& t = ctx.table;
+    const std::string& file = ctx.playback.Current_File;
+    const std::string n = Str(int64_t{t.Current_Track} + 1);
+    const std::string message = " Το αρχείο (" + n + ")" + file + "\n" + " δεν υφίσταται πλέον " +
+                                "ή έχει μηδενικό μήκος. Του αποδίδεται αρνητική προτίμηση..." + "\n" + "File (" + n +
+                                ")" + file + "\n" +
+                                " dosn't not longer exists or has zero lenght. It's been given negative favor...";
+    Log_Line(ctx, "->" + message);
+    if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) {
+        t.File_Size[t.Current_Track] = Currency();
+        t.Rating_Class[t.Current_Track] = 1;
+        t.Saved[t.Current_Track] = false;
+    }
+    ctx.ratings.Stats_Dirty = true;
+    DeikseAgapi(ctx, 1, t.Current_Track);
+    Calculate_Ratings(ctx);
+    ctx.ports.shell.Beep(2500, 50);
+    if (ctx.form1.List2.ListCount() - 1 > 0) Report_Fault(ctx, Repeat_Step(ctx));
+}
+
+void Fill_Tag_Boxes(AppContext& ctx) {
+    Form1& f = ctx.form1;
+    const std::string& file = ctx.playback.Current_File;
+    MediaEngine& reader = ctx.ports.reader;
+    ctx.playback.Tag_Boxes_Ready = 0;
+    ctx.core.Suppress_Events = true;
+
+    static const char* const kBoxes[5] = {"Title", "Artist", "Album", "WM/Year", "Comment"};
+    for (int i = 0; i < 5; ++i) {
+        auto item = reader.newMedia(file);
+        f.Text1[i].SetText(item ? item->getItemInfo(kBoxes[i]) : std::string());
+    }
+
+    auto item = reader.newMedia(file);
+    const std::string genre = Upper_Case(item ? item->getItemInfo("Genre") : std::string());
+    f.Combo1.SetListIndex(-1);
+    f.Combo1.SetText("");
+    if (IsNumeric(genre)) {
+        for (int row = 0; row < f.Combo1.ListCount(); ++row) {
+            if (Upper_Case(Char_Mid(f.Combo1.List(row), 7)) == genre) {
+                f.Combo1.SetListIndex(row);
+                break;
+            }
+        }
+    } else {
+        f.Combo1.SetText(genre);
+    }
+
+    ctx.core.Suppress_Events = false;
+    ctx.playback.Tag_Boxes_Ready = -1;
+}
+
+}  // namespace
+
+MediaEngine* Audio_Engine(AppContext& ctx) {
+    if (ctx.settings.Second_Player == 0) return &ctx.ports.player;
+    if (ctx.settings.Second_Player == -1) return &ctx.ports.second;
+    return nullptr;
+}
+
+MediaEngine* Active_Engine(AppContext& ctx) {
+    if (ctx.table.Video_Mode != 0) return &ctx.ports.video;
+    return Audio_Engine(ctx);
+}
+
+void File_Length_Check(AppContext& ctx, std::string& path, int64_t& size) {
+    std::error_code ec;
+    size = 0;
+    bool fault = path.empty() || !fs::is_regular_file(path, ec);
+    if (!fault) {
+        std::ifstream in(path, std::ios::binary);
+        fault = !in.is_open();
+        if (!fault) {
+            const auto length = fs::file_size(path, ec);
+            fault = static_cast<bool>(ec);
+            if (!fault) size = static_cast<int64_t>(length);
+        }
+    }
+    ctx.ports.loop.DoEvents();
+    if (fault || size == 0) path.clear();
+}
+
+bool Is_Video_File(AppContext& ctx, const std::string& path) {
+    auto item = ctx.ports.reader.newMedia(path);
+    const std::string type = FoldCase(item ? item->getItemInfo("MediaType") : std::string());
+    if (type == "audio") return false;
+    if (type == "photo" || type == "video") return true;
+    // Kept as they stand: "*.wmv" has five characters and never matches, and
+    // upper-case extensions do not match either.
+    static const char* const kTails[] = {".mpg", "mpeg", ".avi", ".asf", ".wmv", ".jpg",
+                                         "*.wmv", "jpeg", ".mpe", ".m1v", "mpv2", "mp2v"};
+    const std::string tail = path.size() >= 4 ? path.substr(path.size() - 4) : path;
+    for (const char* candidate : kTails)
+        if (tail == candidate) return true;
+    return false;
+}
+
+void Decide_Video(AppContext& ctx) {
+    TrackTable& t = ctx.table;
+    std::string copy = ctx.playback.Current_File;
+    int64_t size = 0;
+    File_Length_Check(ctx, copy, size);
+    if (copy.empty()) {
+        Missing_File(ctx);
+        return;
+    }
+
+    if (t.Video_Mode == -1) {
+        Video(ctx);
+    } else if (t.Video_Mode == 0) {
+        Play_Audio(ctx);
+    } else if (Is_Video_File(ctx, ctx.playback.Current_File)) {
+        if (t.Video_Mode != 2) Video(ctx);
+    } else if (t.Video_Mode == 2) {
+        Play_Audio(ctx);
+    }
+    // Kept as it stands: in Auto a file that is not video starts nothing, and
+    // the walk stands on it until the user moves on.
+
+    Fill_Tag_Boxes(ctx);
+}
+
+void Play_Audio(AppContext& ctx) {
+    Settings& s = ctx.settings;
+    const std::string& file = ctx.playback.Current_File;
+    double duration = 0;
+    if (MediaEngine* engine = Audio_Engine(ctx)) {
+        if (auto item = engine->newMedia(file)) duration = item->duration();
+        (void)engine->setURL(file);
+        (void)engine->setVolume(s.Volume_Step);
+    }
+    Media_Play(ctx, 1);
+
+    const int64_t whole = RoundHalfEven(duration);
+    for (Slider* slider : {&ctx.form1.Slider1, &ctx.form4.Slider1}) {
+        slider->SetMax(static_cast<int>(whole));
+        // A click in the channel moves 5% of the Track.
+        slider->SetLargeChange(static_cast<int>(RoundHalfEven(slider->Max() * 5 / 100.0)));
+    }
+    ctx.form1.Text5[0].SetText(Clock_Text(whole));
+    ctx.form4.Text5[0].SetText(Clock_Text(whole));
+}
+
+void Video(AppContext& ctx) {
+    const std::string& file = ctx.playback.Current_File;
+    if (file.empty()) return;
+    MediaEngine& video = ctx.ports.video;
+    ctx.form2.Show();
+    (void)video.newMedia(file);
+    (void)video.setURL(file);
+    (void)video.setVolume(ctx.settings.Volume_Step);
+    // The sound must not come from two engines.
+    (void)ctx.ports.player.stop();
+    (void)ctx.ports.player.setURL("");
+    Media_Play(ctx, 2);
+    Wait(ctx.ports.loop, 200);
+    auto media = video.currentMedia();
+    const int64_t whole = RoundHalfEven(media ? media->duration() : 0.0);
+    ctx.form1.Text5[0].SetText(Clock_Text(whole));
+    ctx.form4.Text5[0].SetText(Clock_Text(whole));
+}
+
+void Media_Play(AppContext& ctx, int window) {
+    TrackTable& t = ctx.table;
+    Settings& s = ctx.settings;
+    PlaybackState& p = ctx.playback;
+    MediaEngine* engine = Engine_Of_Window(ctx, window);
+
+    // 1: once per run, and only when the program started playing by itself.
+    if (p.First_Play_Done == 0 && s.Auto_Start == -1) {
+        Wait(ctx.ports.loop, 500);
+        p.First_Play_Done = -1;
+    }
+
+    // 2: a Track that comes up while the user has paused stays paused.
+    if (ctx.form1.Tray("mnusystemtraypause").Checked()) {
+        if (engine != nullptr) (void)engine->pause();
+        return;
+    }
+
+    // 3: the start point.
+    if (s.Preview_Active == -1) {
+        auto duration_now = [&] {
+            auto media = engine != nullptr ? engine->currentMedia() : nullptr;
+            int16_t point = 0;
+            return CInt(media ? media->duration() / 5 : 0.0, point) ? point : int16_t{0};
+        };
+        if (s.Preview_Points.empty()) s.Preview_Points.assign(1, 0);
+        s.Preview_Points[0] = duration_now();
+        if (s.Preview_Points[0] == 0) {
+            // The engine may not have opened the file yet: once more, no further.
+            Wait(ctx.ports.loop, 1000);
+            s.Preview_Points[0] = duration_now();
+        }
+        t.Current_Position = s.Preview_Points[0];
+    } else if (s.Autostart_Index == 2) {
+        if (t.Current_Track >= 0 && t.Current_Track <= t.Bound())
+            t.Current_Position = static_cast<int32_t>(t.Stop_Position[t.Current_Track].Round());
+    } else if (s.Autostart_Index == 0) {
+        t.Current_Position = 0;
+    }
+
+    // 4
+    if (engine != nullptr) (void)engine->setCurrentPosition(t.Current_Position);
+    ctx.form1.Slider1.SetValue(t.Current_Position);
+
+    // 5
+    if (ctx.form1.Menus("MnuMorePauseActive").Checked()) Pause_Between_Files(ctx, window);
+
+    // 6: the next tick, 300 ms from now, starts the engine.
+    Arm_Short_Tick(ctx, kTickStart, ctx.form1.Timer1.Interval());
+}
+
+std::string Dump_File_Path(const AppContext& ctx) { return ctx.core.App_Path + "dump.mp3"; }
+
+std::string Silent_Mp3_Bytes() {
+    // MPEG-1 layer III, 32 kbit/s, 44.1 kHz, mono: a 104-byte frame whose side
+    // information and main data are all zero decodes to silence. Eight frames
+    // are about a fifth of a second, enough for any engine to open and play.
+    std::string frame(104, '\0');
+    frame[0] = static_cast<char>(0xFF);
+    frame[1] = static_cast<char>(0xFB);
+    frame[2] = static_cast<char>(0x10);
+    frame[3] = static_cast<char>(0xC4);
+    std::string bytes;
+    for (int i = 0; i < 8; ++i) bytes += frame;
+    return bytes;
+}
+
+void Release_Engine(AppContext& ctx, int window) {
+    const std::string dump = Dump_File_Path(ctx);
+    {
+        std::ofstream out(dump, std::ios::binary | std::ios::trunc);
+        out << Silent_Mp3_Bytes();
+    }
+    MediaEngine& engine = window == 2 ? ctx.ports.video : ctx.ports.player;
+    (void)engine.setURL(dump);
+    (void)engine.newMedia(dump);
+}
+
+void Drop_Dump_File(AppContext& ctx) {
+    std::error_code ec;
+    fs::remove(Dump_File_Path(ctx), ec);  // a file that is not there is no fault here
+}
+
+void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::string& new_path,
+                          const std::string& marker, const std::function<void()>& write_tags) {
+    PlaybackState& p = ctx.playback;
+    ctx.core.Suppress_Events = true;
+    if (path != p.Current_File) {
+        if (write_tags) write_tags();
+        ctx.core.Suppress_Events = false;
+        return;
+    }
+
+    int window = 0;
+    if (ctx.table.Video_Mode == 0) window = 1;
+    else if (ctx.table.Video_Mode == -1) window = 2;
+    MediaEngine* engine = window == 1 ? &ctx.ports.player : window == 2 ? &ctx.ports.video : nullptr;
+
+    double position = 0;
+    int state = 0;
+    if (engine != nullptr) {
+        position = engine->currentPosition().value_or(0.0);
+        state = engine->playState();
+        (void)engine->stop();
+        (void)engine->close();
+        Release_Engine(ctx, window);
+    }
+
+    if (marker != kGoneForGood) {
+        if (write_tags) write_tags();
+    } else {
+        // The file goes away for good: nothing of it stays on the screen.
+        for (auto& box : ctx.form1.Text1) box.SetText("");
+        ctx.form1.Combo1.SetListIndex(-1);
+        ctx.form1.Picture1.SetPicture("");
+        ctx.form4.Picture1.SetPicture("");
+    }
+    Drop_Dump_File(ctx);
+
+    if (engine != nullptr) {
+        (void)engine->setURL(new_path.empty() ? p.Current_File : new_path);
+        (void)engine->setCurrentPosition(position);
+        if (state == PS_Playing) (void)engine->play();
+        else (void)engine->pause();
+    }
+    ctx.core.Suppress_Events = false;
+}
+
+}  // namespace velmora

@@ -1,0 +1,293 @@
+// The main window over a Form1 of its own, drawn offscreen.
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTableView>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <set>
+
+#include "core/startup.h"
+#include "desktop/forms.h"
+#include "desktop/qt/main_window.h"
+#include "desktop/qt/menu_view.h"
+#include "desktop/qt/track_list_model.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+void Settle() {
+    // Twice: a redraw queued by the first pass runs in the second.
+    QApplication::processEvents();
+    QApplication::processEvents();
+}
+
+void AddTrack(Form1& form, const std::string& number, const std::string& rating, const std::string& time,
+              const std::string& size, const std::string& rate, const std::string& path) {
+    form.List3_0[0].AddItem(number);
+    form.List3_0[1].AddItem(rating);
+    form.List3_0[2].AddItem(time);
+    form.List3_0[3].AddItem(size);
+    form.List3_0[4].AddItem(rate);
+    form.List2.AddItem(path);
+}
+
+// Every action below the menu, depth first.
+void Collect(const QList<QAction*>& actions, std::vector<QAction*>& out) {
+    for (QAction* action : actions) {
+        out.push_back(action);
+        if (action->menu()) Collect(action->menu()->actions(), out);
+    }
+}
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        AddTrack(form, "00001", "S", "00:03:41", "8.45", "320", "/music/Χατζιδάκις/Ο κύκλος.mp3");
+        AddTrack(form, "00002", "-", "00:04:02", "5.10", "192", "/music/Theodorakis/Zorba.flac");
+        AddTrack(form, "00003", "A", "01:12:09", "712.3", "1411", "/video/Ταινία & ήχος.mkv");
+        form.Text2[0].SetText("12:00:01 -> Έτοιμο - Done\n12:00:00 -> Φόρτωμα - Loading\n");
+        form.Command11.SetPicture("play");
+        form.Show();
+        Settle();
+    }
+
+    Form1 form;
+    int esc_key = 0;
+    MainWindow window{form, esc_key};
+};
+
+TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
+    const QImage picture = window.grab().toImage();
+    const QString out_dir = QCoreApplication::applicationDirPath() + "/test-output";
+    QDir().mkpath(out_dir);
+    const QString png = out_dir + "/main_window.png";
+    ASSERT_TRUE(picture.save(png));
+    std::printf("main window drawn to %s\n", qPrintable(png));
+    form.Menus("MnuMoreRandom").SetChecked(true);
+    QMenu* play = window.MenuActions().ActionFor(form.Menus("MnuPlay"))->menu();
+    play->adjustSize();
+    const QString menu_png = out_dir + "/play_menu.png";
+    ASSERT_TRUE(play->grab().save(menu_png));
+    std::printf("play menu drawn to %s\n", qPrintable(menu_png));
+
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("VELMORA II"));
+    EXPECT_EQ(window.TrackModel().rowCount(), 3);
+    EXPECT_EQ(window.TrackModel().index(2, TrackListModel::Path).data().toString(),
+              QStringLiteral("/video/Ταινία & ήχος.mkv"));
+    EXPECT_EQ(window.TrackModel().index(0, TrackListModel::Class).data().toString(), QStringLiteral("S"));
+    EXPECT_TRUE(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().startsWith("12:00:01 -> Έτοιμο"));
+
+    // The bar: seven menus and the one command that stands on it alone.
+    QStringList menus, commands;
+    for (QAction* action : window.menuBar()->actions()) (action->menu() ? menus : commands) << action->text();
+    EXPECT_EQ(menus, QStringList({"Αρχεία - Files", "Αναπαραγωγή - Play", "Προτίμηση - Rating", "Φίλτρα - Filters",
+                                  "Περισσότερα - More", "Διακόπτες - Triggers", "Πληροφορίες - About"}));
+    EXPECT_EQ(commands, QStringList({"Ελαχιστοποίηση - Minimize"}));
+
+    // One action per row of the table, in the table's order under its parent.
+    std::vector<QAction*> all;
+    Collect(window.menuBar()->actions(), all);
+    EXPECT_EQ(all.size(), form.Menus.All().size());
+    std::set<QAction*> seen;
+    for (const auto& item : form.Menus.All()) {
+        QAction* action = window.MenuActions().ActionFor(*item);
+        ASSERT_NE(action, nullptr) << item->Name();
+        EXPECT_TRUE(seen.insert(action).second) << item->Name() << " shares its action";
+        EXPECT_EQ(action->text().replace("&&", "&").toStdString(), item->Caption()) << item->Name();
+        if (!item->Children().empty()) {
+            ASSERT_NE(action->menu(), nullptr) << item->Name();
+            const QList<QAction*> shown = action->menu()->actions();
+            ASSERT_EQ(static_cast<size_t>(shown.size()), item->Children().size()) << item->Name();
+            for (size_t i = 0; i < item->Children().size(); ++i)
+                EXPECT_EQ(shown[static_cast<int>(i)], window.MenuActions().ActionFor(*item->Children()[i]));
+        }
+    }
+
+    // The tray popup holds the tray rows, and not the main menu.
+    QStringList tray;
+    for (QAction* action : window.TrayMenu().actions()) tray << action->text();
+    ASSERT_EQ(tray.size(), 14);
+    EXPECT_EQ(tray.front(), QStringLiteral("Πάντα σε πρώτο πλάνο - Always on top"));
+    EXPECT_EQ(tray.back(), QStringLiteral("Έξοδος - Quit"));
+}
+
+TEST_F(MainWindowTest, MenuActionsFollowTheirItemsAndRaiseClick) {
+    MenuItem& random = form.Menus("MnuMoreRandom");
+    QAction* action = window.MenuActions().ActionFor(random);
+    ASSERT_NE(action, nullptr);
+
+    int clicks = 0;
+    auto toggle = random.Click.connect([&] {
+        ++clicks;
+        random.SetChecked(!random.Checked());
+    });
+    action->trigger();
+    EXPECT_EQ(clicks, 1);
+    EXPECT_TRUE(action->isChecked());
+    action->trigger();
+    EXPECT_EQ(clicks, 2);
+    EXPECT_FALSE(action->isChecked());
+
+    // A handler that leaves the mark alone leaves it alone on screen too.
+    toggle.reset();
+    random.SetChecked(true);
+    auto counter = random.Click.connect([&] { ++clicks; });
+    action->trigger();
+    EXPECT_EQ(clicks, 3);
+    EXPECT_TRUE(action->isChecked());
+
+    random.SetEnabled(false);
+    random.SetCaption("A & B");
+    EXPECT_FALSE(action->isEnabled());
+    EXPECT_EQ(action->text(), QStringLiteral("A && B"));
+    form.Menus("MnuMoreMinimize").SetVisible(false);
+    EXPECT_FALSE(window.MenuActions().ActionFor(form.Menus("MnuMoreMinimize"))->isVisible());
+    form.Tray.TopLevel().front()->SetEnabled(false);
+    EXPECT_FALSE(window.TrayMenu().isEnabled());
+}
+
+TEST_F(MainWindowTest, ABurstOfAddsResetsTheTableOnce) {
+    int resets = 0;
+    QObject::connect(&window.TrackModel(), &QAbstractItemModel::modelReset, [&] { ++resets; });
+    for (int i = 0; i < 1000; ++i) {
+        form.List2.AddItem("/music/" + std::to_string(i) + ".mp3");
+        form.List3_0[0].AddItem(std::to_string(i));
+    }
+    EXPECT_EQ(resets, 0);
+    Settle();
+    EXPECT_EQ(resets, 1);
+    EXPECT_EQ(window.TrackModel().rowCount(), 1003);
+    EXPECT_EQ(window.TrackView().model()->index(1002, TrackListModel::Path).data().toString(),
+              QStringLiteral("/music/999.mp3"));
+}
+
+TEST_F(MainWindowTest, SelectionTravelsBothWays) {
+    int clicks = 0;
+    auto sub = form.List2.Click.connect([&] { ++clicks; });
+    QItemSelectionModel& selection = *window.TrackView().selectionModel();
+    const QAbstractItemModel& model = window.TrackModel();
+
+    // The user picks rows 1 and 2, row 2 last.
+    selection.setCurrentIndex(model.index(2, 0), QItemSelectionModel::NoUpdate);
+    selection.select(QItemSelection(model.index(1, 0), model.index(2, TrackListModel::Path)),
+                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    Settle();
+    EXPECT_FALSE(form.List2.Selected(0));
+    EXPECT_TRUE(form.List2.Selected(1));
+    EXPECT_TRUE(form.List2.Selected(2));
+    EXPECT_EQ(form.List2.ListIndex(), 2);
+    EXPECT_EQ(clicks, 1);
+
+    // The logic moves to row 0 and clears row 2; the view follows without
+    // telling it back as a click.
+    form.List2.SetSelected(2, false);
+    form.List2.SetSelected(0, true);
+    form.List2.SetListIndex(0);
+    EXPECT_EQ(clicks, 2);
+    Settle();
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(selection.currentIndex().row(), 0);
+    std::set<int> rows;
+    for (const QModelIndex& index : selection.selectedRows()) rows.insert(index.row());
+    EXPECT_EQ(rows, std::set<int>({0, 1}));
+
+    // A refill keeps the selection the logic holds.
+    form.List2.AddItem("/music/new.mp3");
+    Settle();
+    rows.clear();
+    for (const QModelIndex& index : selection.selectedRows()) rows.insert(index.row());
+    EXPECT_EQ(rows, std::set<int>({0, 1}));
+}
+
+TEST_F(MainWindowTest, KeysReachTheLogic) {
+    int plays = 0;
+    auto sub = form.Command11.Click.connect([&] { ++plays; });
+    auto press = [this](int key) {
+        QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : &window;
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "");
+        QApplication::sendEvent(target, &event);
+    };
+    window.TrackView().setFocus();
+    window.activateWindow();
+    Settle();
+
+    press(Qt::Key_Escape);
+    EXPECT_EQ(esc_key, 27);
+    press(Qt::Key_A);
+    EXPECT_EQ(esc_key, 65);
+    press(Qt::Key_Space);
+    EXPECT_EQ(plays, 1);
+    EXPECT_EQ(esc_key, 32);
+
+    form.Command11.SetEnabled(false);
+    press(Qt::Key_Space);
+    EXPECT_EQ(plays, 1);
+
+    // Long work disables the window and still stops on Esc.
+    form.SetEnabled(false);
+    Settle();
+    press(Qt::Key_Escape);
+    EXPECT_EQ(esc_key, 27);
+}
+
+TEST_F(MainWindowTest, PagesShowTheirFrames) {
+    auto* tabs = window.findChild<QTabBar*>();
+    ASSERT_NE(tabs, nullptr);
+    ASSERT_EQ(tabs->count(), 5);
+
+    form.MultiPage1.SetValue(2);
+    EXPECT_EQ(tabs->currentIndex(), 2);
+    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame1")->isVisible());
+    EXPECT_EQ(window.findChild<QGroupBox*>("Frame1")->title(),
+              QStringLiteral("Αναζήτηση Πολυμέσων - Multimedia Search"));
+    EXPECT_FALSE(window.findChild<QGroupBox*>("Frame8")->isVisible());
+
+    int changes = 0;
+    auto sub = form.MultiPage1.Change_.connect([&] { ++changes; });
+    tabs->setCurrentIndex(3);
+    EXPECT_EQ(form.MultiPage1.Value(), 3);
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame8")->isVisible());
+
+    // The shared place of pages 0 and 1 shows whichever of its frames the logic shows.
+    form.MultiPage1.SetValue(0);
+    form.Frame4.SetVisible(false);
+    EXPECT_FALSE(window.findChild<QGroupBox*>("Frame4")->isVisible());
+    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame12")->isVisible());
+}
+
+// The window over a whole program brought up on the test doubles.
+TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
+    testing::TestApp app;
+    app.ctx.program_folder = app.folder.Str();
+    MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
+    Form_Load(app.ctx);
+    Settle();
+
+    const QString png = QCoreApplication::applicationDirPath() + "/test-output/start_up.png";
+    QDir().mkpath(QFileInfo(png).path());
+    ASSERT_TRUE(window.grab().save(png));
+    std::printf("window after start-up drawn to %s\n", qPrintable(png));
+    EXPECT_EQ(window.isVisible(), app.ctx.form1.Visible());
+    EXPECT_EQ(window.windowTitle().toStdString(), app.ctx.form1.Caption());
+    EXPECT_EQ(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(),
+              app.ctx.form1.Text2[0].Text());
+    Form_QueryUnload(app.ctx);
+}
+
+}  // namespace
+}  // namespace velmora

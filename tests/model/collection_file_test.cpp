@@ -1,0 +1,652 @@
+#include "collection/collection_file.h"
+
+#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <tuple>
+
+#include "collection/collection_paths.h"
+#include "core/record_file.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TestApp;
+
+std::string Bytes(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void Put(const fs::path& p, const std::string& bytes) {
+    std::ofstream(p, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+// Builds a record file byte by byte, independently of the writer: each field
+// little-endian at the start of its record, the record's rest zeros.
+class RecordBytes {
+public:
+    explicit RecordBytes(size_t length) : m_length(length) {}
+    RecordBytes& Integer(int64_t rec, int16_t v) { return Field(rec, Le(static_cast<uint16_t>(v), 2)); }
+    RecordBytes& Long(int64_t rec, int32_t v) { return Field(rec, Le(static_cast<uint32_t>(v), 4)); }
+    RecordBytes& Money(int64_t rec, int64_t raw) { return Field(rec, Le(static_cast<uint64_t>(raw), 8)); }
+    // cp1253: the text's bytes as the file holds them.
+    RecordBytes& Text(int64_t rec, const std::string& cp1253) { return Field(rec, Le(cp1253.size(), 2) + cp1253); }
+    const std::string& Str() const { return m_bytes; }
+
+private:
+    static std::string Le(uint64_t v, int n) {
+        std::string s;
+        for (int i = 0; i < n; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
+        return s;
+    }
+    RecordBytes& Field(int64_t rec, const std::string& field) {
+        const size_t at = static_cast<size_t>(rec - 1) * m_length;
+        if (m_bytes.size() < at + m_length) m_bytes.resize(at + m_length, '\0');
+        std::fill_n(m_bytes.begin() + static_cast<long>(at), m_length, '\0');
+        m_bytes.replace(at, field.size(), field);
+        return *this;
+    }
+    size_t m_length;
+    std::string m_bytes;
+};
+
+const std::string kDirCp = "/home/\xEC\xEF\xF5\xF3\xE9\xEA\xDE";  // /home/μουσική
+const std::string kPath0Cp = kDirCp + "/\xE1.mp3";                  // .../α.mp3
+
+struct Golden {
+    std::string main, files, filters;
+};
+
+// A Collection of two Tracks, Greek texts included, as its three files hold it.
+Golden Golden_Bytes() {
+    RecordBytes m(300);
+    m.Text(1, "5.0").Text(2, "/").Text(3, kDirCp).Long(4, 1).Long(5, 82).Long(6, 2).Integer(7, 0);
+    m.Money(8, 5015000).Money(9, 2000000).Money(10, 2820000);
+    m.Text(11, "/alarm/\xEE\xFD\xF0\xED\xE1.mp3");
+    const int16_t class_play[6] = {0, 0, 0, -1, -1, 0};
+    for (int k = 0; k < 6; ++k) m.Integer(12 + k, class_play[k]);
+    m.Long(18, 2).Long(19, 2).Money(20, 10000).Money(21, 20000).Money(22, 30000);
+    const int64_t class_duration[6] = {0, 0, 0, 2000000, 3015000, 0};
+    for (int k = 0; k < 6; ++k) m.Money(23 + k, class_duration[k]);
+
+    RecordBytes f(400);
+    f.Long(1, 1).Money(2, 2000000).Integer(3, 3).Money(4, 45678).Money(5, 120000).Integer(6, 128);
+    f.Text(7, "\xCC\xDC\xED\xEF\xF2").Text(8, "\xB8\xED\xF4\xE5\xF7\xED\xEF").Text(9, "Album A");
+    f.Text(10, "\xD4\xDF\xF4\xEB\xEF\xF2").Text(11, "1960").Text(12, kPath0Cp).Integer(13, -1);
+    for (int j = 0; j < 16; ++j) f.Integer(14 + 2 * j, j == 2 ? 7 : 0).Text(15 + 2 * j, j == 15 ? "\xF3\xF7\xFC\xEB\xE9\xEF" : "");
+    f.Long(46, 2).Money(47, 3015000).Integer(48, 4).Money(49, 10240000).Money(50, 820000).Integer(51, 320);
+    f.Text(52, "Artist B").Text(53, "").Text(54, "").Text(55, "Title B").Text(56, "").Text(57, "/home/b.mp3");
+    f.Integer(58, 0);
+    for (int j = 0; j < 16; ++j) f.Integer(59 + 2 * j, j == 15 ? -1 : 0).Text(60 + 2 * j, j == 0 ? "x" : "");
+
+    RecordBytes r(600);
+    for (int k = 1; k <= 8; ++k) r.Integer(k, 0);
+    r.Integer(9, 3).Text(10, "head").Text(11, "").Text(12, "000001|000001|\xCC\xDC\xED\xEF\xF2|B").Text(13, "000002|000002|A");
+    return {m.Str(), f.Str(), r.Str()};
+}
+
+// A fresh program over `folder`: what a start finds on the disk.
+void Start(TestApp& app, const std::string& folder) {
+    app.ctx.program_folder = folder;
+    app.ctx.core.App_Path = folder;
+    Load_Pointer(app.ctx);
+}
+
+struct Files {
+    fs::path main, files, filters;
+};
+Files Files_Of(const std::string& folder) {
+    return {folder + "velmora_sylloges/velmora.qel", folder + "velmora_sylloges/velmora_files.qqel",
+            folder + "velmora_filtra/velmora_filters.qqel"};
+}
+
+void Add_Row(AppContext& ctx, const std::string& path) {
+    ctx.form1.List2.AddItem(path);
+    ctx.table.Track_Count = ctx.form1.List2.ListCount();
+    ctx.table.Grow_Columns();
+}
+
+// The engine stands at 82.5 s in the second Track: a save keeps 82, the even neighbour.
+void Engine_At(TestApp& app, double seconds) {
+    app.player.SetDuration("/home/b.mp3", 300);
+    ASSERT_TRUE(app.player.setURL("/home/b.mp3").ok());
+    app.loop.RunPosted();
+    ASSERT_TRUE(app.player.setCurrentPosition(seconds).ok());
+}
+
+// The table and window that the golden files describe.
+void Fill_Golden(TestApp& app) {
+    AppContext& ctx = app.ctx;
+    TrackTable& t = ctx.table;
+    ctx.form1.Drive1.SetPath("/");
+    ctx.form1.Dir1.SetPath("/home/μουσική");
+    Add_Row(ctx, "/home/μουσική/α.mp3");
+    Add_Row(ctx, "/home/b.mp3");
+    t.Current_Track = 1;
+    t.Total_Duration = Currency::FromRaw(5015000);
+    ctx.playback.Played_Duration = Currency(200);
+    ctx.playback.Played_Now = Currency(282);
+    ctx.playback.Played_Class_Duration = Currency(1);
+    ctx.playback.Played_Class_Now = Currency(2);
+    ctx.playback.Class_Time_Left = Currency(3);
+    ctx.collection.Alarm_File = "/alarm/ξύπνα.mp3";
+    t.Class_Play = {0, 0, 0, -1, -1, 0};
+    t.Played_Count = t.Played_High = 2;
+    t.Class_Duration[3] = Currency(200);
+    t.Class_Duration[4] = Currency::FromRaw(3015000);
+
+    t.Played_Number[0] = 1, t.Duration[0] = Currency(200), t.Rating_Class[0] = 3;
+    t.File_Size[0] = Currency::FromRaw(45678), t.Stop_Position[0] = Currency(12), t.Bitrate[0] = 128;
+    t.Artist[0] = "Μάνος", t.Genre[0] = "Έντεχνο", t.Album[0] = "Album A", t.Title[0] = "Τίτλος", t.Year[0] = "1960";
+    t.Identified[0] = true, t.Slot_Value[0][2] = 7, t.Slot_Text[0][15] = "σχόλιο";
+    t.Played_Number[1] = 2, t.Duration[1] = Currency::FromRaw(3015000), t.Rating_Class[1] = 4;
+    t.File_Size[1] = Currency(1024), t.Bitrate[1] = 320, t.Artist[1] = "Artist B", t.Title[1] = "Title B";
+    t.Slot_Value[1][15] = -1, t.Slot_Text[1][0] = "x";
+    ctx.form1.List5.Assign({"head", "", "000001|000001|Μάνος|B", "000002|000002|A"});
+
+    Engine_At(app, 82.5);
+}
+
+void Write_Golden(const std::string& folder) {
+    const Golden g = Golden_Bytes();
+    const Files p = Files_Of(folder);
+    fs::create_directories(p.main.parent_path());
+    fs::create_directories(p.filters.parent_path());
+    Put(p.main, g.main);
+    Put(p.files, g.files);
+    Put(p.filters, g.filters);
+}
+
+TEST(CollectionFile, TheWriterProducesTheGoldenBytes) {
+    TestApp app;
+    Start(app, app.folder.Str());
+    Fill_Golden(app);
+    Save_Collection(app.ctx, false, true);
+
+    const Golden g = Golden_Bytes();
+    const Files p = Files_Of(app.folder.Str());
+    EXPECT_EQ(Bytes(p.main), g.main);
+    EXPECT_EQ(Bytes(p.files), g.files);
+    EXPECT_EQ(Bytes(p.filters), g.filters);
+    EXPECT_EQ(app.ctx.table.Current_Position, 82);
+    EXPECT_EQ(app.ctx.table.Collection_Saved, -1);
+    // No temporary file or commit marker stays behind.
+    EXPECT_EQ(std::distance(fs::directory_iterator(p.main.parent_path()), {}), 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(p.filters.parent_path()), {}), 1);
+}
+
+TEST(CollectionFile, TheReaderReadsTheGoldenBytesBack) {
+    TestApp app;
+    Write_Golden(app.folder.Str());
+    Start(app, app.folder.Str());
+    Load_Collection(app.ctx);
+    TestApp want;  // the table the golden files were made from
+    Fill_Golden(want);
+    want.ctx.table.Stop_Position[1] = Currency(82);
+
+    const TrackTable& t = app.ctx.table;
+    const TrackTable& w = want.ctx.table;
+    Form1& f = app.ctx.form1;
+    ASSERT_EQ(t.Track_Count, 2);
+    EXPECT_EQ(t.Played_Number, w.Played_Number);
+    EXPECT_EQ(t.Duration, w.Duration);
+    EXPECT_EQ(t.Rating_Class, w.Rating_Class);
+    EXPECT_EQ(t.File_Size, w.File_Size);
+    EXPECT_EQ(t.Stop_Position, w.Stop_Position);
+    EXPECT_EQ(t.Bitrate, w.Bitrate);
+    EXPECT_EQ(t.Artist, w.Artist);
+    EXPECT_EQ(t.Genre, w.Genre);
+    EXPECT_EQ(t.Album, w.Album);
+    EXPECT_EQ(t.Title, w.Title);
+    EXPECT_EQ(t.Year, w.Year);
+    EXPECT_EQ(t.Identified, w.Identified);
+    EXPECT_EQ(t.Slot_Value, w.Slot_Value);
+    EXPECT_EQ(t.Slot_Text, w.Slot_Text);
+    EXPECT_TRUE(t.Saved[0] && t.Saved[1]);
+    EXPECT_EQ(f.List2.Items(), want.ctx.form1.List2.Items());
+    EXPECT_EQ(f.List3_0[1].Items(), (std::vector<std::string>{"B", "A"}));
+    EXPECT_EQ(f.List3_0[3].Items(), (std::vector<std::string>{"04.57Mb", "01.00Gb"}));
+    EXPECT_EQ(f.List2.ListIndex(), 1);
+    EXPECT_EQ(f.List3_0[4].ListIndex(), 1);
+
+    EXPECT_EQ(f.Drive1.Path(), "/");
+    EXPECT_EQ(f.Dir1.Path(), "/home/μουσική");
+    EXPECT_EQ(app.ctx.collection.Alarm_File, "/alarm/ξύπνα.mp3");
+    EXPECT_EQ(std::tie(t.Current_Track, t.Current_Position, t.Played_Count, t.Played_High), std::tuple(1, 82, 2, 2));
+    EXPECT_EQ(t.Class_Play, w.Class_Play);
+    EXPECT_EQ(t.Any_Class_Play, -1);
+    EXPECT_TRUE(f.Menus("mnuvideoshow", 1).Checked() && !f.Menus("mnuvideoshow", 0).Checked());
+    EXPECT_EQ(t.Total_Duration.Raw(), 5015000);
+    EXPECT_EQ(t.Total_Size.Raw(), 10285678);
+    EXPECT_EQ(t.Class_Count[3], Currency(1));
+    EXPECT_EQ(t.Class_Size[4], Currency(1024));
+    EXPECT_EQ(t.Resume_Pending, -1);
+    EXPECT_EQ(t.Collection_Saved, -1);
+
+    EXPECT_EQ(f.List5.Items(), want.ctx.form1.List5.Items());
+    EXPECT_EQ(app.ctx.catalogue.Filter_Text, (std::vector<std::string>{"", "", "Μάνος|B", "A"}));
+    const std::string& log = f.Text2[0].Text();
+    const size_t end = log.find(" -> Τέλος φορτώματος - End loading\n");
+    const size_t filters = log.find("-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...\n");
+    const size_t files = log.find("-> Ανάγνωση αρχείων από Συλλογή... - Reading files from Collection...\n");
+    EXPECT_TRUE(end < filters && filters < files && files != std::string::npos) << log;
+}
+
+// Only rows whose Saved is False are written, and the header.
+TEST(CollectionFile, AnIncrementalSaveRewritesOnlyTheChangedRows) {
+    TestApp app;
+    Write_Golden(app.folder.Str());
+    Start(app, app.folder.Str());
+    Load_Collection(app.ctx);
+    Engine_At(app, 82.5);
+    const Files p = Files_Of(app.folder.Str());
+    struct stat st {};
+    const timespec old_times[2] = {{1000000000, 0}, {1000000000, 0}};
+
+    // The rest of a record is not significant: a mark left there survives
+    // exactly as long as nobody rewrites the record.
+    auto mark = [&](int64_t record) {
+        std::fstream io(p.files, std::ios::in | std::ios::out | std::ios::binary);
+        io.seekp(record * 400 - 1);
+        io.put('\x5A');
+    };
+    auto marked = [&](int64_t record) { return Bytes(p.files)[record * 400 - 1] == '\x5A'; };
+
+    // Nothing changed: the rows stay as they are, the filters keep their date.
+    mark(1);
+    mark(46);
+    ASSERT_EQ(utimensat(AT_FDCWD, p.filters.c_str(), old_times, 0), 0);
+    Save_Collection(app.ctx, false, false);
+    EXPECT_TRUE(marked(1) && marked(46));
+    ASSERT_EQ(stat(p.filters.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mtim.tv_sec, 1000000000);
+
+    // Playing the first Track changes its row, and the header with it.
+    app.ctx.table.Played_Number[0] = 3;
+    app.ctx.table.Played_Count = app.ctx.table.Played_High = 3;
+    app.ctx.table.Saved[0] = false;
+    Save_Collection(app.ctx, false, false);
+    std::string want = Golden_Bytes().files;
+    want.replace(0, 4, std::string("\x03\0\0\0", 4));
+    want[46 * 400 - 1] = '\x5A';
+    EXPECT_EQ(Bytes(p.files), want) << "row 0 rewritten whole, row 1 untouched";
+    EXPECT_TRUE(app.ctx.table.Saved[0]);
+    RecordFile main;
+    ASSERT_TRUE(main.Open(p.main.string(), 300, RecordFile::Mode::ReadOnly));
+    int32_t played_high = 0;
+    EXPECT_TRUE(main.GetLong(19, played_high));
+    EXPECT_EQ(played_high, 3);
+
+    // A rating change patches a filter row: that record alone is rewritten.
+    app.ctx.form1.List5.SetList(3, "000002|000002|S");
+    app.ctx.table.Rating_Class[1] = 5;
+    app.ctx.table.Saved[1] = false;
+    Save_Collection(app.ctx, false, false);
+    std::string filters = Golden_Bytes().filters;
+    filters.replace(12 * 600, 17, std::string("\x0F\0" "000002|000002|S", 17));
+    EXPECT_EQ(Bytes(p.filters), filters);
+}
+
+TEST(CollectionFile, EveryFifthSaveOfARunMakesTheBackups) {
+    TestApp first;
+    const std::string folder = first.folder.Str();
+    Start(first, folder);
+    Add_Row(first.ctx, "/a.mp3");
+    const Files p = Files_Of(folder);
+    auto backups = [&] {
+        return fs::exists(p.main.string() + ".backup") + fs::exists(p.files.string() + ".backup") +
+               fs::exists(p.filters.string() + ".backup");
+    };
+    for (int k = 1; k <= 4; ++k) Save_Collection(first.ctx, false, k == 1);
+    EXPECT_EQ(backups(), 0);
+    Save_Collection(first.ctx, false, false);
+    EXPECT_EQ(backups(), 3);
+    EXPECT_EQ(Bytes(p.files.string() + ".backup"), Bytes(p.files));
+
+    // The count does not survive a restart.
+    for (const char* ext : {".backup"}) {
+        fs::remove(p.main.string() + ext);
+        fs::remove(p.files.string() + ext);
+        fs::remove(p.filters.string() + ext);
+    }
+    Save_Collection(first.ctx, false, false);
+    TestApp second;
+    Start(second, folder);
+    Load_Collection(second.ctx);
+    for (int k = 1; k <= 4; ++k) Save_Collection(second.ctx, false, false);
+    EXPECT_EQ(backups(), 0);
+    Save_Collection(second.ctx, false, false);
+    EXPECT_EQ(backups(), 3);
+}
+
+TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
+    TestApp app;
+    const std::string folder = app.folder.Str();
+    Start(app, folder);
+    // Built quickly: a header and, per Track, its number and path. The records
+    // between are holes, which read as zeros.
+    const Files p = Files_Of(folder);
+    RecordFile main, files;
+    ASSERT_TRUE(main.Open(p.main.string(), 300) && files.Open(p.files.string(), 400));
+    EXPECT_TRUE(main.PutString(1, "5.0") && main.PutLong(6, kMaxTracks) && main.PutLong(19, kMaxTracks));
+    for (int i = 0; i < kMaxTracks; ++i) {
+        ASSERT_TRUE(files.PutLong(45 * i + 1, i + 1));
+        ASSERT_TRUE(files.PutString(45 * i + 12, "/m/" + std::to_string(i) + ".mp3"));
+    }
+    ASSERT_TRUE(files.PutInteger(45 * kMaxTracks, 0));
+    ASSERT_TRUE(main.PutInteger(28, 0) && main.Close() && files.Close());
+
+    TestApp full;
+    Start(full, folder);
+    Load_Collection(full.ctx);
+    EXPECT_EQ(full.ctx.table.Track_Count, kMaxTracks);
+    EXPECT_EQ(full.ctx.form1.List2.ListCount(), kMaxTracks);
+    EXPECT_EQ(full.ctx.form1.List2.List(kMaxTracks - 1), "/m/32765.mp3");
+    EXPECT_EQ(full.ctx.form1.List3_0[0].List(kMaxTracks - 1), "32766");
+    EXPECT_EQ(full.ctx.table.Played_Number[kMaxTracks - 1], kMaxTracks);
+
+    // One more is refused whole, with the box of the track table.
+    ASSERT_TRUE(main.Open(p.main.string(), 300));
+    ASSERT_TRUE(main.PutLong(6, kMaxTracks + 1));
+    ASSERT_TRUE(main.Close());
+    TestApp over;
+    Start(over, folder);
+    over.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Load_Collection(over.ctx);
+    ASSERT_EQ(over.dialogs.Messages().size(), 1u);
+    EXPECT_EQ(over.dialogs.Messages()[0].text,
+              "Η παρούσα συλλογή ξεπερνά το όριο κομματιών 32766 New Collection exceeds this limit");
+    EXPECT_EQ(over.dialogs.Messages()[0].icon, MsgIcon::Critical);
+    EXPECT_EQ(over.ctx.table.Track_Count, 0);
+    EXPECT_EQ(over.ctx.form1.List2.ListCount(), 0);
+    EXPECT_EQ(over.ctx.table.Resume_Pending, 0);
+}
+
+TEST(CollectionFile, AFirstRunAndThePointerFile) {
+    TestApp app;
+    Start(app, app.folder.Str());
+    // A first run: the default Collection, made empty, with no message.
+    EXPECT_EQ(app.ctx.collection.Collection_Path, app.folder.Str() + "velmora_sylloges/velmora.qel");
+    Load_Collection(app.ctx);
+    EXPECT_EQ(fs::file_size(Files_Of(app.folder.Str()).main), 0u);
+    EXPECT_EQ(app.ctx.table.Track_Count, 0);
+    EXPECT_EQ(app.ctx.table.Resume_Pending, 0);
+    EXPECT_EQ(app.ctx.form1.Text2[0].Text(), "");
+
+    CollectionState& c = app.ctx.collection;
+    c.Collection_Path = app.folder.Str() + "velmora_sylloges/Ελληνικά.qel";
+    c.Stat_Files = 12, c.Stat_Years = 0, c.Stat_Months = 3, c.Stat_Days = 29;
+    c.Stat_Hours = 23, c.Stat_Minutes = 59, c.Stat_Seconds = -1;
+    Save_Pointer(app.ctx);
+    const std::string qr = app.folder.Str() + "velmora_sylloges/default.qr";
+    EXPECT_EQ(Bytes(qr), app.folder.Str() + "velmora_sylloges/\xC5\xEB\xEB\xE7\xED\xE9\xEA\xDC.qel\n"
+                         " 12  0  3  29  23  59 -1 \n");
+
+    TestApp next;
+    Start(next, app.folder.Str());
+    EXPECT_EQ(next.ctx.collection.Collection_Path, c.Collection_Path);
+    EXPECT_EQ(next.ctx.collection.Stat_Days, 29);
+    EXPECT_EQ(next.ctx.collection.Stat_Seconds, -1);
+
+    // Read back as comma-separated input: a comma cuts the path.
+    Put(qr, "/a,b/c.qel\r\n 1  2  3  4  5  6  7 \r\n");
+    TestApp cut;
+    Start(cut, app.folder.Str());
+    EXPECT_EQ(cut.ctx.collection.Collection_Path, "/a");
+    EXPECT_EQ(cut.ctx.collection.Stat_Files, 0) << "\"b/c.qel\" read as the first number";
+    EXPECT_EQ(cut.ctx.collection.Stat_Years, 1);
+}
+
+TEST(CollectionFile, ThePlayedCountDisagreeingRenumbersTheWalk) {
+    TestApp app;
+    Write_Golden(app.folder.Str());
+    const Files p = Files_Of(app.folder.Str());
+    RecordFile main, files;
+    ASSERT_TRUE(main.Open(p.main.string(), 300) && files.Open(p.files.string(), 400));
+    ASSERT_TRUE(main.PutLong(18, 4) && main.PutLong(19, 5));
+    ASSERT_TRUE(files.PutLong(1, 2) && files.PutLong(46, 4));
+    ASSERT_TRUE(main.Close() && files.Close());
+    Start(app, app.folder.Str());
+    Load_Collection(app.ctx);
+    const TrackTable& t = app.ctx.table;
+    EXPECT_EQ(t.Played_Number[0], 1);
+    EXPECT_EQ(t.Played_Number[1], 2);
+    EXPECT_EQ(t.Played_Count, 1) << "the old distance of one behind the highest stays";
+    EXPECT_EQ(t.Played_High, 2);
+    EXPECT_EQ(t.Current_Track, 0);
+    EXPECT_FALSE(t.Saved[0] || t.Saved[1]) << "renumbered rows are to be saved";
+}
+
+// The side files spelled as the load spells them are found; a save gives
+// them the writer's names.
+TEST(CollectionFile, TheTwoSpellingsOfTheSuffixesMeet) {
+    TestApp app;
+    Write_Golden(app.folder.Str());
+    const Files p = Files_Of(app.folder.Str());
+    const fs::path files_other = p.files.parent_path() / "velmora_Files.qqel";
+    const fs::path filters_other = p.filters.parent_path() / "velmora_Filters.qqel";
+    fs::rename(p.files, files_other);
+    fs::rename(p.filters, filters_other);
+    Start(app, app.folder.Str());
+    Load_Collection(app.ctx);
+    EXPECT_EQ(app.ctx.form1.List2.ListCount(), 2);
+    EXPECT_EQ(app.ctx.form1.List5.ListCount(), 4);
+
+    Engine_At(app, 82.5);
+    app.ctx.table.Played_Number[0] = 3;
+    app.ctx.table.Saved[0] = false;
+    Save_Collection(app.ctx, false, false);
+    EXPECT_FALSE(fs::exists(files_other));
+    std::string want = Golden_Bytes().files;
+    want[0] = 3;
+    EXPECT_EQ(Bytes(p.files), want);
+    EXPECT_TRUE(fs::exists(p.filters));
+    EXPECT_FALSE(fs::exists(filters_other));
+}
+
+// Each kind of damage gets its line or box; what was read before it stays;
+// no file on the disk is written by the load.
+TEST(CollectionFile, DamagedCollectionsLoadWhatCanBeRead) {
+    std::mt19937 random(7);
+    auto noise = [&](size_t n) {
+        std::string s(n, '\0');
+        for (char& c : s) c = static_cast<char>(random());
+        return s;
+    };
+    const std::string files_error = "-> Λάθη στην ανάγνωση αρχείων συλλογής... - Error Reading Collection Files...";
+    struct Case {
+        const char* name;
+        std::function<void(Golden&)> damage;
+        int rows;             // list rows loaded, -1: any up to 2
+        std::string log;      // a line the log must hold
+        MsgIcon box = MsgIcon::None;
+    };
+    const Case cases[] = {
+        {"truncated main file", [](Golden& g) { g.main.resize(5 * 300 + 2); }, 0, "LOAD ERROR"},
+        {"short files side file", [](Golden& g) { g.files.resize(45 * 400 + 100); }, 1, files_error},
+        {"length past its record", [](Golden& g) { g.files.replace(51 * 400, 2, "\xFF\xFF"); }, 1, files_error},
+        {"class above 5", [](Golden& g) { g.files[2 * 400] = 6; }, 1, files_error},
+        {"no paths", [](Golden& g) { g.files[11 * 400] = g.files[56 * 400] = 0; }, 0, " -> Τέλος φορτώματος - End loading"},
+        {"random main file", [&](Golden& g) { g.main = noise(8400); }, -1, ""},
+        {"random side files", [&](Golden& g) { g.files = noise(36000), g.filters = noise(3000); }, -1, ""},
+        {"other version", [](Golden& g) { g.main.replace(2, 3, "4.0"); }, 0, "", MsgIcon::Exclamation},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        TestApp app;
+        Write_Golden(app.folder.Str());
+        Golden g = Golden_Bytes();
+        c.damage(g);
+        const Files p = Files_Of(app.folder.Str());
+        Put(p.main, g.main), Put(p.files, g.files), Put(p.filters, g.filters);
+        if (c.box != MsgIcon::None) app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+        Start(app, app.folder.Str());
+        Load_Collection(app.ctx);
+
+        const int rows = app.ctx.form1.List2.ListCount();
+        if (c.rows >= 0) {
+            EXPECT_EQ(rows, c.rows);
+        }
+        EXPECT_LE(rows, 2);
+        EXPECT_LE(rows, app.ctx.table.Bound()) << "every list row has its columns";
+        EXPECT_GE(app.ctx.table.Current_Track, 0);
+        if (c.rows > 0) {
+            EXPECT_EQ(app.ctx.form1.List2.List(0), "/home/μουσική/α.mp3");
+        }
+        const std::string& log = app.ctx.form1.Text2[0].Text();
+        const std::string load_error =
+            " --->Λάθος κατά τη φόρτωση της συλλογής \"" + p.main.string() + "\" -> Error while loading Collection";
+        const std::string want = c.log == "LOAD ERROR" ? load_error : c.log;
+        if (!want.empty()) {
+            EXPECT_NE(log.find(want + "\n"), std::string::npos) << log;
+        }
+        if (c.log == "LOAD ERROR") {
+            EXPECT_EQ(log.find(load_error), log.rfind(load_error)) << "one line";
+        }
+        if (c.box != MsgIcon::None) {
+            ASSERT_EQ(app.dialogs.Messages().size(), 1u);
+            EXPECT_EQ(app.dialogs.Messages()[0].icon, c.box);
+            EXPECT_EQ(app.dialogs.Messages()[0].text,
+                      "Συλλογή δημιουργημένη με διαφορετική έκδοση - Collection Created with different version");
+        }
+        EXPECT_EQ(Bytes(p.main), g.main);
+        EXPECT_EQ(Bytes(p.files), g.files);
+        EXPECT_EQ(Bytes(p.filters), g.filters);
+        EXPECT_EQ(std::distance(fs::directory_iterator(p.main.parent_path()), {}), 2) << "nothing new on the disk";
+    }
+}
+
+TEST(CollectionFile, ATextTheCodePageCannotCarryFailsTheSaveAloneItsField) {
+    TestApp app;
+    Start(app, app.folder.Str());
+    Fill_Golden(app);
+    app.ctx.table.Title[0] = "日本の歌";
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);
+    Save_Collection(app.ctx, true, true);
+    EXPECT_FALSE(fs::exists(Files_Of(app.folder.Str()).main)) << "No changes nothing";
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Save_Collection(app.ctx, true, true);
+    const auto& shown = app.dialogs.Messages();
+    ASSERT_EQ(shown.size(), 3u);
+    EXPECT_EQ(shown[1].text, "Θα σώσετε την παρούσα συλλογή; \nDo you want to save the present collection?");
+    EXPECT_EQ(shown[2].text,
+              "Λάθος κατά το σώσιμο Συλλογής. Παρακαλώ επαναλάβατε - Error while saving Collection. Please retry.");
+    EXPECT_EQ(shown[2].icon, MsgIcon::Critical);
+
+    TestApp next;
+    Start(next, app.folder.Str());
+    Load_Collection(next.ctx);
+    EXPECT_EQ(next.ctx.form1.List2.ListCount(), 2);
+    EXPECT_EQ(next.ctx.table.Title[0], "") << "that field alone is lost";
+    EXPECT_EQ(next.ctx.table.Artist[0], "Μάνος");
+
+    // Fixed, the next save reports its success.
+    app.ctx.table.Title[0] = "Τίτλος";
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Save_Collection(app.ctx, true, true);
+    EXPECT_EQ(shown.back().text, "Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly");
+    EXPECT_EQ(shown.back().icon, MsgIcon::Information);
+}
+
+// A save the disk refuses (here the file size limit) leaves the Collection
+// on the disk as it stood, and says so.
+TEST(CollectionFile, ASaveThatCannotWriteKeepsTheOldCollection) {
+    TestApp app;
+    Write_Golden(app.folder.Str());
+    Start(app, app.folder.Str());
+    Load_Collection(app.ctx);
+    Add_Row(app.ctx, "/home/c.mp3");
+    struct rlimit old {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = old;
+    small.rlim_cur = 40000;  // the new files side file needs 54000 bytes
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Save_Collection(app.ctx, false, true);
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, old_handler);
+
+    ASSERT_EQ(app.dialogs.Messages().size(), 1u);
+    EXPECT_EQ(app.dialogs.Messages()[0].icon, MsgIcon::Critical);
+    const Golden g = Golden_Bytes();
+    const Files p = Files_Of(app.folder.Str());
+    EXPECT_EQ(Bytes(p.main), g.main);
+    EXPECT_EQ(Bytes(p.files), g.files);
+    EXPECT_EQ(Bytes(p.filters), g.filters);
+    EXPECT_EQ(std::distance(fs::directory_iterator(p.main.parent_path()), {}), 2) << "no temporary file left";
+    EXPECT_FALSE(app.ctx.table.Saved[0]) << "every row is to be written again";
+}
+
+// A child saves two Collections in turn, as fast as it can, and is killed at
+// random moments: every time, the Collection on the disk loads whole, as
+// the one or the other.
+TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
+    TestApp app;
+    const std::string folder = app.folder.Str();
+    Start(app, folder);
+    auto fill = [](AppContext& ctx, int n) {
+        ctx.form1.List2.Clear();
+        ctx.form1.List5.Clear();
+        ctx.table.Reset_Table();
+        for (int i = 0; i < n; ++i) {
+            Add_Row(ctx, "/c" + std::to_string(n) + "/" + std::to_string(i) + ".mp3");
+            ctx.table.Title[i] = "Τίτλος " + std::to_string(n);
+            ctx.form1.List5.AddItem("row " + std::to_string(n));
+        }
+        ctx.table.Current_Track = n - 1;
+    };
+    fill(app.ctx, 3);
+    Save_Collection(app.ctx, false, true);
+
+    std::mt19937 random(11);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(12);
+    int rounds = 0;
+    while (rounds < 300 && std::chrono::steady_clock::now() < deadline) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int n = 0;; ++n) {
+                fill(app.ctx, n % 2 ? 3 : 40);
+                Save_Collection(app.ctx, false, true);
+            }
+        }
+        usleep(std::uniform_int_distribution<useconds_t>(0, 30000)(random));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        ++rounds;
+
+        TestApp reader;
+        Start(reader, folder);
+        Load_Collection(reader.ctx);
+        const int n = reader.ctx.table.Track_Count;
+        ASSERT_TRUE(n == 3 || n == 40) << "round " << rounds << ": " << n << " Tracks";
+        ASSERT_EQ(reader.ctx.form1.List2.ListCount(), n) << "round " << rounds;
+        ASSERT_EQ(reader.ctx.form1.List2.List(n - 1), "/c" + std::to_string(n) + "/" + std::to_string(n - 1) + ".mp3");
+        ASSERT_EQ(reader.ctx.table.Title[n - 1], "Τίτλος " + std::to_string(n));
+        ASSERT_EQ(reader.ctx.form1.List5.ListCount(), n) << "the filters of the same Collection";
+        ASSERT_EQ(reader.ctx.form1.List5.List(0), "row " + std::to_string(n));
+        ASSERT_EQ(reader.ctx.form1.Text2[0].Text().find("Error"), std::string::npos);
+    }
+    EXPECT_GT(rounds, 50);
+    std::printf("%d killed saves\n", rounds);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,267 @@
+#include "playback/next_track.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <filesystem>
+#include <numeric>
+
+#include "playback_fixture.h"
+#include "playback/transport.h"
+
+namespace velmora {
+namespace {
+
+using testing::Player;
+
+TEST(Walk, OnePressPlaysEveryTrackOnceNumberedInTheOrderPlayed) {
+    for (int16_t order : {int16_t{0}, int16_t{-1}}) {
+        SCOPED_TRACE(order == 0 ? "serial" : "shuffled");
+        Player app(300);
+        app.ctx.settings.Random_Order = order;
+        app.Press();
+        ASSERT_TRUE(app.RunToCycleEnd(3'000'000));
+
+        ASSERT_EQ(app.started.size(), 300u);
+        std::vector<int> rows;
+        for (size_t i = 0; i < app.started.size(); ++i) {
+            EXPECT_EQ(app.started[i].number, static_cast<int>(i) + 1);
+            rows.push_back(app.started[i].row);
+        }
+        std::vector<int> sorted = rows;
+        std::sort(sorted.begin(), sorted.end());
+        std::vector<int> all(300);
+        std::iota(all.begin(), all.end(), 0);
+        EXPECT_EQ(sorted, all) << "every Track exactly once";
+        EXPECT_EQ(rows == all, order == 0) << "serial plays in row order, shuffled does not";
+
+        // Replay_Mode 0: the engine is stopped and let go, and stays so.
+        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
+        EXPECT_EQ(app.player.URL(), "");
+        EXPECT_EQ(app.ctx.table.Played_Count, 0);
+        EXPECT_EQ(app.ctx.table.Played_High, 0);
+        EXPECT_TRUE(std::all_of(app.ctx.table.Played_Number.begin(), app.ctx.table.Played_Number.end(),
+                                [](int n) { return n == 0; }));
+        app.loop.Advance(60'000);
+        EXPECT_EQ(app.started.size(), 300u);
+        EXPECT_EQ(app.ctx.form1.Command11.Picture(), "stop");
+        EXPECT_EQ(app.ctx.playback.Window_Icon, 102);
+    }
+}
+
+TEST(Walk, TheShuffledOrderIsTheSameAtEveryStart) {
+    std::vector<int> first;
+    for (int run = 0; run < 2; ++run) {
+        Player app(40);
+        app.ctx.settings.Random_Order = -1;
+        app.Press();
+        ASSERT_TRUE(app.RunToCycleEnd(600'000));
+        std::vector<int> rows;
+        for (const auto& s : app.started) rows.push_back(s.row);
+        if (run == 0) first = rows;
+        else EXPECT_EQ(rows, first);
+    }
+}
+
+TEST(Walk, ReplayModes) {
+    {
+        SCOPED_TRACE("2: the next cycle begins at once, with the row after the last one played");
+        Player app(5);
+        app.ctx.settings.Random_Order = 0;
+        app.ctx.settings.Replay_Mode = 2;
+        app.Press();
+        ASSERT_TRUE(app.RunToCycleEnd(60'000));
+        app.loop.Advance(1000);
+        ASSERT_GE(app.started.size(), 6u);
+        EXPECT_EQ(app.started[5].row, 0);
+        EXPECT_EQ(app.started[5].number, 1);
+        EXPECT_NE(app.player.URL(), "");
+    }
+    {
+        SCOPED_TRACE("1: one Track for ever, no number moves");
+        Player app(5);
+        app.ctx.settings.Replay_Mode = 1;
+        app.Press();
+        app.loop.Advance(30'000);
+        ASSERT_GE(app.started.size(), 8u);
+        for (const auto& s : app.started) EXPECT_EQ(s.row, 0);
+        EXPECT_EQ(app.ctx.table.Played_Count, 1);
+        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 0u);
+    }
+}
+
+TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
+    Player app(30);
+    TrackTable& t = app.ctx.table;
+    app.ctx.settings.Random_Order = -1;
+    std::vector<int> row_of(11, -1);
+    for (int n = 1; n <= 10; ++n) {
+        app.Press();
+        ASSERT_EQ(t.Played_Number[t.Current_Track], n);
+        row_of[n] = t.Current_Track;
+    }
+    EXPECT_EQ(app.ctx.form1.Label6.Caption(), "Τυχαία Αναπαραγωγή - Suffle Play");
+
+    Command15_Click(app.ctx, 1);  // back by the step count, 3
+    EXPECT_EQ(t.Current_Track, row_of[7]);
+    EXPECT_EQ(t.Played_Count, 7);
+    EXPECT_EQ(app.ctx.form1.Label6.Caption(),
+              "Τυχαία Αναπαραγωγή [σε οπισθοδρόμηση] -> [-3] <- Suffle Play [in backtracking]");
+    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3");
+
+    for (int n = 8; n <= 10; ++n) {
+        app.Press();
+        EXPECT_EQ(t.Current_Track, row_of[n]) << "forward retraces number " << n;
+        EXPECT_EQ(t.Played_Count, n);
+    }
+    EXPECT_EQ(app.ctx.form1.Label6.Caption(), "Τυχαία Αναπαραγωγή - Suffle Play");
+    app.Press();
+    EXPECT_EQ(t.Played_Number[t.Current_Track], 11) << "past the top the walk draws anew";
+    EXPECT_EQ(std::count(row_of.begin(), row_of.end(), t.Current_Track), 0);
+    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3") << "the step count survives the presses";
+}
+
+struct ClassCase {
+    const char* name;
+    std::array<int16_t, 6> class_play;
+    int16_t rating;
+    bool played;
+    bool acceptable;
+};
+
+TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
+    const ClassCase cases[] = {
+        {"no restriction", {0, 0, 0, 0, 0, 0}, 2, false, true},
+        {"only S: Unmarked's flag is the switch", {0, 0, 0, 0, 0, -1}, 2, false, true},
+        {"S and Unmarked: S passes", {-1, 0, 0, 0, 0, -1}, 5, false, true},
+        {"S and Unmarked: Unmarked passes", {-1, 0, 0, 0, 0, -1}, 0, false, true},
+        {"S and Unmarked: C is refused", {-1, 0, 0, 0, 0, -1}, 2, false, false},
+        {"a class outside 0 to 5 never passes a restriction", {-1, -1, -1, -1, -1, -1}, 7, false, false},
+        {"played rows never pass", {0, 0, 0, 0, 0, 0}, 0, true, false},
+    };
+    for (const auto& c : cases) {
+        TrackTable t;
+        t.Class_Play = c.class_play;
+        t.Rating_Class[0] = c.rating;
+        t.Played_Number[0] = c.played ? 4 : 0;
+        EXPECT_EQ(Acceptable_Row(t, 0), c.acceptable) << c.name;
+    }
+}
+
+TEST(Walk, ClassRestrictionsInTheWalk) {
+    {
+        SCOPED_TRACE("a refused unplayed current row: the walk goes on from the next one, wrapping");
+        Player app(6);
+        TrackTable& t = app.ctx.table;
+        app.ctx.settings.Random_Order = 0;
+        t.Resume_Pending = 0;
+        t.Played_Number[0] = 0;
+        t.Played_Count = 0;
+        t.Class_Play = {-1, 0, 0, 0, 0, 0};
+        for (int r = 0; r < 6; ++r) t.Rating_Class[r] = 2;
+        t.Rating_Class[1] = 0;
+        t.Current_Track = 4;
+        ASSERT_TRUE(Bres_Kommati(app.ctx).ok());
+        EXPECT_EQ(app.ctx.playback.Walk_Mark, -1);
+        EXPECT_EQ(t.Current_Track, 1);
+        EXPECT_EQ(t.Played_Number[1], 1);
+    }
+    {
+        SCOPED_TRACE("nothing of a chosen class left: the cycle ends at once, clearing every number");
+        Player app(4);
+        TrackTable& t = app.ctx.table;
+        t.Resume_Pending = 0;
+        t.Class_Play = {-1, 0, 0, 0, 0, -1};
+        for (int r = 0; r < 4; ++r) t.Rating_Class[r] = 3;
+        t.Played_Number = {1, 0, 0, 0, 0};
+        ASSERT_TRUE(Bres_Kommati(app.ctx).ok());
+        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
+        EXPECT_EQ(t.Played_Number, std::vector<int32_t>(5, 0));
+    }
+}
+
+TEST(Walk, EdgesOfTheListAndFaults) {
+    {
+        SCOPED_TRACE("an empty list: nothing moves, a pending resume ends at once");
+        Player app(0);
+        app.ctx.table.Resume_Pending = -1;
+        EXPECT_TRUE(Step_Forward(app.ctx).ok());
+        EXPECT_TRUE(Step_Backward(app.ctx).ok());
+        EXPECT_TRUE(Bres_Kommati(app.ctx).ok());
+        EXPECT_EQ(app.ctx.table.Resume_Pending, 0);
+        EXPECT_EQ(app.player.URL(), "");
+    }
+    {
+        SCOPED_TRACE("a single row played: the next walk ends the cycle, stops, wraps to row 0");
+        Player app(1);
+        app.Press();
+        app.loop.Advance(500);
+        ASSERT_NE(app.player.URL(), "");
+        app.Press();
+        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
+        EXPECT_EQ(app.ctx.table.Current_Track, 0);
+        EXPECT_EQ(app.player.URL(), "");
+    }
+    {
+        SCOPED_TRACE("rows removed under Current_Track, and Played_Count past the list");
+        Player app(5);
+        TrackTable& t = app.ctx.table;
+        app.ctx.settings.Random_Order = 0;
+        t.Resume_Pending = 0;
+        t.Current_Track = 9;
+        t.Played_Count = 7;
+        ASSERT_TRUE(Step_Forward(app.ctx).ok());
+        EXPECT_EQ(t.Current_Track, 1) << "repaired to row 0, whose number makes the walk move on";
+        EXPECT_EQ(t.Played_Count, 1);
+        EXPECT_EQ(t.Played_Number[1], 1);
+    }
+    {
+        SCOPED_TRACE("overflow is a fault of the procedure, not a wrap");
+        Player app(5);
+        TrackTable& t = app.ctx.table;
+        t.Resume_Pending = 0;
+        t.Played_Count = INT32_MAX;
+        const Status walk = Bres_Kommati(app.ctx);
+        EXPECT_FALSE(walk.ok());
+        EXPECT_EQ(std::count(t.Played_Number.begin(), t.Played_Number.end(), 0), 5) << "nothing was numbered";
+        t.Played_Count = 1;
+        t.Current_Track = 0;
+        t.Played_Number[0] = INT32_MAX;
+        EXPECT_FALSE(Step_Forward(app.ctx).ok());
+    }
+}
+
+TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
+    Player app(6);
+    TrackTable& t = app.ctx.table;
+    app.ctx.settings.Random_Order = 0;
+    std::filesystem::remove(app.Path(2));
+    std::ofstream(app.Path(3), std::ios::trunc).close();
+    app.Press();
+    app.Press();  // row 1
+    app.Press();  // rows 2 and 3 are passed over, row 4 plays
+    EXPECT_EQ(t.Current_Track, 4);
+    for (int r : {2, 3}) {
+        EXPECT_EQ(t.Rating_Class[r], 1) << r;
+        EXPECT_EQ(t.Played_Number[r], r + 1) << "stays counted as played";
+    }
+    EXPECT_EQ(Player::Count(app.Log(), "dosn't not longer exists or has zero lenght"), 2u);
+    EXPECT_NE(app.Log().find("-> Το αρχείο ( 3)" + app.Path(2) + "\n δεν υφίσταται πλέον ή έχει μηδενικό μήκος."),
+              std::string::npos);
+    ASSERT_GE(app.shell.beeps.size(), 2u);
+    EXPECT_EQ(app.shell.beeps.back().frequency, 2500);
+
+    Command3_Click(app.ctx, 1);  // back: rows 3 and 2 again, then row 1
+    EXPECT_EQ(t.Current_Track, 1);
+
+    Player single(1);
+    std::filesystem::remove(single.Path(0));
+    single.Press();
+    EXPECT_EQ(single.ctx.table.Rating_Class[0], 1);
+    EXPECT_EQ(single.ctx.table.Current_Track, 0);
+    EXPECT_EQ(single.player.URL(), "") << "with one row nothing moves";
+}
+
+}  // namespace
+}  // namespace velmora

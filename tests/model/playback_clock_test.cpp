@@ -1,0 +1,107 @@
+#include "playback/playback_clock.h"
+
+#include <gtest/gtest.h>
+
+#include "playback_fixture.h"
+
+namespace velmora {
+namespace {
+
+using testing::Player;
+
+constexpr const char* kSaved = " -> Σώθηκε 10' - Saved 10'";
+
+TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
+    Player app(1, 5000.0);
+    const int64_t loaded = app.loop.TickCount();
+    app.Press();
+    app.loop.Advance(599'000 - (app.loop.TickCount() - loaded));
+    EXPECT_EQ(Player::Count(app.Log(), kSaved), 0u);
+    app.loop.Advance(3'000);
+    EXPECT_EQ(Player::Count(app.Log(), kSaved), 1u);
+    EXPECT_NEAR(app.ctx.table.Current_Position, 600, 2) << "the save took the engine's position";
+    app.loop.Advance(597'000);
+    EXPECT_EQ(Player::Count(app.Log(), kSaved), 1u);
+    app.loop.Advance(5'000);
+    EXPECT_EQ(Player::Count(app.Log(), kSaved), 2u);
+
+    Player off(1, 5000.0);
+    off.ctx.settings.Save_Auto = 0;
+    off.Press();
+    off.loop.Advance(1'300'000);
+    EXPECT_EQ(Player::Count(off.Log(), kSaved), 0u);
+}
+
+TEST(Clock, ListeningTimeCarriesUpInItsChain) {
+    struct Case {
+        const char* name;
+        CollectionState before;
+        int interval;
+        std::array<int32_t, 6> after;  // years, months, days, hours, minutes, seconds
+    };
+    auto stats = [](int y, int mo, int d, int h, int mi, int s) {
+        CollectionState c;
+        c.Stat_Years = y, c.Stat_Months = mo, c.Stat_Days = d, c.Stat_Hours = h, c.Stat_Minutes = mi, c.Stat_Seconds = s;
+        return c;
+    };
+    const Case cases[] = {
+        {"a second", stats(0, 0, 0, 0, 0, 7), 1000, {0, 0, 0, 0, 0, 8}},
+        {"the short tick rounds away", stats(0, 0, 0, 0, 0, 7), 300, {0, 0, 0, 0, 0, 7}},
+        {"into a minute", stats(0, 0, 0, 0, 4, 59), 1000, {0, 0, 0, 0, 5, 0}},
+        {"a hidden window's six seconds drop what passes 60", stats(0, 0, 0, 0, 0, 58), 6000, {0, 0, 0, 0, 1, 0}},
+        {"into an hour", stats(0, 0, 0, 2, 59, 59), 1000, {0, 0, 0, 3, 0, 0}},
+        {"into a day", stats(0, 0, 3, 23, 59, 59), 1000, {0, 0, 4, 0, 0, 0}},
+        {"a month is 30 days", stats(0, 2, 29, 23, 59, 59), 1000, {0, 3, 0, 0, 0, 0}},
+        {"a year is 13 months", stats(1, 12, 29, 23, 59, 59), 1000, {2, 0, 0, 0, 0, 0}},
+        {"month 12 is still the year's", stats(0, 11, 29, 23, 59, 59), 1000, {0, 12, 0, 0, 0, 0}},
+    };
+    for (const auto& c : cases) {
+        CollectionState s = c.before;
+        Count_Listening_Time(s, c.interval);
+        EXPECT_EQ((std::array<int32_t, 6>{s.Stat_Years, s.Stat_Months, s.Stat_Days, s.Stat_Hours, s.Stat_Minutes,
+                                          s.Stat_Seconds}),
+                  c.after)
+            << c.name;
+    }
+}
+
+TEST(Clock, TheDisplaysTheTrayTipAndTheCountsFollowPlaying) {
+    Player app(2, 30.0);
+    CollectionState& c = app.ctx.collection;
+    app.ctx.table.Rating_Class[0] = 3;
+    app.ctx.table.File_Size[0] = Currency::FromDouble(1536.5);
+    app.ctx.table.Bitrate[0] = 96;
+    app.loop.Advance(1'000);
+    EXPECT_EQ(app.ctx.form1.Text5[1].Text(), "00:00:00") << "nothing loaded: the blank display";
+
+    app.Press();
+    app.loop.Advance(5'400);
+    Form1& f = app.ctx.form1;
+    EXPECT_EQ(f.Text5[1].Text(), "00:00:05");
+    EXPECT_EQ(f.Text5[2].Text(), "00:00:25");
+    EXPECT_EQ(f.Text5[3].Text(), "001.50Gb");
+    EXPECT_EQ(f.Text5[4].Text(), "096");
+    EXPECT_TRUE(app.shell.tray_tip.starts_with("No(0) -> 00:00:05< *** >00:00:25\n - ")) << app.shell.tray_tip;
+    EXPECT_EQ(f.Label2[0].Caption(),
+              "Τώρα - Now:  000:00:00:05   Σύνολο - Sum:   000:00:01:00   Ακόμη - Left:    000:00:00:55");
+    EXPECT_EQ(c.Stat_Seconds, 5);
+    EXPECT_EQ(c.Stat_Files, 0) << "row 0 was the row seen before";
+
+    (void)app.player.pause();
+    app.loop.Advance(10'000);
+    EXPECT_EQ(c.Stat_Seconds, 5) << "no listening time while paused";
+    EXPECT_EQ(f.Command11.Picture(), "pause");
+    EXPECT_EQ(app.ctx.playback.Window_Icon, 101);
+    EXPECT_TRUE(f.Tray("mnusystemtraypause").Checked());
+
+    (void)app.player.play();
+    app.loop.Advance(30'000);
+    EXPECT_EQ(app.ctx.table.Current_Track, 1);
+    EXPECT_EQ(c.Stat_Files, 1);
+    EXPECT_FALSE(f.Tray("mnusystemtraypause").Checked());
+    EXPECT_EQ(app.ctx.playback.Played_Duration, Currency(30)) << "the Track played before counts whole";
+    EXPECT_TRUE(app.shell.tray_tip.ends_with("< - >00:00:26\n - track_001.mp3")) << app.shell.tray_tip;
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,112 @@
+#include "core/running_report.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "core/codepage1253.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TestApp;
+
+std::string ReadAll(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+size_t Count(const std::string& text, const std::string& what) {
+    size_t n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+struct ReportTest : ::testing::Test {
+    ReportTest() {
+        app.ctx.core.App_Path = app.folder.Str();
+        app.loop.SetNow(LocalTime{2026, 3, 7, 21, 15, 4});
+    }
+    const std::string& Log() { return app.ctx.form1.Text2[0].Text(); }
+    MenuItem& DeleteMenu() { return app.ctx.form1.Menus("MnuMoreReportDelete"); }
+
+    TestApp app;
+};
+
+TEST_F(ReportTest, TheFirstLongOperationCreatesTheReportWithItsBlock) {
+    Log_Line(app.ctx, "-> Ανάγνωση αρχείων - Reading files...");
+    Report_Block(app.ctx, -1);
+    EXPECT_EQ(app.ctx.report.Report_Open, -1);
+    EXPECT_TRUE(DeleteMenu().Enabled());
+    Log_Line(app.ctx, "-> /music/日本/α.mp3");
+    Report_Block(app.ctx, 0);
+
+    // What the code page cannot carry becomes a question mark, not a lost block.
+    std::string log = Log();
+    log.replace(log.find("日本"), std::string("日本").size(), "??");
+    const std::string stars(100, '*');
+    EXPECT_EQ(ReadAll(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
+    EXPECT_EQ(Count(Log(), "->"), 2u) << "no error along the way";
+}
+
+TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
+    Report_Block(app.ctx, -1);
+    Report_Block(app.ctx, 0);
+    const std::string before = ReadAll(Report_File(app.ctx));
+
+    Log_Line(app.ctx, "-> δεύτερη - second");
+    Report_Block(app.ctx, -1);
+    EXPECT_EQ(app.ctx.report.Report_Open, 0);
+    EXPECT_FALSE(DeleteMenu().Enabled());
+    Report_Block(app.ctx, 0);
+    EXPECT_EQ(ReadAll(Report_File(app.ctx)), before);
+    EXPECT_EQ(Count(Log(), "-> File already open"), 1u);
+    EXPECT_EQ(Count(Log(), "-> Bad file mode"), 4u) << "three head lines and the body fail one by one";
+
+    // Deleting the report by the menu gives a new one at the next operation.
+    Wire_Report_Menus(app.ctx);
+    DeleteMenu().Click.emit();
+    EXPECT_FALSE(fs::exists(Report_File(app.ctx)));
+    Report_Block(app.ctx, -1);
+    Report_Block(app.ctx, 0);
+    EXPECT_NE(ReadAll(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
+}
+
+TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
+    Report_Size(app.ctx);
+    EXPECT_EQ(app.ctx.report.Report_Open, 0);
+    EXPECT_FALSE(DeleteMenu().Enabled());
+    EXPECT_TRUE(Log().empty());
+    EXPECT_TRUE(fs::is_directory(app.folder.Path() / "velmora_reports"));
+
+    std::ofstream(Report_File(app.ctx), std::ios::binary) << std::string(1048576, 'x');
+    Report_Size(app.ctx);
+    EXPECT_EQ(Log(), "21:15:04-> Μέγεθος αρχείου Αναφοράς - Reports File Size:\n ---> 0001.00Mb\n");
+    EXPECT_EQ(app.ctx.report.Report_Open, -1);
+    EXPECT_TRUE(DeleteMenu().Enabled());
+}
+
+TEST_F(ReportTest, DeletingAMissingReportDisablesTheMenu) {
+    Wire_Report_Menus(app.ctx);
+    DeleteMenu().SetEnabled(true);
+    app.ctx.report.Report_Open = -1;
+    DeleteMenu().Click.emit();
+    EXPECT_EQ(app.ctx.report.Report_Open, 0);
+    EXPECT_FALSE(DeleteMenu().Enabled());
+    EXPECT_EQ(Count(Log(), "-> File not found"), 1u);
+
+    MenuItem& report = app.ctx.form1.Menus("MnuMoreReport");
+    report.Click.emit();
+    EXPECT_TRUE(report.Checked());
+    EXPECT_EQ(app.ctx.settings.Report_On, -1);
+    report.Click.emit();
+    EXPECT_FALSE(report.Checked());
+    EXPECT_EQ(app.ctx.settings.Report_On, 0);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,216 @@
+#include "core/settings_store.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "core/codepage1253.h"
+#include "core/startup.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TestApp;
+
+constexpr int kLen = kSettingsRecordLength;
+
+std::string ReadAll(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+template <class T>
+T At(const std::string& file, int record) {
+    T v{};
+    std::memcpy(&v, file.data() + (record - 1) * kLen, sizeof v);
+    return v;
+}
+
+std::string TextAt(const std::string& file, int record) {
+    return file.substr((record - 1) * kLen + 2, At<uint16_t>(file, record));
+}
+
+// A context over its temporary folder, with four media types to select.
+void Prepare(TestApp& app) {
+    app.ctx.core.App_Path = app.folder.Str();
+    app.ctx.form1.List3.SetMultiSelect(true);
+    app.ctx.form1.List3.Assign({"*.mp3", "*.wav", "*.snd", "*.au"});
+}
+
+// Values away from their defaults, so that one that does not come back
+// cannot pass by luck.
+void SetUnusual(TestApp& app) {
+    Settings& s = app.ctx.settings;
+    MenuSet& m = app.ctx.form1.Menus;
+    s.Volume_Step = 7;
+    s.Random_Order = 0;
+    s.Preview_Active = -1;
+    m("MnuMoreMultiPreview").SetChecked(true);
+    s.Search_Subfolders = 0;
+    s.Replay_Mode = 2;
+    s.Trigger_Time = {3600, 7200, 10800};
+    s.Trigger_Countdown = {60, 120, 180};
+    s.Trigger_Date = "24/12/2025 Χριστούγεννα";
+    s.Backtrack_Steps = 9;
+    m("MnuMorePauseActive").SetChecked(true);
+    m("MnuMoreReport").SetChecked(true);
+    m("MnuFavorAuto2").SetChecked(true);
+    s.Delete_From_Disk = -1;
+    s.Auto_Start = 0;
+    s.Search_Count = 1;
+    s.Search_Links = {"https://a.example/?q=", "https://β.example/?q="};
+    s.Always_On_Top = -1;
+    app.ctx.form1.List1.Assign({"/music/α/", "/music/b/"});
+    s.Video_Height = 480;
+    s.Move_Points_To_New_Path = -1;
+    app.ctx.form1.List3.SetSelected(1, true);
+    app.ctx.form1.List3.SetSelected(3, true);
+    s.Star_Colors_Index = 3;
+    s.Star_Active = -1;
+    s.Autostart_Index = 2;
+}
+
+TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
+    TestApp writer;
+    Prepare(writer);
+    SetUnusual(writer);
+    bool error = true;
+    Save_Settings(writer.ctx, error);
+    ASSERT_FALSE(error);
+
+    const std::string file = ReadAll(Settings_File(writer.ctx));
+    // 48 fixed records, 2 links, 2 items of List1, 4 selections of List3.
+    ASSERT_EQ(file.size(), size_t{48 + 1 + 2 + 4} * kLen);
+    EXPECT_EQ(At<int16_t>(file, 1), 7);
+    EXPECT_EQ(At<int16_t>(file, 5), -1) << "the multi-preview mark";
+    EXPECT_EQ(At<int16_t>(file, 6), 0) << "Search_Subfolders is written";
+    EXPECT_EQ(At<int32_t>(file, 10), 60) << "times and countdowns alternate";
+    EXPECT_EQ(TextAt(file, 16), *Utf8ToCp1253("24/12/2025 Χριστούγεννα"));
+    EXPECT_EQ(At<int16_t>(file, 21), -1) << "pause active, from its mark";
+    EXPECT_EQ(TextAt(file, 28), "https://a.example/?q=");
+    EXPECT_EQ(At<int16_t>(file, 31), -1) << "the report mark a second time";
+    EXPECT_EQ(At<int16_t>(file, 33), 2) << "List1's count";
+    EXPECT_EQ(At<int16_t>(file, 45), 4) << "List3's count";
+    EXPECT_EQ(At<int16_t>(file, 47), -1);
+    EXPECT_EQ(At<uint8_t>(file, 55), 2) << "Autostart_Index, one byte";
+
+    TestApp app;
+    Prepare(app);
+    fs::create_directories(app.folder.Path() / "velmora_preferences");
+    fs::copy_file(Settings_File(writer.ctx), Settings_File(app.ctx));
+    Load_Settings(app.ctx, error);
+    EXPECT_FALSE(error);
+    const Settings& s = app.ctx.settings;
+    Form1& f = app.ctx.form1;
+    EXPECT_EQ(s.Search_Subfolders, -1) << "record 6 is read as a Long and dropped";
+    EXPECT_EQ(f.HScroll1.Value(), 140);
+    EXPECT_EQ(f.Text3.Text(), "9");
+    EXPECT_EQ(s.Trigger_Countdown, writer.ctx.settings.Trigger_Countdown);
+    EXPECT_EQ(s.Trigger_Date, "24/12/2025 Χριστούγεννα");
+    EXPECT_EQ(s.Preview_Points.size(), 4u);
+    EXPECT_EQ(s.Report_On, -1);
+    EXPECT_EQ(s.Search_Links, writer.ctx.settings.Search_Links);
+    EXPECT_EQ(f.List1.Items(), writer.ctx.form1.List1.Items());
+    EXPECT_EQ(f.List3.SelCount(), 2);
+    EXPECT_TRUE(f.List3.Selected(3));
+    EXPECT_TRUE(app.shell.on_top["Form1"]);
+    const struct {
+        MenuSet& menus;
+        const char* name;
+        int index;
+        bool checked, enabled;
+    } marks[] = {
+        {f.Menus, "MnuMoreRandom", 0, false, true},         {f.Tray, "mnusystemtraysuffle", 0, false, true},
+        {f.Menus, "MnuMoreDuration", 0, false, true},       {f.Menus, "MnuMoreMultiPreview", 0, true, true},
+        {f.Menus, "mnumorereplayn", 2, true, true},         {f.Menus, "MnuMorePauseDur", 0, false, true},
+        {f.Tray, "TrayFavorAuto", 0, true, true},           {f.Menus, "mnufiledeleterecycle", 0, true, true},
+        {f.Menus, "MnuMoreAutoStart", 0, false, true},      {f.Menus, "MnuMoreOnTop", 0, true, true},
+        {f.Tray, "MnuSystemTrayTop", 0, true, true},        {f.Menus, "MnuFileMoveReference", 0, true, true},
+        {f.Menus, "MnumoreStar_Colors", 3, true, true},     {f.Menus, "MnumoreStar_Colors", 1, false, true},
+        {f.Menus, "MnumoreStar_Active", 0, false, false},   {f.Menus, "MnumoreStar_Active", 1, true, true},
+        {f.Menus, "MnuPlayAutoStartP", 2, true, true},      {f.Menus, "MnuPlayAutoStartP", 1, false, true},
+    };
+    for (const auto& m : marks) {
+        EXPECT_EQ(m.menus(m.name, m.index).Checked(), m.checked) << m.name << "(" << m.index << ")";
+        EXPECT_EQ(m.menus(m.name, m.index).Enabled(), m.enabled) << m.name << "(" << m.index << ")";
+    }
+}
+
+TEST(SettingsStore, ReadingCorrectsThePreviewLengthAndOutOfRangeEntries) {
+    TestApp app;
+    Prepare(app);
+    bool error = true;
+    Load_Settings(app.ctx, error);
+    EXPECT_FALSE(error) << "no file yet: the defaults stand";
+
+    app.ctx.settings.Preview_Seconds = 1;
+    app.ctx.settings.Star_Colors_Index = -4;
+    app.ctx.settings.Autostart_Index = 9;
+    Save_Settings(app.ctx, error);
+    ASSERT_FALSE(error);
+    app.ctx.settings = Settings{};
+    Load_Settings(app.ctx, error);
+    EXPECT_EQ(app.ctx.settings.Preview_Seconds, 10) << "below 2 reads as 10";
+    EXPECT_TRUE(app.ctx.form1.Menus("MnumoreStar_Colors", 0).Checked()) << "below 0 reads as 0";
+    EXPECT_TRUE(error) << "there is no entry 9 of MnuPlayAutoStartP to check";
+}
+
+TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
+    TestApp app;
+    Prepare(app);
+    SetUnusual(app);
+    bool error = false;
+    Save_Settings(app.ctx, error);
+    ASSERT_FALSE(error);
+
+    // An older version ended after Auto_Start (record 26), here with one byte more.
+    TestApp later;
+    const fs::path older = later.folder.Path() / "velmora_preferences" / "default_pref.qr";
+    fs::create_directories(older.parent_path());
+    std::ofstream(older, std::ios::binary) << ReadAll(Settings_File(app.ctx)).substr(0, 26 * kLen + 1);
+    Form_Load(later.ctx);
+
+    const Settings& s = later.ctx.settings;
+    EXPECT_EQ(s.Trigger_Date, "24/12/2025 Χριστούγεννα");
+    EXPECT_EQ(s.Auto_Start, 0) << "the last record of the older file stands";
+    EXPECT_EQ(s.Search_Count, 0) << "a byte is not a record";
+    EXPECT_EQ(s.Star_Colors_Index, 1);
+    EXPECT_TRUE(later.ctx.form1.Menus("MnuPlayAutoStartP", 1).Checked()) << "defaults still go on their marks";
+    const std::string& log = later.ctx.form1.Text2[0].Text();
+    const std::string line = "-> Λάθος κατά τη φόρτωση προτιμήσεων - Error while loading preferences";
+    ASSERT_NE(log.find(line), std::string::npos);
+    EXPECT_EQ(log.find(line, log.find(line) + 1), std::string::npos) << "one line, not one per record";
+}
+
+TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
+    TestApp app;
+    Prepare(app);
+    const std::string path = Settings_File(app.ctx);
+    const std::string backup = path + ".backup";
+    bool error = true;
+    Save_Settings(app.ctx, error);
+    ASSERT_FALSE(error);
+    EXPECT_EQ(ReadAll(backup), ReadAll(path));
+    const std::string first = ReadAll(path);
+
+    // A link the code page cannot carry is a write error: no backup.
+    app.ctx.settings.Volume_Step = 55;
+    app.ctx.settings.Search_Links = {"https://例え.example/"};
+    Save_Settings(app.ctx, error);
+    EXPECT_TRUE(error);
+    EXPECT_EQ(At<int16_t>(ReadAll(path), 1), 55) << "the rest is written all the same";
+    EXPECT_EQ(ReadAll(backup), first);
+
+    app.ctx.settings.Search_Links = {"https://example.org/"};
+    Save_Settings(app.ctx, error);
+    EXPECT_FALSE(error);
+    EXPECT_EQ(ReadAll(backup), ReadAll(path));
+}
+
+}  // namespace
+}  // namespace velmora

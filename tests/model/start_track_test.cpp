@@ -1,0 +1,148 @@
+#include "playback/start_track.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "playback/play_modes.h"
+#include "playback_fixture.h"
+
+namespace velmora {
+namespace {
+
+using testing::Player;
+
+int Position(const StubEngine& engine) {
+    return static_cast<int>(std::lround(engine.currentPosition().value_or(-1)));
+}
+
+TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
+    Player app(3, 100.0);
+    Settings& s = app.ctx.settings;
+    s.Preview_Active = -1;
+    s.Preview_Seconds = 10;
+    s.Preview_Points.assign(4, 0);
+    std::map<int, std::set<int>> heard;  // row -> positions seen at ticks while playing
+    auto watch = app.ctx.form1.Timer1.Tick.connect([&] {
+        if (app.player.playState() == PS_Playing) heard[app.ctx.table.Current_Track].insert(Position(app.player));
+    });
+    app.Press();
+    app.loop.Advance(60'000);
+
+    ASSERT_GE(app.started.size(), 2u) << "the sampled Track moved on by itself";
+    EXPECT_EQ(s.Preview_Points, (std::vector<int16_t>{20, 40, 60, 80}));
+    const std::set<int>& first = heard[0];
+    for (int point : {20, 40, 60, 80}) {
+        EXPECT_TRUE(first.count(point + 5)) << "sampled at " << point;
+        EXPECT_FALSE(first.count(point + 15)) << "no more than the sample at " << point;
+    }
+    EXPECT_EQ(first.count(10), 0u);
+    EXPECT_EQ(first.count(95), 0u);
+}
+
+TEST(StartTrack, ATrackShorterThanTheSampleMovesOn) {
+    Player app(3, 4.0);
+    app.ctx.settings.Random_Order = 0;
+    app.ctx.settings.Preview_Active = -1;
+    app.ctx.settings.Preview_Seconds = 10;
+    app.Press();
+    app.loop.Advance(8'000);
+    ASSERT_GE(app.started.size(), 2u);
+    EXPECT_EQ(app.started[1].row, 1);
+}
+
+TEST(StartTrack, OnlyTheFirstStartOfARunThatBeganByItselfIsDelayed) {
+    Player app(3, 100.0);
+    int64_t t0 = app.loop.TickCount();
+    app.Press();
+    EXPECT_GE(app.loop.TickCount() - t0, 500);
+    t0 = app.loop.TickCount();
+    app.Press();
+    EXPECT_LT(app.loop.TickCount() - t0, 500);
+}
+
+TEST(StartTrack, AutoVideoModeStartsNothingForAFileThatIsNotVideo) {
+    Player app(2, 100.0);
+    app.ctx.table.Video_Mode = 1;
+    app.reader.SetAttribute(app.Path(0), "MediaType", "Audio");
+    app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
+    app.Press();
+    app.loop.Advance(5'000);
+    EXPECT_EQ(app.player.URL(), "");
+    EXPECT_EQ(app.video.URL(), "");
+    EXPECT_EQ(app.ctx.table.Current_Track, 0) << "the walk stands on the Track";
+    EXPECT_EQ(app.ctx.form1.Text1[0].Text(), "Το πρώτο") << "the tag boxes are filled all the same";
+}
+
+TEST(StartTrack, TheKindOfAFile) {
+    Player app(0);
+    struct Case {
+        const char* path;
+        const char* media_type;
+        bool video;
+    } const cases[] = {
+        {"/m/a.avi", "audio", false}, {"/m/a.mp3", "PHOTO", true}, {"/m/a.mp3", "video", true},
+        {"/m/a.mpeg", "other", true}, {"/m/a.MPG", "other", false}, {"/m/a.wmv", "", true},
+        {"/m/a.mp3", "radio", false},
+    };
+    for (const auto& c : cases) {
+        app.reader.SetAttribute(c.path, "MediaType", c.media_type);
+        EXPECT_EQ(Is_Video_File(app.ctx, c.path), c.video) << c.path << " " << c.media_type;
+    }
+}
+
+TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) {
+    for (bool paused : {false, true}) {
+        SCOPED_TRACE(paused ? "paused" : "playing");
+        Player app(2, 100.0);
+        app.player.SetDuration(Dump_File_Path(app.ctx), 0.2);
+        app.Press();
+        app.loop.Advance(30'000);
+        if (paused) {
+            (void)app.player.pause();
+            app.loop.RunPosted();
+        }
+        const int before = Position(app.player);
+        const std::string file = app.Path(0);
+        std::string held;
+        bool dump_there = false;
+        Replace_Playing_File(app.ctx, file, "", "tags", [&] {
+            held = app.player.URL();
+            dump_there = std::filesystem::file_size(Dump_File_Path(app.ctx)) > 0;
+        });
+        EXPECT_EQ(held, Dump_File_Path(app.ctx)) << "the engine held the dump file while the tags were written";
+        EXPECT_TRUE(dump_there);
+        EXPECT_FALSE(std::filesystem::exists(Dump_File_Path(app.ctx)));
+        app.loop.RunPosted();
+        EXPECT_EQ(app.player.URL(), file);
+        EXPECT_EQ(Position(app.player), before);
+        EXPECT_EQ(app.player.playState(), paused ? PS_Paused : PS_Playing);
+        EXPECT_FALSE(app.ctx.core.Suppress_Events);
+    }
+}
+
+TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
+    Player app(3, 5.0);
+    app.ctx.form1.Menus("MnuMorePauseActive").SetChecked(true);
+    app.ctx.settings.Sound_On = -1;
+    app.ctx.settings.Pause_Seconds = 8;
+    std::vector<int64_t> playing_at;
+    auto watch = app.player.PlayStateChange.connect([&](int) {
+        if (app.player.playState() == PS_Playing) playing_at.push_back(app.loop.TickCount());
+    });
+    app.Press();
+    app.loop.Advance(13'000);
+    ASSERT_GE(playing_at.size(), 2u);
+    // Five seconds of the first Track, then the 300 ms tick, the load and the next start tick.
+    EXPECT_LT(playing_at[1] - playing_at[0], 7'000) << "the configured eight seconds do not lengthen it";
+    int tones = 0;
+    for (const auto& b : app.shell.beeps)
+        if ((b.frequency == 600 || b.frequency == 650) && b.ms == 100) ++tones;
+    EXPECT_EQ(tones, 2 * static_cast<int>(app.started.size()));
+}
+
+}  // namespace
+}  // namespace velmora

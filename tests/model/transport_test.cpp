@@ -1,0 +1,149 @@
+#include "playback/transport.h"
+
+#include <gtest/gtest.h>
+
+#include "playback/play_modes.h"
+#include "playback_fixture.h"
+
+namespace velmora {
+namespace {
+
+using testing::Player;
+
+TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMove) {
+    Player app(6, 100.0);
+    TrackTable& t = app.ctx.table;
+    app.ctx.settings.Random_Order = 0;
+    app.Press();
+    app.Press();
+    app.Press();  // row 2
+    Command3_Click(app.ctx, 1);
+    ASSERT_EQ(t.Current_Track, 1);
+    (void)app.player.stop();
+    app.loop.RunPosted();
+    Command11_Click(app.ctx);
+    EXPECT_EQ(t.Current_Track, 0) << "back, as the last move was";
+    EXPECT_EQ(app.ctx.form1.Command11.Picture(), "stop");
+
+    app.Press();  // forward: in serial order always the walk, never the history
+    app.loop.Advance(2'000);
+    Command11_Click(app.ctx);
+    EXPECT_EQ(app.player.playState(), PS_Paused);
+    Command11_Click(app.ctx);
+    EXPECT_EQ(app.player.playState(), PS_Playing);
+}
+
+TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCount) {
+    Player app(3, 100.0);
+    app.ctx.form1.Text3.SetText("5");
+    app.Press();
+    app.loop.Advance(12'000);
+    app.Press();
+    EXPECT_NEAR(app.ctx.table.Stop_Position[0].ToDouble(), 12, 1);
+    EXPECT_FALSE(app.ctx.table.Saved[0]);
+    EXPECT_EQ(app.ctx.form1.Text3.Text(), "5");
+    EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 5);
+    app.ctx.form1.Text3.SetText("abc");
+    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3");
+    EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 3);
+}
+
+TEST(Transport, ADoubleClickPlaysTheRowWithoutNumberingIt) {
+    Player app(5, 100.0);
+    app.Press();
+    app.ctx.form1.List2.SetListIndex(3);
+    list2_dblclick(app.ctx);
+    EXPECT_EQ(app.ctx.table.Current_Track, 3);
+    EXPECT_EQ(app.ctx.table.Played_Number[3], 0);
+    EXPECT_EQ(app.ctx.table.Played_Count, 1);
+    EXPECT_EQ(app.ctx.playback.Selected_File, app.Path(3));
+}
+
+TEST(Transport, TheTrayPauseResumesThroughTheStartOfATrack) {
+    Player app(2, 100.0);
+    app.ctx.settings.Autostart_Index = 0;
+    app.Press();
+    app.loop.Advance(20'000);
+    mnusystemtraypause_Click(app.ctx);
+    app.loop.RunPosted();
+    EXPECT_EQ(app.player.playState(), PS_Paused);
+    EXPECT_EQ(app.ctx.playback.Is_Paused, -1);
+    EXPECT_TRUE(app.ctx.form1.Tray("mnusystemtraypause").Checked());
+
+    mnusystemtraypause_Click(app.ctx);
+    app.loop.Advance(400);
+    EXPECT_EQ(app.player.playState(), PS_Playing);
+    EXPECT_LT(app.player.currentPosition().value_or(-1), 1) << "start point mode 0 goes back to the beginning";
+}
+
+TEST(Transport, TheFolderOfTheSelectedFile) {
+    Player app(2, 100.0);
+    Command10_Click(app.ctx, 0);
+    EXPECT_NE(app.Log().find("-> Δεν υπάρχει κανένα αρχείο για προβολή - No file to display"), std::string::npos);
+    EXPECT_TRUE(app.shell.opened.empty());
+    app.ctx.form1.List2.SetListIndex(1);
+    Command10_Click(app.ctx, 0);
+    ASSERT_EQ(app.shell.opened.size(), 1u);
+    EXPECT_EQ(app.shell.opened[0], (app.folder.Path() / "media").string() + "/");
+}
+
+TEST(Modes, TheInputDialogsAndTheirLoops) {
+    struct Case {
+        const char* name;
+        bool pause_dialog;
+        std::vector<std::optional<std::string>> inputs;
+        std::vector<MsgAnswer> questions;
+        int expected;
+        bool logged;
+    } const cases[] = {
+        {"preview 10 is taken", false, {"10"}, {}, 10, false},
+        {"preview 1 and 10.5 repeat without a word", false, {"1", "10.5", "4"}, {}, 4, false},
+        {"preview not numeric, no repeat", false, {"abc"}, {MsgAnswer::No}, 7, false},
+        {"preview cancelled, repeat", false, {std::nullopt, "3"}, {MsgAnswer::Yes}, 3, false},
+        {"pause 0 closes without change", true, {"0"}, {}, 7, false},
+        {"pause 9 repeats, then 5", true, {"9", "5"}, {}, 5, true},
+    };
+    for (const auto& c : cases) {
+        Player app(0);
+        app.ctx.settings.Preview_Seconds = 7;
+        app.ctx.settings.Pause_Seconds = 7;
+        for (const auto& in : c.inputs) app.dialogs.ExpectInput(in);
+        for (auto a : c.questions) app.dialogs.ExpectMsgBox(a);
+        if (c.pause_dialog) MnuMorePauseDur_Click(app.ctx);
+        else MnuMoreDuration_Click(app.ctx);
+        EXPECT_EQ(c.pause_dialog ? app.ctx.settings.Pause_Seconds : app.ctx.settings.Preview_Seconds, c.expected)
+            << c.name;
+        const std::string line = "-> Η διάρκεια δευτερολέπτων της παύσης ορίστηκε σε 5 Is the number of pause seconds ";
+        EXPECT_EQ(app.Log().find(line) != std::string::npos, c.logged) << c.name;
+    }
+}
+
+TEST(Modes, TheMenusKeepTheirQuirks) {
+    Player app(0);
+    Form1& f = app.ctx.form1;
+    Settings& s = app.ctx.settings;
+
+    f.Menus("mnumorereplayn", 0).SetChecked(true);
+    f.Menus("mnumorereplayn", 1).Click.emit();
+    EXPECT_EQ(s.Replay_Mode, 1);
+    EXPECT_FALSE(f.Menus("mnumorereplayn", 0).Checked());
+    EXPECT_FALSE(f.Menus("mnumorereplayn", 1).Checked()) << "the chosen entry is not checked by the handler";
+    EXPECT_TRUE(f.Tray("mnusystrayrepeat").Checked());
+    f.Tray("mnusystrayrepeat").Click.emit();
+    EXPECT_EQ(s.Replay_Mode, 0);
+
+    s.Preview_Points = {20};
+    f.Menus("MnuMoreMultiPreview").Click.emit();
+    EXPECT_EQ(s.Preview_Points, (std::vector<int16_t>{20, 0, 0, 0}));
+
+    // Each enabled state toggles by itself and can drift from the check.
+    f.Menus("MnuMoreDuration").SetEnabled(true);
+    f.Menus("MnuMoreMultiPreview").SetEnabled(false);
+    f.Menus("MnuMorePreview_Active").Click.emit();
+    EXPECT_EQ(s.Preview_Active, -1);
+    EXPECT_FALSE(f.Menus("MnuMoreDuration").Enabled());
+    EXPECT_TRUE(f.Menus("MnuMoreMultiPreview").Enabled());
+}
+
+}  // namespace
+}  // namespace velmora

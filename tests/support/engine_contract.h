@@ -1,0 +1,381 @@
+#pragma once
+// What every MediaEngine promises the program, written once and run against
+// each implementation. A test program includes this header in exactly one of
+// its files and instantiates EngineContract with a factory of its harness:
+//
+//   INSTANTIATE_TEST_SUITE_P(Stub, EngineContract, ::testing::Values(&MakeStubHarness),
+//                            EngineContractName);
+//
+// Every engine call in these tests goes through the fixture, which fails the
+// test when an engine event is raised inside the call that caused it.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/event_loop.h"
+#include "playback/media_engine.h"
+
+namespace velmora::contract {
+
+// An engine on its loop, with the files the contract plays.
+class EngineHarness {
+public:
+    virtual ~EngineHarness() = default;
+    virtual EventLoop& Loop() = 0;
+    virtual MediaEngine& Engine() = 0;
+
+    virtual std::string AudioFile() const = 0;  // about AudioSeconds long, audio only
+    virtual double AudioSeconds() const = 0;
+    virtual std::string AudioTitle() const = 0;  // its Title attribute
+    virtual std::string VideoFile() const = 0;   // about a second of video
+    virtual std::string MissingFile() const = 0;
+    virtual std::string GarbageFile() const = 0;  // exists, is no media
+    // How far a position may stray from the ideal, in seconds, and how long
+    // (by the loop's clock) anything asynchronous may take.
+    virtual double Tolerance() const = 0;
+    virtual int TimeoutMs() const = 0;
+};
+
+using HarnessFactory = std::unique_ptr<EngineHarness> (*)();
+
+inline void PrintTo(HarnessFactory, std::ostream* os) { *os << "harness"; }
+inline std::string EngineContractName(const ::testing::TestParamInfo<HarnessFactory>&) { return "Engine"; }
+
+class EngineContract : public ::testing::TestWithParam<HarnessFactory> {
+protected:
+    void SetUp() override {
+        m_harness = GetParam()();
+        ASSERT_NE(m_harness, nullptr);
+        m_states_sub = E().PlayStateChange.connect([this](int state) {
+            if (m_in_call) m_raised_in_call.push_back("PlayStateChange in " + m_call);
+            m_states.push_back(state);
+            // Handlers read the state afresh; note what they would see.
+            m_seen.push_back(E().playState());
+        });
+        m_status_sub = E().StatusChange.connect([this] {
+            if (m_in_call) m_raised_in_call.push_back("StatusChange in " + m_call);
+            ++m_status_changes;
+        });
+        E().setAutoStart(false);  // as the program sets every playing engine
+    }
+
+    void TearDown() override {
+        EXPECT_TRUE(m_raised_in_call.empty()) << ::testing::PrintToString(m_raised_in_call);
+        m_states_sub.reset();
+        m_status_sub.reset();
+        m_harness.reset();
+    }
+
+    EngineHarness& H() { return *m_harness; }
+    MediaEngine& E() { return m_harness->Engine(); }
+    int State() { return E().playState(); }
+    double Position() {
+        auto position = E().currentPosition();
+        EXPECT_TRUE(position.ok()) << position.error();
+        return position.value_or(-1.0);
+    }
+
+    // Engine calls, each checked for events raised inside it.
+    template <class F>
+    auto Call(const std::string& what, F&& fn) {
+        m_in_call = true;
+        m_call = what;
+        auto result = fn();
+        m_in_call = false;
+        return result;
+    }
+    Status Load(const std::string& path) { return Call("setURL", [&] { return E().setURL(path); }); }
+    Status Play() { return Call("play", [&] { return E().play(); }); }
+    Status Pause() { return Call("pause", [&] { return E().pause(); }); }
+    Status Stop() { return Call("stop", [&] { return E().stop(); }); }
+    Status Close() { return Call("close", [&] { return E().close(); }); }
+    Status Seek(double s) { return Call("setCurrentPosition", [&] { return E().setCurrentPosition(s); }); }
+    Status SetVolume(int v) { return Call("setVolume", [&] { return E().setVolume(v); }); }
+
+    // Gives way to the loop until pred holds or the harness's timeout passes.
+    bool Until(const std::function<bool()>& pred) {
+        const int64_t start = H().Loop().TickCount();
+        while (!pred()) {
+            if (H().Loop().TickCount() - start > H().TimeoutMs()) return pred();
+            H().Loop().WaitForEvents(10);
+        }
+        return true;
+    }
+    bool UntilState(int state) {
+        return Until([&] { return State() == state; });
+    }
+    void Pass(int ms) { Wait(H().Loop(), ms); }
+
+    // Loads the audio file and waits for the load to complete.
+    void LoadAudio() {
+        ASSERT_TRUE(Load(H().AudioFile()).ok());
+        ASSERT_TRUE(UntilState(PS_Ready)) << "state " << State();
+    }
+    // Plays the audio file from near its end and waits for the end.
+    void PlayToEnd() {
+        ASSERT_NO_FATAL_FAILURE(LoadAudio());
+        ASSERT_TRUE(Seek(H().AudioSeconds() - 0.4).ok());
+        ASSERT_TRUE(Play().ok());
+        ASSERT_TRUE(UntilState(PS_MediaEnded)) << "state " << State();
+    }
+    bool UntilEvent(int state) {
+        return Until([&] { return !m_states.empty() && m_states.back() == state; });
+    }
+
+    std::vector<int> m_states;  // PlayStateChange arguments, in order
+    std::vector<int> m_seen;    // playState() read inside each of those handlers
+    int m_status_changes = 0;
+
+private:
+    std::unique_ptr<EngineHarness> m_harness;
+    Subscription m_states_sub, m_status_sub;
+    bool m_in_call = false;
+    std::string m_call;
+    std::vector<std::string> m_raised_in_call;
+};
+
+TEST_P(EngineContract, LoadingDoesNotStartPlaying) {
+    EXPECT_EQ(E().URL(), "");
+    EXPECT_EQ(E().currentMedia(), nullptr);
+
+    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    EXPECT_EQ(E().URL(), H().AudioFile());
+    EXPECT_TRUE(m_states.empty()) << "the load's events come from the loop";
+    ASSERT_TRUE(UntilState(PS_Ready)) << "state " << State();
+    Pass(300);
+
+    EXPECT_EQ(State(), PS_Ready);
+    EXPECT_NEAR(Position(), 0.0, 0.05);
+    for (int s : m_states) EXPECT_NE(s, PS_Playing);
+    ASSERT_FALSE(m_states.empty());
+    EXPECT_EQ(m_states.back(), PS_Ready);
+
+    auto item = E().currentMedia();
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(item->sourceURL(), H().AudioFile());
+    EXPECT_NEAR(item->duration(), H().AudioSeconds(), 0.1);
+    EXPECT_EQ(item->getItemInfo("Title"), H().AudioTitle());
+
+    // Nor does loading over a file that plays.
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    ASSERT_TRUE(Load(H().VideoFile()).ok());
+    ASSERT_TRUE(UntilState(PS_Ready)) << "state " << State();
+    Pass(300);
+    EXPECT_EQ(State(), PS_Ready);
+    EXPECT_NEAR(Position(), 0.0, 0.05);
+    EXPECT_EQ(E().currentMedia()->sourceURL(), H().VideoFile());
+}
+
+TEST_P(EngineContract, AutoStartOnPlaysAfterLoading) {
+    E().setAutoStart(true);
+    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    ASSERT_TRUE(UntilState(PS_Playing)) << "state " << State();
+    Pass(300);
+    EXPECT_GT(Position(), 0.1);
+}
+
+TEST_P(EngineContract, ASeekBeforePlayHoldsUntilPlay) {
+    // Set before the load has completed, as the start of a track does.
+    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    ASSERT_TRUE(Seek(1.0).ok());
+    ASSERT_TRUE(UntilState(PS_Ready));
+    Pass(300);
+    EXPECT_EQ(State(), PS_Ready);
+    EXPECT_NEAR(Position(), 1.0, 0.01) << "held while not playing";
+    EXPECT_EQ(E().currentPositionString(), "00:01");
+
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    Pass(200);
+    const double played = Position();
+    EXPECT_GE(played, 1.0 - H().Tolerance()) << "playing starts at the held point";
+    EXPECT_LE(played, 1.2 + H().Tolerance());
+
+    // Paused, a new point holds as well, and playing goes on from it.
+    ASSERT_TRUE(Pause().ok());
+    ASSERT_TRUE(Seek(0.5).ok());
+    Pass(300);
+    EXPECT_NEAR(Position(), 0.5, 0.01);
+    ASSERT_TRUE(Play().ok());
+    Pass(200);
+    EXPECT_GE(Position(), 0.5 - H().Tolerance());
+    EXPECT_LE(Position(), 0.7 + H().Tolerance());
+}
+
+TEST_P(EngineContract, PlayPauseAndStopGiveTheirStates) {
+    ASSERT_NO_FATAL_FAILURE(LoadAudio());
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    Pass(400);
+    const double playing = Position();
+    EXPECT_GT(playing, 0.2) << "the position moves while playing";
+
+    ASSERT_TRUE(Pause().ok());
+    ASSERT_TRUE(UntilState(PS_Paused));
+    Pass(100);  // a real output plays out what it had buffered
+    const double paused = Position();
+    Pass(300);
+    EXPECT_NEAR(Position(), paused, 0.02) << "and stands while paused";
+
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    Pass(200);
+    EXPECT_GT(Position(), paused);
+
+    ASSERT_TRUE(Stop().ok());
+    ASSERT_TRUE(UntilState(PS_Stopped));
+    Pass(200);
+    EXPECT_NEAR(Position(), 0.0, 0.01) << "stop rewinds";
+    EXPECT_EQ(E().URL(), H().AudioFile()) << "and keeps the file";
+
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    Pass(200);
+    EXPECT_LT(Position(), 0.2 + 2 * H().Tolerance()) << "playing after stop starts from the top";
+
+    // The events told each state in turn; the last handler, reading the
+    // state afresh, found the one the engine is in.
+    ASSERT_TRUE(UntilEvent(PS_Playing));
+    const std::vector<int> expected{PS_Transitioning, PS_Ready, PS_Playing, PS_Paused,
+                                    PS_Playing,       PS_Stopped, PS_Playing};
+    EXPECT_EQ(m_states, expected);
+    ASSERT_FALSE(m_seen.empty());
+    EXPECT_EQ(m_seen.back(), PS_Playing);
+}
+
+TEST_P(EngineContract, EventsComeFromTheLoopAfterTheCalls) {
+    // Calls in a row with no giving way: nothing is raised in between.
+    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(SetVolume(E().volume() == 40 ? 41 : 40).ok());
+    EXPECT_TRUE(m_states.empty());
+    EXPECT_EQ(m_status_changes, 0);
+
+    ASSERT_TRUE(UntilState(PS_Playing));
+    ASSERT_TRUE(Until([&] { return m_status_changes > 0 && !m_states.empty() && m_states.back() == PS_Playing; }));
+    EXPECT_EQ(m_states.front(), PS_Transitioning);
+}
+
+TEST_P(EngineContract, TheEndGivesMediaEndedUntilTheNextCommand) {
+    struct Exit {
+        const char* name;
+        std::function<Status()> call;
+        int state_after;
+    };
+    const std::vector<Exit> exits{
+        {"play", [&] { return Play(); }, PS_Playing},
+        {"stop", [&] { return Stop(); }, PS_Stopped},
+        {"load", [&] { return Load(H().AudioFile()); }, PS_Ready},
+        {"close", [&] { return Close(); }, PS_Undefined},
+    };
+    for (const Exit& exit : exits) {
+        SCOPED_TRACE(exit.name);
+        ASSERT_NO_FATAL_FAILURE(PlayToEnd());
+        EXPECT_TRUE(UntilEvent(PS_MediaEnded)) << "the end is told by an event";
+        Pass(400);
+        EXPECT_EQ(State(), PS_MediaEnded) << "the end stays";
+        EXPECT_NEAR(Position(), 0.0, 0.01) << "an ended file resumes from the top";
+
+        // Pausing is no way out of the end.
+        ASSERT_TRUE(Pause().ok());
+        Pass(100);
+        EXPECT_EQ(State(), PS_MediaEnded);
+
+        ASSERT_TRUE(exit.call().ok());
+        ASSERT_TRUE(UntilState(exit.state_after)) << "state " << State();
+        if (exit.state_after == PS_Playing) {
+            Pass(200);
+            EXPECT_LT(Position(), 0.2 + 2 * H().Tolerance());
+        }
+    }
+}
+
+TEST_P(EngineContract, CloseEmptiesTheEngine) {
+    ASSERT_NO_FATAL_FAILURE(LoadAudio());
+    ASSERT_TRUE(Play().ok());
+    ASSERT_TRUE(UntilState(PS_Playing));
+    ASSERT_TRUE(Close().ok());
+    EXPECT_EQ(E().URL(), "");
+    EXPECT_EQ(E().currentMedia(), nullptr);
+    ASSERT_TRUE(UntilState(PS_Undefined));
+    EXPECT_EQ(Position(), 0.0);
+    EXPECT_FALSE(Play().ok()) << "nothing to play";
+    EXPECT_TRUE(Close().ok()) << "closing twice is harmless";
+}
+
+TEST_P(EngineContract, FailingCallsReportAndTheEngineGoesOn) {
+    for (const std::string& bad : {H().MissingFile(), H().GarbageFile()}) {
+        SCOPED_TRACE(bad);
+        Status loaded = Load(bad);
+        EXPECT_FALSE(loaded.ok());
+        EXPECT_FALSE(loaded.error().empty());
+        EXPECT_EQ(E().URL(), "");
+    }
+    EXPECT_FALSE(Play().ok());
+    EXPECT_FALSE(Pause().ok());
+    EXPECT_FALSE(Seek(1.0).ok());
+    EXPECT_TRUE(Stop().ok()) << "stopping nothing is no fault";
+
+    // A failed load lets go of the file held before, as releasing a file
+    // through a dummy relies on, and leaves the engine Ready.
+    ASSERT_NO_FATAL_FAILURE(LoadAudio());
+    EXPECT_FALSE(Load(H().GarbageFile()).ok());
+    EXPECT_EQ(E().URL(), "");
+    ASSERT_TRUE(UntilState(PS_Ready));
+
+    ASSERT_NO_FATAL_FAILURE(LoadAudio());
+    ASSERT_TRUE(Play().ok());
+    EXPECT_TRUE(UntilState(PS_Playing)) << "a good file plays after bad ones";
+}
+
+TEST_P(EngineContract, VolumeRoundTripsAndIsClamped) {
+    const struct {
+        int set, read;
+    } cases[] = {{37, 37}, {0, 0}, {100, 100}, {150, 100}, {-5, 0}, {64, 64}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.set);
+        const int before = m_status_changes;
+        const bool changes = E().volume() != c.read;
+        ASSERT_TRUE(SetVolume(c.set).ok());
+        EXPECT_EQ(E().volume(), c.read);
+        if (changes) {
+            EXPECT_TRUE(Until([&] { return m_status_changes > before; })) << "StatusChange follows";
+        }
+    }
+}
+
+TEST_P(EngineContract, ItemsAnswerWithoutLoading) {
+    auto audio = E().newMedia(H().AudioFile());
+    ASSERT_NE(audio, nullptr);
+    EXPECT_EQ(E().URL(), "") << "newMedia loads nothing";
+    EXPECT_NEAR(audio->duration(), H().AudioSeconds(), 0.1);
+    EXPECT_EQ(audio->sourceURL(), H().AudioFile());
+    EXPECT_EQ(audio->getItemInfo("Title"), H().AudioTitle());
+    EXPECT_EQ(audio->getItemInfo("MediaType"), "audio");
+    EXPECT_EQ(audio->getItemInfo("NoSuchAttribute"), "");
+    EXPECT_EQ(E().newMedia(H().VideoFile())->getItemInfo("MediaType"), "video");
+    EXPECT_EQ(E().newMedia(H().MissingFile())->duration(), 0.0);
+
+    // An item that says it can be written takes the value; one that says it
+    // cannot refuses with an error.
+    if (audio->isReadOnlyItem("Title")) {
+        EXPECT_FALSE(audio->setItemInfo("Title", "Other").ok());
+    } else {
+        ASSERT_TRUE(audio->setItemInfo("Title", "Other").ok());
+        EXPECT_EQ(E().newMedia(H().AudioFile())->getItemInfo("Title"), "Other");
+    }
+}
+
+TEST_P(EngineContract, AVideoPlaysToItsEnd) {
+    ASSERT_TRUE(Load(H().VideoFile()).ok());
+    ASSERT_TRUE(UntilState(PS_Ready));
+    ASSERT_TRUE(Play().ok());
+    EXPECT_TRUE(UntilState(PS_MediaEnded)) << "state " << State();
+}
+
+}  // namespace velmora::contract
