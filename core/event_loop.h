@@ -34,6 +34,8 @@ public:
     // Enabled, until Detach or the loop's end.
     virtual void Attach(Timer& timer) = 0;
     virtual void Detach(Timer& timer) = 0;
+    // Ends the loop, and with it the program, once the running handler returns.
+    virtual void Quit() = 0;
 };
 
 // Waits the given milliseconds by the tick counter, giving way to events.

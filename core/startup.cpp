@@ -134,6 +134,7 @@ void Form_Load(AppContext& ctx) {
     // Wired before anything runs, so that the load's own presses and settings
     // reach their handlers as a user's would.
     Wire_Handlers(ctx);
+    Wire_Report_Menus(ctx);
     for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
     Initialise(ctx);
     Reset_Views(ctx, 0);
@@ -225,6 +226,7 @@ void Form_QueryUnload(AppContext& ctx) {
     Wait(ctx.ports.loop, 500);
     ctx.form1.Timer1.SetEnabled(false);
     ctx.core.Ended = true;
+    ctx.ports.loop.Quit();
 }
 
 void Main() {}

@@ -8,6 +8,8 @@ Form1::Form1() : FormState("Form1") {
     Combo1.SetSorted(false);
     List2.SetMultiSelect(true);
     List5.SetMultiSelect(true);
+    List3.SetMultiSelect(true);
+    List1.SetMultiSelect(true);
     Menus("MnuMoreMinimize").SetVisible(true);
     Tray.TopLevel().front()->SetVisible(false);  // only ever a popup
     Frame1.SetCaption("Αναζήτηση Πολυμέσων - Multimedia Search");

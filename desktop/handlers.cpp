@@ -1,6 +1,7 @@
 #include "desktop/handlers.h"
 
 #include "core/app_context.h"
+#include "core/startup.h"
 #include "playback/play_modes.h"
 #include "playback/play_state.h"
 #include "playback/playback_clock.h"
@@ -73,6 +74,10 @@ void Wire_Handlers(AppContext& ctx) {
     on(tray("mnusystemtraysuffle").Click, MnuMoreRandom_Click);
     on(tray("MnuSysTrayDaCapo").Click, MnuSysTrayDaCapo_Click);
     on(tray("mnusystrayrepeat").Click, mnusystrayrepeat_Click);
+
+    // Leaving, from the File menu or the tray.
+    on(m("mnufilecollection", 4).Click, Form_QueryUnload);
+    on(tray("mnusystemtrayexit").Click, Form_QueryUnload);
 }
 
 }  // namespace velmora

@@ -94,4 +94,9 @@ void QtEventLoop::Apply(Timer& timer, Binding& binding) {
         binding.qtimer->stop();
 }
 
+void QtEventLoop::Quit() {
+    // Queued, so the handler that asked finishes first.
+    QMetaObject::invokeMethod(QCoreApplication::instance(), [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+}
+
 }  // namespace velmora

@@ -32,6 +32,7 @@ public:
     void Post(std::function<void()> fn) override;
     void Attach(Timer& timer) override;
     void Detach(Timer& timer) override;
+    void Quit() override;
 
 private:
     struct Binding {

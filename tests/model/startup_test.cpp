@@ -103,10 +103,23 @@ TEST(Startup, LeavingRunsTheShutDownOrderOnce) {
     EXPECT_GE(app.loop.TickCount() - t0, 500) << "waits half a second before ending";
     EXPECT_FALSE(app.ctx.form1.Timer1.Enabled());
     EXPECT_TRUE(app.ctx.core.Ended);
+    EXPECT_TRUE(app.loop.QuitRequested()) << "the program ends";
 
     app.shell.tray_shown = true;
     Form_QueryUnload(app.ctx);
     EXPECT_TRUE(app.shell.tray_shown) << "a second close does nothing";
+}
+
+TEST(Startup, TheExitRowsOfTheFileAndTrayMenusLeave) {
+    for (bool from_tray : {false, true}) {
+        TestApp app;
+        Form_Load(app.ctx);
+        MenuItem& exit = from_tray ? app.ctx.form1.Tray("mnusystemtrayexit") : app.ctx.form1.Menus("mnufilecollection", 4);
+        exit.Click.emit();
+        EXPECT_TRUE(app.ctx.core.Ended) << from_tray;
+        EXPECT_TRUE(app.loop.QuitRequested()) << from_tray;
+        EXPECT_FALSE(app.shell.tray_shown) << from_tray;
+    }
 }
 
 TEST(Startup, AppPathIsTheProgramFolderWhenWritableElseTheUserDataFolder) {

@@ -37,6 +37,8 @@ public:
     // A timer must be detached before it is destroyed.
     void Attach(Timer& timer) override;
     void Detach(Timer& timer) override;
+    void Quit() override { m_quit = true; }
+    bool QuitRequested() const { return m_quit; }
 
     // Moves time forward by ms, firing every timer due on the way in order of
     // its due time, then runs the posted calls.
@@ -69,6 +71,7 @@ private:
     std::deque<std::function<void()>> m_posted;
     std::vector<std::unique_ptr<Armed>> m_timers;
     uint64_t m_next_order = 0;
+    bool m_quit = false;
 };
 
 }  // namespace velmora
