@@ -1,5 +1,7 @@
 #include "cli/collection_reader.h"
 
+#include <ostream>
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -110,6 +112,20 @@ bool Read_Filters(const std::string& path, FilterLists& lists, std::string& erro
         if (!read_list(lists.Boxes[b], std::max<int>(0, counts[b]))) return false;
     // Record 9 holds List5's count less one.
     return read_list(lists.List5, std::max<int>(0, counts[kFilterBoxes] + 1));
+}
+
+bool Read_Current_Header(const std::string& main_path, Header& header, std::ostream& err) {
+    std::string error;
+    if (!Read_Header(main_path, header, error)) {
+        err << "velmora-cli: " << error << '\n';
+        return false;
+    }
+    if (!header.Version_String.empty() && header.Version_String != "5.0") {
+        err << "velmora-cli: " << main_path << ": a Collection of another version (" << header.Version_String
+            << ")\n";
+        return false;
+    }
+    return true;
 }
 
 }  // namespace velmora::cli

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -67,6 +68,9 @@ CollectionFiles Files_Of(const std::string& main_path);
 // On failure these return false with a message naming the file and record.
 // The header of an empty or foreign-version file holds its version text alone.
 bool Read_Header(const std::string& main_path, Header& header, std::string& error);
+// Read_Header for the commands: a failure or a foreign version is told on
+// err, and the answer is false.
+bool Read_Current_Header(const std::string& main_path, Header& header, std::ostream& err);
 
 // Streams the Tracks of an open files side file, one record at a time.
 class TrackStream {

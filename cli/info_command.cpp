@@ -54,16 +54,8 @@ std::string Row(const char* name, const Totals& t) {
 int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& err) {
     const CollectionFiles where = Files_Of(main_path);
     Header header;
+    if (!Read_Current_Header(where.main, header, err)) return 1;
     std::string error;
-    if (!Read_Header(where.main, header, error)) {
-        err << "velmora-cli: " << error << '\n';
-        return 1;
-    }
-    if (!header.Version_String.empty() && header.Version_String != "5.0") {
-        err << "velmora-cli: " << main_path << ": a Collection of another version (" << header.Version_String
-            << ")\n";
-        return 1;
-    }
     out << "Collection:  " << main_path << '\n';
     if (header.Version_String.empty()) {
         out << "Empty: created and never saved\n";
