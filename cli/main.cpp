@@ -7,13 +7,15 @@
 
 #include "cli/dump_command.h"
 #include "cli/info_command.h"
+#include "cli/play_command.h"
 
 namespace {
 
 int Usage() {
     std::cerr << "usage: velmora-cli --version\n"
                  "       velmora-cli dump FILE.qel   the Collection as JSON\n"
-                 "       velmora-cli info FILE.qel   a short summary\n";
+                 "       velmora-cli info FILE.qel   a short summary\n"
+                 "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n";
     return 2;
 }
 
@@ -25,6 +27,7 @@ int main(int argc, char** argv) {
         std::cout << "velmora-cli " VELMORA_VERSION "\n";
         return 0;
     }
+    if (argc >= 3 && std::strcmp(argv[1], "play") == 0) return velmora::cli::Play_Command(argc - 2, argv + 2);
     if (argc != 3) return Usage();
     const std::string command = argv[1];
     if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);

@@ -15,16 +15,8 @@ namespace velmora {
 
 namespace {
 
-// Value box k (1 to 8) of the catalogue, a control array of the window. A
-// window built without the array stores and reads its boxes as empty.
-template <class Form>
-ListBox* Value_Box(Form& f, int k) {
-    if constexpr (requires { f.Combo4_0[k]; }) {
-        return &f.Combo4_0[k];
-    } else {
-        return nullptr;
-    }
-}
+// Value box k (1 to 8) of the catalogue.
+ListBox* Value_Box(Form1& f, int k) { return &f.Combo4_0[k]; }
 
 // The text from the n-th character on (counting from 1), by characters, not
 // bytes: every character of the file's code page is one character here.

@@ -91,11 +91,19 @@ struct CatalogueState {
 // The timed events' trigger values.
 struct TimedState {};
 
-// The class statistics that playing reads; the rating work keeps them up.
+// The rating work: what a press of the rating button goes on from, and the
+// class texts of the labels. The class totals themselves live in the table.
 struct RatingsState {
     bool Stats_Dirty = false;          // the class texts must be rebuilt at the next label refresh
+    int16_t Rating_Code = 0;           // the pending code for Command8_Click (9..14: a class by the tray)
+    int16_t Repeat_Rating = 0;         // the class the last plain press gave; Auto_Rating repeats it
     int32_t Class_Total_Count = 0;     // Tracks in the classes chosen for playing
     Currency Class_Total_Duration;     // their seconds
+    int32_t Class_Played_Count = 0;    // played members of those classes
+    // " [count] - [size unit] - [share%]" and " - [DDD:HH:MM:SS]" per class.
+    std::array<std::string, kClassCount> Class_Stats_Text;
+    std::array<std::string, kClassCount> Class_Duration_Text;
+    std::string Total_Stats_Text;      // the same for the whole Collection, share " - [100%]"
 };
 
 struct AppContext {

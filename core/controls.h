@@ -91,6 +91,7 @@ public:
     const std::vector<std::string>& Items() const { return m_items; }
 
     Signal<> Click;
+    Signal<> DblClick;  // raised by the view; the index is already set
 
 private:
     void RebuildIndex() const;

@@ -46,7 +46,10 @@ struct Form1 : FormState {
     // Filter results and the managing lists.
     ListBox List4{"List4"};
     ListBox List5{"List5"};
-    ComboBox Combo4_0{"Combo4_0"};
+    // The catalogue's value boxes: index 0 the field chooser, 1 to 8 the values.
+    std::array<ComboBox, 9> Combo4_0{ComboBox{"Combo4_0(0)"}, ComboBox{"Combo4_0(1)"}, ComboBox{"Combo4_0(2)"},
+                                     ComboBox{"Combo4_0(3)"}, ComboBox{"Combo4_0(4)"}, ComboBox{"Combo4_0(5)"},
+                                     ComboBox{"Combo4_0(6)"}, ComboBox{"Combo4_0(7)"}, ComboBox{"Combo4_0(8)"}};
 
     // Text2(0) the running report, (1) progress of long work, (2) the item in
     // work, (3) and (5) the destination directory or the search text.
@@ -81,6 +84,27 @@ struct Form1 : FormState {
     std::array<CommandButton, 3> Command10{CommandButton{"Command10(0)"}, CommandButton{"Command10(1)"},
                                            CommandButton{"Command10(2)"}};
     CommandButton Command8{"Command8"};      // rate the current Track
+
+    // The rating display. Looks are drawn from Style:
+    //   Command8      0 plain, 1 pressed (the Track has a class)
+    //   Label9(i)     0 plain (system colour 0x80000016), 1 marked (0x80000002)
+    //   Label10(s)    0 plain (system colour 0x80000003), 1 marked (0x80000002)
+    //   Label21(s)    0 flat, 2 sunken (the present class); always a single border
+    // Pictures are keys "star_<scheme>_<number>", scheme the Star_Colors_Index
+    // 0 gold, 1 blue, 2 black blue, 3 mix; one drawn set per scheme:
+    //   Picture2      101..120 (big picture of the class)
+    //   Label21(s)    600..619 (the star row)
+    // Slots s run 1 to 6 for the classes Unmarked, X, C, B, A, S.
+    PictureBox Picture2{"Picture2"};
+    // Label9(0) the whole Collection, Label9(1..6) the classes by slot.
+    std::array<Label, 7> Label9{Label{"Label9(0)"}, Label{"Label9(1)"}, Label{"Label9(2)"}, Label{"Label9(3)"},
+                                Label{"Label9(4)"}, Label{"Label9(5)"}, Label{"Label9(6)"}};
+    // The class heads beside Label9, by slot: Label10[s - 1] is Label10(s).
+    std::array<Label, 6> Label10{Label{"Label10(1)"}, Label{"Label10(2)"}, Label{"Label10(3)"},
+                                 Label{"Label10(4)"}, Label{"Label10(5)"}, Label{"Label10(6)"}};
+    // The star row, by slot: Label21[s - 1] is Label21(s).
+    std::array<Label, 6> Label21{Label{"Label21(1)"}, Label{"Label21(2)"}, Label{"Label21(3)"},
+                                 Label{"Label21(4)"}, Label{"Label21(5)"}, Label{"Label21(6)"}};
 
     // The shared progress bar and its percentage.
     std::array<Shape, 2> Shape1{Shape{"Shape1(0)"}, Shape{"Shape1(1)"}};
@@ -125,6 +149,11 @@ struct Form4 : FormState {
     std::array<Label, 2> Label7{Label{"Form4.Label7(0)"}, Label{"Form4.Label7(1)"}};
     Label Label9{"Form4.Label9"};            // path of the current Track
     PictureBox Picture1{"Form4.Picture1"};   // album art
+    // The mirrors of the rating display: button, big picture, star row by slot.
+    CommandButton Command8{"Form4.Command8"};
+    PictureBox Command6{"Form4.Command6"};
+    std::array<Label, 6> Label21{Label{"Form4.Label21(1)"}, Label{"Form4.Label21(2)"}, Label{"Form4.Label21(3)"},
+                                 Label{"Form4.Label21(4)"}, Label{"Form4.Label21(5)"}, Label{"Form4.Label21(6)"}};
     Slider Slider1{"Form4.Slider1"};
     ScrollBar HScroll1{"Form4.HScroll1"};
 };

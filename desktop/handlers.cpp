@@ -7,6 +7,7 @@
 #include "playback/playback_clock.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
+#include "ratings/rating_menus.h"
 
 namespace velmora {
 
@@ -52,6 +53,7 @@ void Wire_Handlers(AppContext& ctx) {
     on(f.HScroll1.Scroll, HScroll1_Scroll);
     on_contents(f.Text3, Text3_Change);
     on(f.List2.Click, list2_click);
+    on(f.List2.DblClick, list2_dblclick);
 
     // The Play menu.
     on(m("MnuMoreAutoStart").Click, MnuMoreAutoStart_Click);
@@ -64,6 +66,36 @@ void Wire_Handlers(AppContext& ctx) {
     on(m("MnuMorePauseDur").Click, MnuMorePauseDur_Click);
     on(m("MnuMoreSound").Click, MnuMoreSound_Click);
     for (int i = 0; i < 3; ++i) on_index(m("mnumorereplayn", i).Click, mnumorereplayn_Click, i);
+
+    // Playing limited to classes, from the Play menu and the tray: -1 is Unmarked.
+    static constexpr const char* kPlayClass[] = {"PlayUnClass", "PlayX", "PlayC", "PlayB", "PlayA", "PlayS"};
+    for (int k = 0; k < 6; ++k) {
+        const int code = k == 0 ? -1 : k;
+        on_index(m(std::string("MnuMore") + kPlayClass[k]).Click, MnuFavor_Play, code);
+        on_index(tray(std::string("TrayFavor") + kPlayClass[k]).Click, MnuFavor_Play, code);
+    }
+    on_index(m("MnuMorePlayAll").Click, MnuFavor_Play, 0);
+    on_index(tray("TrayFavorPlayAll").Click, MnuFavor_Play, 0);
+
+    // The Rating menu. The selection rows have codes of their own.
+    on_index(m("MnuMoreClassAll").Click, SelectFavor, 0);
+    on_index(m("MnuMoreClassC").Click, SelectFavor, 1);
+    on_index(m("MnuMoreClassB").Click, SelectFavor, 2);
+    on_index(m("MnuMoreClassA").Click, SelectFavor, 3);
+    on_index(m("MnuMoreUnClass").Click, SelectFavor, 4);
+    on_index(m("MnuMoreClassS").Click, SelectFavor, 5);
+    on_index(m("MnuMoreClassX").Click, SelectFavor, -1);
+    on(m("MnuMoreCheckFavorites").Click, MnuMoreCheckFavorites_Click);
+    on(m("mnufilefavorreset").Click, mnufilefavorreset_Click);
+    on(m("MnuFavorAuto2").Click, MnuFavorAuto2_Click);
+    for (int i = 0; i < 2; ++i) on_index(m("MnumoreStar_Active", i).Click, MnumoreStar_Active_Click, i);
+    for (int i = 0; i < 4; ++i) on_index(m("MnumoreStar_Colors", i).Click, MnumoreStar_Colors_Click, i);
+
+    // The tray's rating entries: codes 9 to 14 name the class outright.
+    static constexpr const char* kTrayMark[] = {"TrayFavorUnclass", "TrayFavorX", "TrayFavorC",
+                                                "TrayFavorB",       "TrayFavorA", "TrayFavorS"};
+    for (int k = 0; k < 6; ++k) on_index(tray(kTrayMark[k]).Click, Tray_Favor_Click, 9 + k);
+    on(tray("TrayFavorAuto").Click, MnuFavorAuto2_Click);
 
     // The tray's transport entries.
     on(tray("mnusystemtrayback").Click, mnusystemtrayback_Click);

@@ -61,7 +61,7 @@ std::string AvProbe::Attribute(const std::string& name) const {
     return {};
 }
 
-Result<AvProbe> ProbeMediaFile(const std::string& path) {
+Result<AvProbe> ProbeContainer(const std::string& path) {
     std::error_code ec;
     const auto size = std::filesystem::file_size(path, ec);
     if (ec) return Error{path + ": " + ec.message()};
@@ -81,17 +81,22 @@ Result<AvProbe> ProbeMediaFile(const std::string& path) {
     if (ctx->duration != AV_NOPTS_VALUE && ctx->duration > 0)
         probe.duration = static_cast<double>(ctx->duration) / AV_TIME_BASE;
     probe.bit_rate = ctx->bit_rate;
+    if (ctx->iformat != nullptr && ctx->iformat->name != nullptr) probe.format_name = ctx->iformat->name;
     TakeTags(ctx->metadata, probe.tags);
-    bool playable = false;
     for (unsigned i = 0; i < ctx->nb_streams; ++i) {
         const AVStream* stream = ctx->streams[i];
         const auto type = stream->codecpar->codec_type;
         const bool cover = (stream->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
         if (type == AVMEDIA_TYPE_VIDEO && !cover) probe.has_video = true;
-        if ((type == AVMEDIA_TYPE_VIDEO && !cover) || type == AVMEDIA_TYPE_AUDIO) playable = true;
+        if ((type == AVMEDIA_TYPE_VIDEO && !cover) || type == AVMEDIA_TYPE_AUDIO) probe.playable = true;
         TakeTags(stream->metadata, probe.tags);
     }
-    if (!playable) return Error{path + ": no audio or video stream"};
+    return probe;
+}
+
+Result<AvProbe> ProbeMediaFile(const std::string& path) {
+    auto probe = ProbeContainer(path);
+    if (probe && !probe.value().playable) return Error{path + ": no audio or video stream"};
     return probe;
 }
 

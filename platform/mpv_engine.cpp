@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/media_reader.h"
+
 namespace velmora {
 
 namespace {
@@ -444,12 +446,7 @@ Status MpvEngine::SetVideoWindow(int64_t wid) {
     return {};
 }
 
-std::unique_ptr<MediaItem> MpvEngine::newMedia(const std::string& path) {
-    auto probe = ProbeMediaFile(path);
-    if (!probe) return std::make_unique<MpvMediaItem>(path, 0.0, AvProbe{});
-    const double duration = probe.value().duration;
-    return std::make_unique<MpvMediaItem>(path, duration, probe.value());
-}
+std::unique_ptr<MediaItem> MpvEngine::newMedia(const std::string& path) { return ReadMediaItem(path); }
 
 std::unique_ptr<MediaItem> MpvEngine::currentMedia() {
     if (m_url.empty()) return nullptr;

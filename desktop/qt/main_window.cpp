@@ -28,6 +28,7 @@
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 #include "desktop/qt/track_list_model.h"
+#include "desktop/qt/transport_view.h"
 #include "platform/qt_shell.h"
 
 namespace velmora {
@@ -76,9 +77,10 @@ int KeyCode(const QKeyEvent& event) {
     }
 }
 
-// Space types a blank where text is typed; elsewhere it presses play.
+// Space and the arrows move in text where text is typed; elsewhere they steer playing.
 bool TakesText(const QWidget* widget) {
-    if (qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget)) return true;
+    if (auto* edit = qobject_cast<const QLineEdit*>(widget)) return !edit->isReadOnly();
+    if (qobject_cast<const QAbstractSpinBox*>(widget)) return true;
     if (auto* edit = qobject_cast<const QPlainTextEdit*>(widget)) return !edit->isReadOnly();
     if (auto* edit = qobject_cast<const QTextEdit*>(widget)) return !edit->isReadOnly();
     return false;
@@ -135,21 +137,10 @@ MainWindow::~MainWindow() {
 }
 
 QWidget* MainWindow::BuildTransport() {
-    auto* bar = new QWidget(this);
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    m_play = new QToolButton(bar);
-    m_play->setObjectName(Q(m_form.Command11.Name()));
-    m_play->setIconSize(QSize(28, 28));
-    m_play->setMinimumSize(40, 40);
-    m_play->setAutoRaise(false);
-    m_play->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    connect(m_play, &QToolButton::clicked, this, [this] { m_form.Command11.Click.emit(); });
+    m_transport = new TransportView(m_form, this);
     m_subscriptions.push_back(m_form.Command11.Changed.connect([this](Change) { ApplyPlayButton(); }));
-    row->addWidget(m_play);
-    row->addStretch(1);
     ApplyPlayButton();
-    return bar;
+    return m_transport;
 }
 
 QWidget* MainWindow::BuildTrackList() {
@@ -197,6 +188,15 @@ QWidget* MainWindow::BuildTrackList() {
                     m_form.List2.SetListIndex(row);
                 });
             });
+    connect(m_tracks, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
+        if (!index.isValid()) return;
+        // The click that began the double click may not have reached the box yet.
+        if (m_form.List2.ListIndex() != index.row()) {
+            m_applied_index = index.row();
+            m_form.List2.SetListIndex(index.row());
+        }
+        m_form.List2.DblClick.emit();
+    });
     connect(m_model, &TrackListModel::SelectionChanged, this, &MainWindow::ApplySelection);
     for (int c = 0; c < TrackListModel::ColumnCount; ++c)
         m_subscriptions.push_back(m_model->Box(c).Changed.connect([this](Change kind) {
@@ -304,14 +304,8 @@ void MainWindow::ApplyForm() {
 }
 
 void MainWindow::ApplyPlayButton() {
-    const CommandButton& button = m_form.Command11;
-    m_play->setIcon(ButtonPicture(button.Picture()));
-    m_play->setText(MenuText(button.Caption()));
-    m_play->setToolButtonStyle(button.Caption().empty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
-    m_play->setDown(button.Style() == 1);
-    ApplyLook(*m_play, button);
     // The window shows the state of play in its icon, and the tray with it.
-    setWindowIcon(WindowPicture(button.Picture()));
+    setWindowIcon(WindowPicture(m_form.Command11.Picture()));
     if (m_shell) m_shell->TrayIcon().setIcon(windowIcon());
 }
 
@@ -404,6 +398,24 @@ void MainWindow::SetOnTop(bool on) {
     if (shown) show();
 }
 
+CommandButton* MainWindow::ButtonForKey(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    const bool plain = modifiers == Qt::NoModifier;
+    const bool control = modifiers == Qt::ControlModifier;
+    switch (key.key()) {
+        case Qt::Key_Space: return plain ? &m_form.Command11 : nullptr;
+        case Qt::Key_MediaTogglePlayPause:
+        case Qt::Key_MediaPlay:
+        case Qt::Key_MediaPause: return &m_form.Command11;
+        case Qt::Key_MediaNext: return &m_form.Command3[0];
+        case Qt::Key_MediaPrevious: return &m_form.Command3[1];
+        // One Track with the arrow alone, the step count with Ctrl.
+        case Qt::Key_Left: return plain ? &m_form.Command3[1] : control ? &m_form.Command15[1] : nullptr;
+        case Qt::Key_Right: return plain ? &m_form.Command3[0] : control ? &m_form.Command15[0] : nullptr;
+        default: return nullptr;
+    }
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     if (m_on_close) m_on_close();
@@ -427,9 +439,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 
     const auto& key = static_cast<const QKeyEvent&>(*event);
     m_esc_key = KeyCode(key);
-    if (key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier && !TakesText(widget) &&
-        m_form.Command11.Enabled() && m_form.Command11.Visible()) {
-        m_form.Command11.Click.emit();
+    if (TakesText(widget)) return QMainWindow::eventFilter(watched, event);
+    if (CommandButton* button = ButtonForKey(key)) {
+        if (button->Enabled() && button->Visible()) button->Click.emit();
         return true;
     }
     return QMainWindow::eventFilter(watched, event);

@@ -12,20 +12,22 @@
 
 class QGroupBox;
 class QItemSelection;
+class QKeyEvent;
 class QMenu;
 class QPlainTextEdit;
 class QStackedWidget;
 class QTabBar;
 class QTableView;
-class QToolButton;
 
 namespace velmora {
 
 struct Form1;
 class CaptionControl;
+using CommandButton = CaptionControl;
 class MenuView;
 class QtShell;
 class TrackListModel;
+class TransportView;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -44,6 +46,7 @@ public:
     void SetCloseHandler(std::function<void()> handler) { m_on_close = std::move(handler); }
 
     QTableView& TrackView() const { return *m_tracks; }
+    TransportView& Transport() const { return *m_transport; }
     TrackListModel& TrackModel() const { return *m_model; }
     const MenuView& MenuActions() const { return *m_menus; }
     QMenu& TrayMenu() const { return *m_tray_menu; }
@@ -69,6 +72,8 @@ private:
     void UpdatePageTips();
     void ViewSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected);
     void SetOnTop(bool on);
+    // The transport button a key presses, or null.
+    CommandButton* ButtonForKey(const QKeyEvent& key);
 
     Form1& m_form;
     int& m_esc_key;
@@ -76,7 +81,7 @@ private:
 
     MenuView* m_menus = nullptr;
     QMenu* m_tray_menu = nullptr;
-    QToolButton* m_play = nullptr;
+    TransportView* m_transport = nullptr;
     TrackListModel* m_model = nullptr;
     QTableView* m_tracks = nullptr;
     QTabBar* m_page_tabs = nullptr;

@@ -18,6 +18,7 @@
 
 #include "collection/collection_paths.h"
 #include "core/record_file.h"
+#include "core/startup.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -594,6 +595,27 @@ TEST(CollectionFile, ASaveThatCannotWriteKeepsTheOldCollection) {
     EXPECT_FALSE(app.ctx.table.Saved[0]) << "every row is to be written again";
 }
 
+// The whole point: the next run goes on where this one stopped.
+TEST(CollectionFile, ARestartGoesOnWhereTheLastRunStopped) {
+    TestApp first;
+    const std::string folder = first.folder.Str();
+    first.ctx.program_folder = folder;
+    Form_Load(first.ctx);
+    Fill_Golden(first);
+    first.ctx.table.Saved.assign(first.ctx.table.Saved.size(), false);
+    first.ctx.settings.Auto_Start = 0;  // the files are not on the disk: nothing is to play
+    Form_QueryUnload(first.ctx);
+
+    TestApp second;
+    second.ctx.program_folder = folder;
+    Form_Load(second.ctx);
+    const TrackTable& t = second.ctx.table;
+    EXPECT_EQ(second.ctx.form1.List2.ListCount(), 2);
+    EXPECT_EQ(std::tie(t.Current_Track, t.Current_Position, t.Played_Count, t.Played_High), std::tuple(1, 82, 2, 2));
+    EXPECT_EQ(t.Stop_Position[1], Currency(82));
+    EXPECT_EQ(t.Resume_Pending, -1);
+}
+
 // A child saves two Collections in turn, as fast as it can, and is killed at
 // random moments: every time, the Collection on the disk loads whole, as
 // the one or the other.
@@ -645,7 +667,6 @@ TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
         ASSERT_EQ(reader.ctx.form1.Text2[0].Text().find("Error"), std::string::npos);
     }
     EXPECT_GT(rounds, 50);
-    std::printf("%d killed saves\n", rounds);
 }
 
 }  // namespace

@@ -49,9 +49,13 @@ struct Player : TestApp {
             std::ofstream(Path(i)) << "x";
             player.SetDuration(Path(i), seconds);
             ctx.form1.List2.AddItem(Path(i));
-            for (auto& mirror : ctx.form1.List3_0) mirror.AddItem(Row_Number_Text(i));
+            // Number, class letter, and the rest by number: the class list
+            // is what the recount of the classes reads.
+            for (int b = 0; b < 5; ++b) ctx.form1.List3_0[b].AddItem(b == 1 ? Class_Letter(0) : Row_Number_Text(i));
             t.Duration[i] = Currency::FromDouble(seconds);
             t.Total_Duration += t.Duration[i];
+            t.Class_Count[0] += Currency(1);
+            t.Class_Duration[0] += t.Duration[i];
             t.Saved[i] = true;
         }
         t.Current_Track = 0;

@@ -1,0 +1,284 @@
+#include "cli/play_command.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSocketNotifier>
+
+#include <sys/socket.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "cli/terminal_dialogs.h"
+#include "collection/collection_file.h"
+#include "core/app_context.h"
+#include "core/startup.h"
+#include "playback/transport.h"
+#include "platform/mpv_engine.h"
+#include "platform/qt_event_loop.h"
+
+namespace fs = std::filesystem;
+
+namespace velmora::cli {
+
+namespace {
+
+constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
+
+// The terminal in raw mode while the player runs: keys arrive one by one and
+// are not echoed. Ctrl-C still raises its signal. The old mode comes back
+// when the object goes, and for a typed answer to a question.
+class RawTerminal {
+public:
+    RawTerminal() {
+        if (::tcgetattr(STDIN_FILENO, &m_saved) != 0) return;
+        m_held = true;
+        Raw(true);
+    }
+    ~RawTerminal() { Raw(false); }
+    RawTerminal(const RawTerminal&) = delete;
+    RawTerminal& operator=(const RawTerminal&) = delete;
+
+    void Raw(bool on) {
+        if (!m_held) return;
+        termios mode = m_saved;
+        if (on) {
+            mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+            mode.c_cc[VMIN] = 1;
+            mode.c_cc[VTIME] = 0;
+        }
+        ::tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+    }
+
+private:
+    termios m_saved{};
+    bool m_held = false;
+};
+
+// A signal only writes a byte; the loop reads it and quits as 'q' would.
+int g_signal_socket[2] = {-1, -1};
+
+void OnSignal(int) {
+    const char byte = 1;
+    [[maybe_unused]] const auto written = ::write(g_signal_socket[0], &byte, 1);
+}
+
+std::string DataHome() {
+    const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
+    return (QDir::homePath() + "/.local/share").toStdString();
+}
+
+std::string NameOf(const std::string& path) {
+    const size_t slash = path.find_last_of('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+// One status line: Track number, file name, position and time left, mode.
+std::string StatusLine(const AppContext& ctx) {
+    const Form1& f = ctx.form1;
+    const int row = ctx.table.Current_Track;
+    std::string name;
+    if (row >= 0 && row < f.List2.ListCount()) name = NameOf(f.List2.List(row));
+    // The boxes are empty until the clock's first tick.
+    auto clock = [](const std::string& text) { return text.empty() ? std::string("00:00:00") : text; };
+    std::string line = "[" + std::to_string(row + 1) + "/" + std::to_string(f.List2.ListCount()) + "] " + name +
+                       "  " + clock(f.Text5[1].Text()) + " / -" + clock(f.Text5[2].Text());
+    if (!f.Label6.Caption().empty()) line += "  " + f.Label6.Caption();
+    if (ctx.ports.player.playState() == PS_Paused) line += "  (paused)";
+    return line;
+}
+
+int Usage() {
+    std::cerr << "usage: velmora-cli play FILE.qel [--ao NAME]\n"
+                 "  keys: space pause, n next, p previous, f/b forward/back by the step count, q quit\n";
+    return 2;
+}
+
+}  // namespace
+
+std::string Program_Folder_Of(const std::string& collection_file) {
+    const fs::path folder = fs::path(collection_file).parent_path();
+    if (folder.filename() != "velmora_sylloges") return {};
+    std::string root = folder.parent_path().string();
+    if (root.empty() || root.back() != '/') root += '/';
+    return root;
+}
+
+int Play_Command(int argc, char** argv) {
+    std::string file, ao;
+    for (int i = 0; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--ao" && i + 1 < argc) ao = argv[++i];
+        else if (arg.rfind("--ao=", 0) == 0) ao = arg.substr(5);
+        else if (file.empty() && !arg.starts_with("--")) file = arg;
+        else return Usage();
+    }
+    if (file.empty()) return Usage();
+    std::error_code ec;
+    const fs::path absolute = fs::absolute(file, ec);
+    if (ec || !fs::is_regular_file(absolute, ec)) {
+        std::cerr << "velmora-cli: " << file << ": no such Collection file\n";
+        return 2;
+    }
+    file = absolute.lexically_normal().string();
+
+    int qt_argc = 1;
+    char qt_name[] = "velmora-cli";
+    char* qt_argv[] = {qt_name, nullptr};
+    QCoreApplication app(qt_argc, qt_argv);
+    // libmpv reads numbers with the C library and wants a '.' decimal point.
+    std::setlocale(LC_NUMERIC, "C");
+
+    const bool keys = ::isatty(STDIN_FILENO) != 0;
+    const bool status_tty = ::isatty(STDERR_FILENO) != 0;
+
+    QtEventLoop loop;
+    TerminalDialogs dialogs(std::cin, std::cerr, keys);
+    TerminalShell shell(std::cerr);
+    MpvEngine player(loop, {.ao = ao, .vo = "null", .wid = 0});
+    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
+    MpvEngine video(loop, {.ao = ao, .vo = "null", .wid = 0});
+    MpvEngine second(loop, {.ao = ao, .vo = "null", .wid = 0});
+    if (!player.InitError().empty()) {
+        std::cerr << "velmora-cli: media engine: " << player.InitError() << "\n";
+        return 1;
+    }
+
+    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    ctx.program_folder = Program_Folder_Of(file);
+    if (ctx.program_folder.empty())
+        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+
+    // Start-up opens the Collection the pointer file names: point it at this
+    // one first, keeping the statistics the pointer carries. The window will
+    // open it next time too, as if it had been opened there.
+    ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
+    Load_Pointer(ctx);
+    ctx.collection.Collection_Path = file;
+    Save_Pointer(ctx);
+
+    std::optional<RawTerminal> raw;
+    if (keys) raw.emplace();
+    dialogs.SetTerminalHandover([&](bool asking) {
+        if (raw) raw->Raw(!asking);
+    });
+
+    auto clear_status = [&] {
+        if (status_tty) std::cerr << "\r\x1b[K";
+    };
+    bool quitting = false;
+    auto quit = [&] {
+        if (quitting) return;
+        quitting = true;
+        clear_status();
+        std::cerr << "velmora-cli: saving\n" << std::flush;
+        // Saves as closing the window does, then ends the loop.
+        Form_QueryUnload(ctx);
+        QCoreApplication::quit();
+    };
+
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signal_socket) == 0) {
+        auto* notifier = new QSocketNotifier(g_signal_socket[1], QSocketNotifier::Read, &app);
+        QObject::connect(notifier, &QSocketNotifier::activated, &app, [notifier, &quit] {
+            char byte;
+            [[maybe_unused]] const auto got = ::read(g_signal_socket[1], &byte, 1);
+            notifier->setEnabled(false);
+            quit();
+        });
+        struct sigaction action {};
+        action.sa_handler = OnSignal;
+        sigemptyset(&action.sa_mask);
+        action.sa_flags = SA_RESTART;
+        for (int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
+    }
+
+    std::vector<Subscription> links;
+    bool cycle_over = false;
+    std::string last_logged;
+    links.push_back(ctx.form1.Text2[0].Changed.connect([&](Change kind) {
+        if (kind != Change::Contents) return;
+        // The newest line is the first.
+        const std::string& log = ctx.form1.Text2[0].Text();
+        const std::string newest = log.substr(0, log.find('\n'));
+        if (newest.empty() || newest == last_logged) return;
+        last_logged = newest;
+        clear_status();
+        std::cerr << newest << "\n" << std::flush;
+        if (newest.find(kCycleEnd) != std::string::npos) cycle_over = true;
+    }));
+
+    Form_Load(ctx);
+    if (ctx.collection.Collection_Path != file) {
+        // The pointer could not name it (a path code page 1253 cannot carry).
+        std::cerr << "velmora-cli: " << file << ": the Collection could not be opened\n";
+        return 1;
+    }
+    if (ctx.form1.List2.ListCount() == 0) {
+        std::cerr << "velmora-cli: " << file << ": the Collection holds no Tracks\n";
+        Form_QueryUnload(ctx);
+        return 1;
+    }
+
+    // On a terminal the line is rewritten in place; in a file, one line per Track.
+    int shown_track = -2;
+    auto show_status = [&] {
+        if (status_tty) {
+            std::cerr << "\r\x1b[K" << StatusLine(ctx) << std::flush;
+        } else if (ctx.table.Current_Track != shown_track) {
+            shown_track = ctx.table.Current_Track;
+            std::cerr << StatusLine(ctx) << "\n" << std::flush;
+        }
+    };
+    links.push_back(ctx.form1.Timer1.Tick.connect([&] {
+        if (quitting) return;
+        // The cycle is over when its line was written and the engine has let go.
+        if (cycle_over && player.URL().empty() && player.playState() != PS_Playing) {
+            quit();
+            return;
+        }
+        show_status();
+    }));
+
+    if (keys) {
+        auto* notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, &app);
+        QObject::connect(notifier, &QSocketNotifier::activated, &app, [&, notifier] {
+            char key = 0;
+            if (::read(STDIN_FILENO, &key, 1) != 1) {
+                notifier->setEnabled(false);  // the terminal went away; play on
+                return;
+            }
+            switch (key) {
+                case ' ': Command11_Click(ctx); break;
+                case 'n': Command3_Click(ctx, 0); break;
+                case 'p': Command3_Click(ctx, 1); break;
+                case 'f': Command15_Click(ctx, 0); break;
+                case 'b': Command15_Click(ctx, 1); break;
+                case 'q':
+                case 'Q': quit(); break;
+                default: break;
+            }
+        });
+    }
+
+    // Start-up plays by itself when the preferences say so; otherwise this
+    // is the one press.
+    if (ctx.settings.Auto_Start != -1) Command3_Click(ctx, 0);
+    if (!quitting) {
+        show_status();
+        QCoreApplication::exec();
+    }
+    quit();
+    clear_status();
+    raw.reset();
+    return 0;
+}
+
+}  // namespace velmora::cli

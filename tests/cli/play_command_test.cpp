@@ -1,0 +1,94 @@
+// velmora-cli play run as a program, with silent audio, over a Collection
+// of two short files that a program on the test doubles wrote.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "collection/collection_file.h"
+#include "core/startup.h"
+#include "core/track_table.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
+
+struct PlayRun {
+    int code = -1;
+    std::string err;
+};
+
+PlayRun Play(const std::string& args, const fs::path& scratch) {
+    const fs::path err_file = scratch / "play-stderr.txt";
+    // No terminal on standard input: it plays without keys. The limit keeps
+    // a player that never stops from hanging the run.
+    const std::string command = "timeout 40 " + std::string(VELMORA_CLI) + " play " + args + " </dev/null 2>'" +
+                                err_file.string() + "' >/dev/null";
+    PlayRun run;
+    const int status = std::system(command.c_str());
+    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::ifstream in(err_file);
+    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return run;
+}
+
+TEST(PlayCommand, PlaysTheCollectionThroughAndEndsWithTheCycle) {
+    testing::TestApp app;
+    const fs::path media = app.folder.Path() / "media";
+    fs::create_directories(media);
+    Form_Load(app.ctx);
+    TrackTable& t = app.ctx.table;
+    t.Track_Count = 2;
+    t.Dimension(2);
+    for (int i = 0; i < 2; ++i) {
+        const std::string file = (media / ("tone " + std::to_string(i) + ".mp3")).string();
+        const std::string make = "ffmpeg -v error -y -f lavfi -i sine=frequency=" + std::to_string(440 + 220 * i) +
+                                 ":duration=1 '" + file + "'";
+        ASSERT_EQ(std::system(make.c_str()), 0);
+        app.ctx.form1.List2.AddItem(file);
+        for (auto& mirror : app.ctx.form1.List3_0) mirror.AddItem(Row_Number_Text(i));
+        t.Duration[i] = Currency(1);
+        t.Total_Duration += t.Duration[i];
+    }
+    t.Current_Track = 0;
+    t.Played_Count = 1;
+    t.Played_Number[0] = 1;
+    Save_Collection(app.ctx, false, true);
+    Form_QueryUnload(app.ctx);
+    const std::string collection = app.ctx.collection.Collection_Path;
+    ASSERT_TRUE(fs::exists(collection)) << collection;
+
+    const auto written = fs::last_write_time(collection);
+    const PlayRun run = Play("'" + collection + "' --ao null", app.folder.Path());
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.err.find(kCycleEnd), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("[2/2] tone 1.mp3"), std::string::npos) << "the status names the second Track\n" << run.err;
+
+    // Leaving saved the Collection as closing the window does, and it still reads.
+    EXPECT_GT(fs::last_write_time(collection), written);
+    testing::TestApp reread;
+    reread.ctx.program_folder = app.folder.Str();
+    Form_Load(reread.ctx);
+    EXPECT_EQ(reread.ctx.collection.Collection_Path, collection);
+    EXPECT_EQ(reread.ctx.form1.List2.ListCount(), 2);
+    Form_QueryUnload(reread.ctx);
+}
+
+TEST(PlayCommand, RefusesWhatItCannotPlay) {
+    testing::TempFolder scratch;
+    EXPECT_EQ(Play("'" + (scratch.Path() / "none.qel").string() + "'", scratch.Path()).code, 2);
+    EXPECT_EQ(Play("", scratch.Path()).code, 2);
+    EXPECT_EQ(Play("a.qel --ao", scratch.Path()).code, 2);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,211 @@
+// The transport area over a whole program on the test doubles: a Collection
+// playing, drawn offscreen, and the user's hand on its buttons, sliders and keys.
+
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QTableView>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "core/startup.h"
+#include "core/track_table.h"
+#include "desktop/qt/main_window.h"
+#include "desktop/qt/transport_view.h"
+#include "playback/transport.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+void Settle() {
+    QApplication::processEvents();
+    QApplication::processEvents();
+}
+
+const char* const kNames[] = {"01 - Μάνος Χατζιδάκις - Ο κύκλος.mp3", "02 - Theodorakis - Zorba.flac",
+                              "03 - Σαββόπουλος - Ντιρλαντά.mp3", "04 - Vangelis - Chariots of Fire.ogg",
+                              "05 - Ξαρχάκος - Το τρένο.mp3", "06 - Loreena McKennitt - The Mummers' Dance.mp3"};
+
+// A started program with six files of four minutes, the window over it.
+class PlayingWindow : public ::testing::Test {
+protected:
+    PlayingWindow() {
+        Form_Load(app.ctx);
+        TrackTable& t = app.ctx.table;
+        const int count = static_cast<int>(std::size(kNames));
+        const auto media = app.folder.Path() / "Μουσική";
+        std::filesystem::create_directories(media);
+        t.Track_Count = count;
+        t.Dimension(count);
+        for (int i = 0; i < count; ++i) {
+            const std::string path = (media / kNames[i]).string();
+            std::ofstream(path) << "x";
+            app.player.SetDuration(path, 240 + 7 * i);
+            app.ctx.form1.List2.AddItem(path);
+            app.ctx.form1.List3_0[0].AddItem(Row_Number_Text(i));
+            app.ctx.form1.List3_0[1].AddItem("-");
+            app.ctx.form1.List3_0[2].AddItem("00:04:" + std::to_string(10 + 7 * i));
+            app.ctx.form1.List3_0[3].AddItem("008.41");
+            app.ctx.form1.List3_0[4].AddItem("320");
+            t.Duration[i] = Currency::FromDouble(240 + 7 * i);
+            t.Total_Duration += t.Duration[i];
+            t.File_Size[i] = Currency::FromDouble(8.41);
+            t.Bitrate[i] = 320;
+            t.Saved[i] = true;
+        }
+        t.Current_Track = 0;
+        t.Played_Count = 1;
+        t.Played_Number[0] = 1;
+        t.Resume_Pending = -1;
+        app.ctx.settings.Random_Order = 0;
+    }
+    ~PlayingWindow() override { Form_QueryUnload(app.ctx); }
+
+    // Three Tracks played, the fourth a minute in.
+    void PlayIntoTheFourth() {
+        for (int i = 0; i < 4; ++i) {
+            Command3_Click(app.ctx, 0);
+            app.loop.Advance(i < 3 ? 3'000 : 65'000);
+        }
+        Settle();
+    }
+
+    void Press(QWidget& target, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        target.setFocus();
+        Settle();
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, key == Qt::Key_Space ? " " : "");
+        QApplication::sendEvent(QApplication::focusWidget() ? QApplication::focusWidget() : &window, &event);
+        app.loop.Advance(500);
+        Settle();
+    }
+
+    template <class W>
+    W& Find(const char* name) {
+        W* widget = window.findChild<W*>(name);
+        EXPECT_NE(widget, nullptr) << name;
+        return *widget;
+    }
+
+    testing::TestApp app;
+    MainWindow window{app.ctx.form1, app.ctx.core.Esc_Key};
+};
+
+TEST_F(PlayingWindow, DrawsWhatPlaysAndWhereItStands) {
+    window.resize(1180, 640);
+    window.activateWindow();
+    PlayIntoTheFourth();
+    const Form1& f = app.ctx.form1;
+    ASSERT_EQ(app.ctx.table.Current_Track, 3);
+
+    const QString out_dir = QCoreApplication::applicationDirPath() + "/test-output";
+    QDir().mkpath(out_dir);
+    const QString png = out_dir + "/playing.png";
+    ASSERT_TRUE(window.grab().save(png));
+    std::printf("playing window drawn to %s\n", qPrintable(png));
+
+    // Each box shows its control, as the clock left it.
+    for (const auto& box : f.Text5)
+        EXPECT_EQ(Find<QLineEdit>(box.Name().c_str()).text().toStdString(), box.Text()) << box.Name();
+    EXPECT_EQ(f.Text5[1].Text().substr(0, 7), "00:01:0");
+    EXPECT_EQ(Find<QSlider>("Slider1").maximum(), 261);
+    EXPECT_EQ(Find<QSlider>("Slider1").value(), f.Slider1.Value());
+    EXPECT_NEAR(f.Slider1.Value(), 65, 1);
+    EXPECT_EQ(Find<QSlider>("HScroll1").value(), f.HScroll1.Value());
+    EXPECT_EQ(Find<QLineEdit>("Text3").text().toStdString(), f.Text3.Text());
+    for (const auto* label : {&f.Label2[0], &f.Label2[1], &f.Label3[0], &f.Label3[1], &f.Label6})
+        EXPECT_EQ(Find<QLabel>(label->Name().c_str()).text().toStdString(), label->Caption()) << label->Name();
+    EXPECT_FALSE(f.Label3[0].Caption().empty());
+
+    // The path with the file's name marked, counted in characters though the name is Greek.
+    PathLabel& path = Find<PathLabel>("Text6");
+    EXPECT_EQ(path.Text().toStdString(), f.Text6.Text());
+    EXPECT_EQ(path.Marked(), QString::fromUtf8(kNames[3]));
+    app.ctx.form1.Text6.SetText("/α/β/γδ.mp3");
+    app.ctx.form1.Text6.SetSelection(5, 6);
+    EXPECT_EQ(path.Marked(), QStringLiteral("γδ.mp3"));
+
+    // A control the logic hides or disables takes its widget with it.
+    app.ctx.form1.Command15[3].SetVisible(false);
+    app.ctx.form1.Command3[0].SetEnabled(false);
+    EXPECT_TRUE(Find<QToolButton>("Command15(3)").isHidden());
+    EXPECT_FALSE(Find<QToolButton>("Command3(0)").isEnabled());
+    EXPECT_EQ(window.windowTitle().toStdString(), f.Caption());
+}
+
+TEST_F(PlayingWindow, KeysStepAndPauseButNotWhileTyping) {
+    window.activateWindow();
+    PlayIntoTheFourth();
+    const TrackTable& t = app.ctx.table;
+    QTableView& list = window.TrackView();
+
+    Press(list, Qt::Key_Left);
+    EXPECT_EQ(t.Current_Track, 2);
+    Press(list, Qt::Key_Right);
+    EXPECT_EQ(t.Current_Track, 4) << "in serial order forward is the walk, not the history";
+    Press(list, Qt::Key_Space);
+    EXPECT_EQ(app.player.playState(), PS_Paused);
+    Press(list, Qt::Key_Space);
+    EXPECT_EQ(app.player.playState(), PS_Playing);
+
+    // Ctrl and the arrow: by the step count through the history.
+    app.ctx.form1.Text3.SetText("2");
+    Press(list, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(t.Current_Track, 1);
+
+    // In the step count box the keys edit the text.
+    QLineEdit& steps = Find<QLineEdit>("Text3");
+    const int before = t.Current_Track;
+    Press(steps, Qt::Key_Right);
+    Press(steps, Qt::Key_Left, Qt::ControlModifier);
+    Press(steps, Qt::Key_Space);
+    EXPECT_EQ(t.Current_Track, before);
+    EXPECT_EQ(app.player.playState(), PS_Playing);
+}
+
+TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
+    window.activateWindow();
+    PlayIntoTheFourth();
+    QSlider& position = Find<QSlider>("Slider1");
+    position.setValue(200);
+    EXPECT_EQ(app.ctx.form1.Slider1.Value(), 200);
+    EXPECT_NEAR(app.player.currentPosition().value_or(-1), 200, 0.5);
+    EXPECT_EQ(app.ctx.form1.Slider1.ToolTip(), app.player.currentPositionString());
+    EXPECT_EQ(position.toolTip().toStdString(), app.ctx.form1.Slider1.ToolTip());
+    // The clock writing the slider does not seek.
+    app.loop.Advance(2'000);
+    EXPECT_NEAR(app.player.currentPosition().value_or(-1), 202, 0.5);
+
+    Find<QSlider>("HScroll1").setValue(1000);
+    EXPECT_EQ(app.ctx.settings.Volume_Step, 50);
+    EXPECT_EQ(app.player.volume(), 50);
+
+    QLineEdit& steps = Find<QLineEdit>("Text3");
+    steps.selectAll();
+    steps.insert(QStringLiteral("7"));
+    EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 7);
+    steps.selectAll();
+    steps.insert(QStringLiteral("x"));
+    EXPECT_EQ(steps.text(), QStringLiteral("3")) << "the model puts a bad count back";
+
+    // A double click plays the row without numbering it.
+    QTableView& list = window.TrackView();
+    const QModelIndex row = list.model()->index(5, 0);
+    list.setCurrentIndex(row);
+    Q_EMIT list.doubleClicked(row);
+    Settle();
+    EXPECT_EQ(app.ctx.table.Current_Track, 5);
+    EXPECT_EQ(app.ctx.table.Played_Number[5], 0);
+    EXPECT_EQ(app.player.URL(), app.ctx.form1.List2.List(5));
+}
+
+}  // namespace
+}  // namespace velmora

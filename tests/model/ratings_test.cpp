@@ -1,0 +1,355 @@
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/startup.h"
+#include "core/text_format.h"
+#include "playback_fixture.h"
+#include "ratings/rating_marks.h"
+#include "ratings/reset_views.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+using testing::Player;
+using testing::TestApp;
+
+// A started program with `ratings.size()` rows, no files behind them, each
+// with the given class, a size and a length; the totals counted from the letters.
+struct Rated : TestApp {
+    explicit Rated(const std::vector<int>& ratings) {
+        Form_Load(ctx);
+        TrackTable& t = ctx.table;
+        const int n = static_cast<int>(ratings.size());
+        t.Track_Count = n;
+        t.Dimension(n);
+        for (int i = 0; i < n; ++i) {
+            ctx.form1.List2.AddItem("/m/track_" + std::to_string(i) + ".mp3");
+            for (int b = 0; b < 5; ++b)
+                ctx.form1.List3_0[b].AddItem(b == 1 ? Class_Letter(ratings[i]) : Row_Number_Text(i));
+            t.File_Size[i] = Currency::FromRaw(12345 + 1000 * i);
+            t.Duration[i] = Currency(60 + i);
+        }
+        Calculate_Ratings(ctx);
+    }
+    MenuItem& Menu(const char* name) { return ctx.form1.Menus(name); }
+    MenuItem& Tray(const char* name) { return ctx.form1.Tray(name); }
+    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
+    std::string Now() const { return TimeText(loop.Now()); }
+};
+
+TEST(Ratings, APlainPressWalksTheClassesAndTheCountsFollow) {
+    Rated app({0, 0, 0});
+    TrackTable& t = app.ctx.table;
+    t.Current_Track = 1;
+    const char* const letters[] = {"X", "C", "B", "A", "S", "-"};
+    for (int press = 0; press < 6; ++press) {
+        app.ctx.form1.Command8.Click.emit();
+        const int rating = (press + 1) % 6;
+        EXPECT_EQ(t.Rating_Class[1], rating);
+        EXPECT_EQ(app.ctx.form1.List3_0[1].List(1), letters[press]);
+        EXPECT_EQ(t.Class_Count[rating], Currency(rating == 0 ? 3 : 1));
+        EXPECT_EQ(t.Class_Duration[rating], rating == 0 ? Currency(183) : Currency(61));
+        EXPECT_EQ(app.Tray("TrayFavorS").Checked(), rating == 5);
+        EXPECT_EQ(app.Tray("TrayFavorUnclass").Checked(), rating == 0);
+        EXPECT_EQ(app.ctx.form1.Command8.Style(), rating == 0 ? 0 : 1);
+    }
+    EXPECT_EQ(t.Saved[1], false);  // the next save stores the row's class
+}
+
+TEST(Ratings, TheSameTrayClassTwiceClearsTheMarkAndLogsBothWays) {
+    Rated app({0, 4, 0});
+    TrackTable& t = app.ctx.table;
+    t.Current_Track = 0;
+    const Currency before = t.Class_Count[4];
+
+    app.Tray("TrayFavorA").Click.emit();
+    EXPECT_EQ(t.Rating_Class[0], 4);
+    EXPECT_EQ(t.Class_Count[4], before + Currency(1));
+    EXPECT_EQ(app.Log().substr(0, app.Log().find("\n", app.Log().find("Favorites")) + 1),
+              app.Now() + "-> Προστέθηκε στα Αγαπημένα -* A *- το : \n\"/m/track_0.mp3\" \n" +
+                  " has been added to Favorites -* A *-\n");
+    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:01]");
+
+    app.Tray("TrayFavorA").Click.emit();
+    EXPECT_EQ(t.Rating_Class[0], 0);
+    EXPECT_EQ(app.ctx.form1.List3_0[1].List(0), "-");
+    EXPECT_EQ(t.Class_Count[4], before);
+    EXPECT_EQ(t.Class_Count[0], Currency(2));
+    EXPECT_EQ(app.Log().rfind(app.Now() + "-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"/m/track_0.mp3\" \n" +
+                                  " has been deleted from Favorites -* A *-\n",
+                              0),
+              0u);
+    EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked());
+    EXPECT_FALSE(app.Tray("TrayFavorA").Checked());
+    // A plain press now counts on from Unmarked.
+    app.ctx.form1.Command8.Click.emit();
+    EXPECT_EQ(t.Rating_Class[0], 1);
+}
+
+TEST(Ratings, AutoRatingGivesEachNewTrackTheLastClassGiven) {
+    Player app(8);
+    app.Press();
+    app.ctx.form1.Command8.Click.emit();
+    app.ctx.form1.Command8.Click.emit();  // C
+    app.ctx.form1.Menus("MnuFavorAuto2").Click.emit();
+    EXPECT_EQ(app.ctx.settings.Auto_Rating, -1);
+    EXPECT_TRUE(app.ctx.form1.Tray("TrayFavorAuto").Checked());
+    std::set<int> rated;
+    for (int i = 0; i < 4; ++i) {
+        app.Press();
+        const int row = app.ctx.table.Current_Track;
+        rated.insert(row);
+        EXPECT_EQ(app.ctx.table.Rating_Class[row], 2);
+        EXPECT_EQ(app.ctx.form1.List3_0[1].List(row), "C");
+    }
+    EXPECT_EQ(app.ctx.table.Class_Count[2], Currency(static_cast<int>(rated.size()) + 1));
+}
+
+// Runs random ratings, removals and resets, then compares the totals the
+// deltas kept with a recount from the letters.
+TEST(Ratings, TheDeltasAgreeWithAFreshRecountAfterAnySequence) {
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        std::mt19937 rng(seed);
+        std::vector<int> start(5 + rng() % 20);
+        for (int& r : start) r = static_cast<int>(rng() % 6);
+        Rated app(start);
+        TrackTable& t = app.ctx.table;
+        Form1& f = app.ctx.form1;
+        for (int step = 0; step < 60 && f.List2.ListCount() > 0; ++step) {
+            const int rows = f.List2.ListCount();
+            const unsigned op = rng() % 10;
+            t.Current_Track = static_cast<int>(rng() % rows);
+            if (op < 5) {
+                f.Command8.Click.emit();
+            } else if (op < 8) {
+                Tray_Favor_Click(app.ctx, 9 + static_cast<int>(rng() % 6));
+            } else if (op == 8) {
+                const int row = static_cast<int>(rng() % rows);
+                Remove_Row(t, row, rows);
+                f.List2.RemoveItem(row);
+                for (auto& box : f.List3_0) box.RemoveItem(row);
+            } else if (rng() % 4 == 0) {
+                f.Menus("mnufilefavorreset").Click.emit();
+            }
+        }
+        const auto count = t.Class_Count;
+        const auto size = t.Class_Size;
+        const auto duration = t.Class_Duration;
+        const auto ratings = t.Rating_Class;
+        Calculate_Ratings(app.ctx);
+        ASSERT_EQ(t.Class_Count, count) << "seed " << seed;
+        ASSERT_EQ(t.Class_Size, size) << "seed " << seed;
+        ASSERT_EQ(t.Class_Duration, duration) << "seed " << seed;
+        ASSERT_EQ(t.Rating_Class, ratings) << "seed " << seed;
+    }
+}
+
+TEST(Ratings, SelectFavorTakesItsOwnCodes) {
+    Rated app({0, 1, 2, 3, 4, 5, 3});
+    Form1& f = app.ctx.form1;
+    auto selected = [&] {
+        std::vector<int> rows;
+        for (int i = 0; i < f.List2.ListCount(); ++i)
+            if (f.List2.Selected(i)) rows.push_back(i);
+        return rows;
+    };
+    app.Menu("MnuMoreClassA").Click.emit();
+    EXPECT_EQ(selected(), (std::vector<int>{3, 6}));
+    EXPECT_EQ(f.List3_0[1].List(3), "B");
+    EXPECT_TRUE(app.Menu("MnuMoreClassA").Checked());
+    EXPECT_EQ(app.Log().substr(0, app.Log().find("\n\n") + 2),
+              app.Now() + "-> Αριθμός αρχείων : 2 : Number of files\nΜέγεθος (Mbytes): 3.369 :Size (Mbytes)\n\n");
+
+    app.Menu("MnuMoreUnClass").Click.emit();
+    EXPECT_EQ(selected(), (std::vector<int>{0}));
+    app.Menu("MnuMoreClassC").Click.emit();
+    EXPECT_EQ(selected(), (std::vector<int>{1}));  // shown as X
+    app.Menu("MnuMoreClassAll").Click.emit();
+    EXPECT_EQ(selected().size(), 7u);
+
+    app.Menu("MnuMoreClassX").Click.emit();
+    EXPECT_TRUE(selected().empty());
+    EXPECT_EQ(f.List3_0[2].SelCount(), 0);
+    EXPECT_TRUE(app.Menu("MnuMoreClassX").Checked());
+    EXPECT_FALSE(app.Menu("MnuMoreClassAll").Checked());
+    EXPECT_EQ(app.Log().substr(0, app.Log().find("\n\n") + 2),
+              app.Now() + "-> Αριθμός αρχείων : 0 : Number of files\nΜέγεθος (Mbytes): 0 :Size (Mbytes)\n\n");
+}
+
+TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
+    Player app(6);
+    Form1& f = app.ctx.form1;
+    TrackTable& t = app.ctx.table;
+    for (int row : {1, 4}) {
+        t.Current_Track = row;
+        Tray_Favor_Click(app.ctx, 14);  // S
+    }
+    t.Current_Track = 0;
+    f.Menus("MnuMorePlayS").Click.emit();
+    EXPECT_EQ(t.Class_Play[5], -1);
+    EXPECT_EQ(t.Any_Class_Play, -1);
+    EXPECT_FALSE(f.Menus("MnuMorePlayAll").Checked());
+    EXPECT_TRUE(f.Tray("TrayFavorPlayS").Checked());
+    EXPECT_EQ(f.Menus("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only ! ");
+    EXPECT_EQ(app.ctx.ratings.Class_Total_Duration, Currency(4));
+    EXPECT_EQ(app.ctx.ratings.Class_Total_Count, 2);
+
+    f.Tray("TrayFavorPlayS").Click.emit();
+    EXPECT_EQ(t.Class_Play, (std::array<int16_t, 6>{}));
+    EXPECT_EQ(t.Any_Class_Play, 0);
+    EXPECT_TRUE(f.Menus("MnuMorePlayAll").Checked());
+    EXPECT_TRUE(f.Tray("TrayFavorPlayAll").Checked());
+    EXPECT_FALSE(f.Menus("MnuMorePlayS").Checked());
+    EXPECT_EQ(f.Tray("MnuSystemTrayFavor").Caption(), "Παίζε μόνο - Play only");
+
+    app.Press();
+    ASSERT_TRUE(app.RunToCycleEnd(60000));
+    std::set<int> played;
+    for (const auto& s : app.started) played.insert(s.row);
+    EXPECT_EQ(played, (std::set<int>{0, 1, 2, 3, 4, 5}));
+}
+
+TEST(Ratings, OnlyTheUnmarkedClassChosenLeavesTheClassTotalsEmpty) {
+    Rated app({0, 0, 5});
+    app.Menu("MnuMorePlayUnClass").Click.emit();
+    EXPECT_EQ(app.ctx.table.Class_Play[0], -1);
+    EXPECT_EQ(app.ctx.table.Any_Class_Play, -1);
+    EXPECT_EQ(app.ctx.ratings.Class_Total_Duration, Currency());
+    ShowFavorites(app.ctx);
+    EXPECT_EQ(app.Menu("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only !  (!)");
+    EXPECT_TRUE(app.Tray("MnuSystemTrayFavor").Checked());
+}
+
+TEST(RatingTexts, SharesSizesAndTimes) {
+    Rated empty({});
+    empty.ctx.ratings.Stats_Dirty = true;
+    Update_Class_Labels(empty.ctx);
+    EXPECT_EQ(empty.ctx.ratings.Total_Stats_Text, " [00000] - [00.00 Mb] - [100%]");
+    EXPECT_EQ(empty.ctx.form1.Label9[3].Caption(), " [00000] - [00.00 Mb] - [00.0%] - [000:00:00:00]");
+    EXPECT_FALSE(empty.ctx.ratings.Stats_Dirty);
+
+    EXPECT_EQ(Class_Stats_Line(Currency(1), Currency(1024), 3.0f), " [00001] - [1024.00 Mb] - [33.3%]");
+    EXPECT_EQ(Class_Stats_Line(Currency(2), Currency::FromDouble(1024.01), 0.1f), " [00002] - [01.00 Gb] - [2000.0%]");
+
+    Rated app({5, 5, 0});
+    TrackTable& t = app.ctx.table;
+    t.Class_Duration[5] = Currency(100 * 86400 + 3600 + 61);
+    t.Total_Size = Currency(2048);
+    app.ctx.ratings.Stats_Dirty = true;
+    t.Current_Track = 0;
+    DeikseAgapi(app.ctx, 5, 0);
+    EXPECT_EQ(app.ctx.ratings.Class_Duration_Text[5], " - [100:01:01:01]");
+    EXPECT_EQ(app.ctx.ratings.Total_Stats_Text, " [00003] - [02.00 Gb] - [100%]");
+    EXPECT_EQ(app.ctx.form1.Label9[6].Caption(), " [00002] - [02.57 Mb] - [66.7%] - [100:01:01:01]");
+    EXPECT_EQ(app.Tray("TrayFavorS").Caption(), "Κλάσεως Υ΄- Class S [00002] - [02.57 Mb] - [66.7%]");
+    EXPECT_EQ(app.Tray("TrayFavorUnclass").Caption(), "Όλα - All [00001] - [01.43 Mb] - [33.3%]");
+    EXPECT_EQ(app.Menu("MnuMorePlayS").Caption(), "Κλάσεως Υ΄ - Class S");
+    EXPECT_EQ(app.Menu("MnuMorePlayX").Caption(), " Κλάσεως Χ - Class X");
+    EXPECT_EQ(app.Menu("MnuMoreClassX").Caption(), "Κλάσεως Χ - Class X");
+    EXPECT_EQ(app.Tray("TrayFavorPlayUnClass").Caption(), "Όλα - All");
+    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating S - [100:01:01:01]");
+    EXPECT_EQ(app.ctx.form1.Label9[6].Style(), 1);
+    EXPECT_EQ(app.ctx.form1.Label10[5].Style(), 1);
+    EXPECT_EQ(app.ctx.form1.Label9[1].Style(), 0);
+}
+
+TEST(RatingTexts, TheProgressBarAndItsLabel) {
+    Form1 f;
+    Show_Progress(f, 1, 3, 1);
+    EXPECT_EQ(f.Shape1[1].Width(), 33);
+    EXPECT_EQ(f.Label11[1].Caption(), "033%");
+    Show_Progress(f, 9, 3, 0);
+    EXPECT_EQ(f.Label11[0].Caption(), "100%");
+    Show_Progress(f, 1, 0, 1);
+    EXPECT_EQ(f.Label11[1].Caption(), "033%");
+}
+
+TEST(Recount, LettersGiveTheClassesAndEscStopsWithWhatWasCounted) {
+    Rated app({4, 0, 0, 2});
+    Form1& f = app.ctx.form1;
+    TrackTable& t = app.ctx.table;
+    f.List3_0[1].SetList(0, "?");  // the first row has no row before it: Unmarked
+    f.List3_0[1].SetList(2, "");   // takes the class of the row before
+    Calculate_Ratings(app.ctx);
+    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 2, 0}));
+    EXPECT_EQ(t.Class_Count[0], Currency(3));
+    EXPECT_EQ(t.Total_Duration, Currency(60 + 61 + 62 + 63));
+    EXPECT_EQ(f.Label11[1].Caption(), "100%");
+
+    f.List3_0[1].SetList(1, "S");
+    app.loop.Post([&] { app.ctx.core.Esc_Key = 27; });
+    Calculate_Ratings(app.ctx);
+    EXPECT_EQ(t.Class_Count[0], Currency(1));  // the first row only
+    EXPECT_EQ(t.Class_Count[5], Currency());
+    EXPECT_EQ(app.ctx.core.Esc_Key, 0);
+    EXPECT_EQ(app.Log().rfind(app.Now() + "-> Έτοιμο - Done\nΑκυρώθηκε - Canceled\n" + app.Now() +
+                                  "-> Πρόσκαιρη απενεργοποίηση ... -  Disabling for a while...\n" +
+                                  "Υπολογισμός Προτιμήσεων... - Calculating Ratings...\n",
+                              0),
+              0u);
+    EXPECT_TRUE(f.Enabled());
+    EXPECT_TRUE(f.Tray("MnuSystemTray").Enabled());
+    EXPECT_TRUE(f.List3_0[1].Enabled());
+}
+
+TEST(Recount, ResetTwoUnmarksEveryRowAndKeepsThePlayedNumbers) {
+    Rated app({5, 4, 3});
+    TrackTable& t = app.ctx.table;
+    t.Played_Number = {2, 1, 0, 0};
+    t.Played_Count = 2;
+    t.Current_Track = 2;
+    app.Menu("mnufilefavorreset").Click.emit();
+    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0}));
+    EXPECT_EQ(app.ctx.form1.List3_0[1].Items(), (std::vector<std::string>{"-", "-", "-"}));
+    EXPECT_EQ(t.Class_Count[0], Currency(3));
+    EXPECT_EQ(t.Class_Count[5], Currency());
+    // The current row stays selected and takes the number in force.
+    EXPECT_EQ(t.Played_Number[2], 2);
+    EXPECT_TRUE(app.ctx.form1.List2.Selected(2));
+    EXPECT_EQ(t.Collection_Saved, 0);
+}
+
+// The pictures by scheme: the big one for each class, then the star row.
+TEST(Stars, PicturesFollowTheSchemeAndTheMixedOneLightsThePresentClass) {
+    const int big[4][6] = {{102, 106, 110, 114, 118, 120},
+                           {102, 105, 109, 113, 117, 119},
+                           {101, 104, 108, 112, 116, 119},
+                           {101, 103, 107, 111, 115, 120}};
+    const int row[4][6] = {{600, 602, 605, 608, 611, 618},
+                           {600, 603, 606, 609, 612, 619},
+                           {601, 604, 607, 610, 613, 619},
+                           {601, 604, 607, 610, 613, 619}};
+    Rated app({0, 1, 2, 3, 4, 5});
+    Form1& f = app.ctx.form1;
+    for (int scheme = 0; scheme < 4; ++scheme) {
+        f.Menus("MnumoreStar_Colors", scheme).Click.emit();
+        EXPECT_TRUE(f.Menus("MnumoreStar_Colors", scheme).Checked());
+        for (int rating = 0; rating < 6; ++rating) {
+            app.ctx.table.Current_Track = rating;
+            DeikseAgapi(app.ctx, rating, rating);
+            EXPECT_EQ(f.Picture2.Picture(), Star_Picture(scheme, big[scheme][rating])) << scheme << rating;
+            EXPECT_EQ(app.ctx.form4.Command6.Picture(), f.Picture2.Picture());
+            for (int slot = 1; slot <= 6; ++slot) {
+                int expected = row[scheme][slot - 1];
+                if (scheme == 3 && slot == rating + 1) expected = slot == 1 ? 600 : slot == 6 ? 618 : slot + 612;
+                EXPECT_EQ(f.Label21[slot - 1].Picture(), Star_Picture(scheme, expected)) << scheme << rating << slot;
+                EXPECT_EQ(f.Label21[slot - 1].Style(), slot == rating + 1 ? 2 : 0);
+                EXPECT_EQ(app.ctx.form4.Label21[slot - 1].Picture(), f.Label21[slot - 1].Picture());
+            }
+        }
+    }
+    f.Menus("MnumoreStar_Active", 0).Click.emit();
+    const bool shown = app.ctx.settings.Star_Active != 0;
+    EXPECT_EQ(f.Label21[2].Visible(), shown);
+    EXPECT_EQ(f.Menus("MnumoreStar_Active", 1).Enabled(), shown);
+    f.Menus("MnumoreStar_Active", 1).Click.emit();
+    EXPECT_EQ(f.Label21[2].Visible(), !shown);
+}
+
+}  // namespace
+}  // namespace velmora

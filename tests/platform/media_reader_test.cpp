@@ -1,0 +1,378 @@
+// The media reader over files made with ffmpeg for the run, checked against
+// what ffprobe says of the same files, and over damaged files.
+
+#include <gtest/gtest.h>
+
+#include <taglib/asffile.h>
+#include <taglib/flacfile.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/mp4file.h>
+#include <taglib/mpegfile.h>
+#include <taglib/popularimeterframe.h>
+#include <taglib/textidentificationframe.h>
+#include <taglib/vorbisfile.h>
+#include <taglib/xiphcomment.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <vector>
+
+#include "platform/media_reader.h"
+#include "platform/mpeg_frames.h"
+#include "platform/rating_tags.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+const char* const kGreek = "Καλημέρα κόσμε";
+
+// The files, made once for the whole run and removed at its end.
+class ReaderFolder {
+public:
+    static const ReaderFolder& Get() {
+        static ReaderFolder folder;
+        return folder;
+    }
+    fs::path dir;
+    std::string error;
+
+    std::string Path(const std::string& name) const { return (dir / name).string(); }
+
+    ~ReaderFolder() {
+        std::error_code ec;
+        if (!dir.empty()) fs::remove_all(dir, ec);
+    }
+
+private:
+    ReaderFolder() {
+        std::string pattern = (fs::temp_directory_path() / "velmora-reader-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            error = "cannot make a temporary folder";
+            return;
+        }
+        dir = pattern;
+        const std::string ff = "ffmpeg -v error -y ";
+        const std::string tone = "-f lavfi -i sine=frequency=440:duration=5 ";
+        const std::string film = "-f lavfi -i testsrc=size=160x120:rate=25:duration=4 -f lavfi -i sine=duration=4 ";
+        const std::string greek = std::string("-metadata title='") + kGreek + "' -metadata artist='Σωκράτης' " +
+                                  "-metadata album='Ωδές' -metadata genre='Λαϊκό' -metadata date=1998 ";
+        Run(ff + tone + Q("tone.wav"));
+        Run(ff + "-i " + Q("tone.wav") + " -b:a 128k " + greek + Q("cbr.mp3"));
+        // Joined without a Xing header: a 320k part, then a 64k part twice as long.
+        Run(ff + "-i " + Q("tone.wav") + " -b:a 320k -write_xing 0 " + Q("part320.mp3"));
+        Run(ff + "-f lavfi -i sine=frequency=300:duration=10 -b:a 64k -write_xing 0 " + Q("part64.mp3"));
+        Run("cat " + Q("part320.mp3") + " " + Q("part64.mp3") + " > " + Q("vbr.mp3"));
+        Run(ff + "-i " + Q("tone.wav") + " -c:a libvorbis " + greek + Q("tone.ogg"));
+        Run(ff + "-i " + Q("tone.wav") + " " + greek + Q("tone.flac"));
+        Run(ff + "-i " + Q("tone.wav") + " -c:a aac " + greek + Q("tone.m4a"));
+        // The ASF muxer keeps the year only under the attribute's own name.
+        Run(ff + "-i " + Q("tone.wav") + " -c:a wmav2 -metadata WM/Year=1998 " + greek + Q("tone.wma"));
+        Run(ff + film + "-c:v mpeg1video -c:a mp2 -shortest " + Q("film.mpg"));
+        Run(ff + film + "-c:v mpeg4 -c:a libmp3lame -shortest -metadata title=Avi " + Q("film.avi"));
+        Run(ff + film + "-c:v mpeg4 -c:a aac -shortest -metadata title=Mp4 " + Q("film.mp4"));
+        Run(ff + "-f lavfi -i testsrc=size=64x48 -frames:v 1 " + Q("still.jpg"));
+        Run(ff + "-f lavfi -i testsrc=size=64x48 -frames:v 1 " + Q("still.png"));
+        // A picture under a sound's name is still a picture.
+        Run("cp " + Q("still.png") + " " + Q("picture.mp3"));
+    }
+    std::string Q(const std::string& name) const {
+        std::string quoted = "'";
+        quoted += Path(name);
+        quoted += "' ";
+        return quoted;
+    }
+    void Run(const std::string& command) {
+        if (error.empty() && std::system(command.c_str()) != 0) error = "failed: " + command;
+    }
+};
+
+std::string Output(const std::string& command) {
+    std::string out;
+    if (FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[256];
+        while (fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
+        pclose(pipe);
+    }
+    return out;
+}
+
+double FfprobeSeconds(const std::string& path) {
+    return std::atof(
+        Output("ffprobe -v error -show_entries format=duration -of default=nw=1:nk=1 '" + path + "'").c_str());
+}
+
+class MediaReader : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_EQ(Files().error, ""); }
+    static const ReaderFolder& Files() { return ReaderFolder::Get(); }
+    // A copy to change, so that the shared files stay as made.
+    static std::string Copy(const std::string& name, const std::string& as) {
+        const fs::path to = Files().dir / as;
+        fs::copy_file(Files().dir / name, to, fs::copy_options::overwrite_existing);
+        return to.string();
+    }
+};
+
+TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatAndKeepsGreekTags) {
+    struct Case {
+        const char* name;
+        const char* type;
+        const char* title;  // the Greek-tagged files carry the other Greek fields too
+    };
+    const Case cases[] = {
+        {"cbr.mp3", "audio", kGreek},  {"tone.ogg", "audio", kGreek}, {"tone.flac", "audio", kGreek},
+        {"tone.wav", "audio", ""},     {"tone.m4a", "audio", kGreek}, {"tone.wma", "audio", kGreek},
+        {"film.mpg", "video", ""},     {"film.avi", "video", "Avi"},  {"film.mp4", "video", "Mp4"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = Files().Path(c.name);
+        auto item = ReadMediaItem(path);
+        EXPECT_NEAR(item->duration(), FfprobeSeconds(path), 0.1);
+        EXPECT_GT(item->duration(), 3.5);
+        EXPECT_EQ(item->getItemInfo("MediaType"), c.type);
+        EXPECT_EQ(item->getItemInfo("Title"), c.title);
+        EXPECT_EQ(item->getItemInfo("Filesize"), std::to_string(fs::file_size(path)));
+        EXPECT_GT(std::atoll(item->getItemInfo("Bitrate").c_str()), 8000);
+        EXPECT_EQ(item->getItemInfo("UserRating"), "");
+        EXPECT_EQ(item->getItemInfo("No such thing"), "");
+        if (c.title == kGreek) {
+            EXPECT_EQ(item->getItemInfo("Artist"), "Σωκράτης");
+            EXPECT_EQ(item->getItemInfo("album"), "Ωδές");
+            EXPECT_EQ(item->getItemInfo("GENRE"), "Λαϊκό");
+            EXPECT_EQ(item->getItemInfo("WM/Year"), "1998");
+        }
+    }
+    auto mp3 = ReadMediaItem(Files().Path("cbr.mp3"));
+    EXPECT_NEAR(std::atof(mp3->getItemInfo("Bitrate").c_str()), 128000, 2000);
+    EXPECT_EQ(ReadMediaItem(Files().Path("tone.wav"))->getItemInfo("Bitrate"), "706000");  // 44.1 kHz, 16 bits, mono
+}
+
+TEST_F(MediaReader, Mp3WithoutXingHeaderGetsItsTrueLength) {
+    const std::string path = Files().Path("vbr.mp3");
+    // The frames as ffprobe counts them are the true length; its quick
+    // answer, like any estimate from the first frame, is far off.
+    const std::string counted = Output("ffprobe -v error -count_packets -of default=nw=1:nk=1 "
+                                       "-show_entries stream=nb_read_packets,sample_rate '" + path + "'");
+    double rate = 0, packets = 0;
+    ASSERT_EQ(std::sscanf(counted.c_str(), "%lf %lf", &rate, &packets), 2) << counted;
+    const double truth = packets * 1152 / rate;
+    ASSERT_GT(std::abs(FfprobeSeconds(path) - truth), 2.0) << "the file must fool an estimate";
+
+    auto item = ReadMediaItem(path);
+    EXPECT_NEAR(item->duration(), truth, 0.1);
+    const double bytes = static_cast<double>(fs::file_size(path));
+    EXPECT_NEAR(std::atof(item->getItemInfo("Bitrate").c_str()), bytes * 8 / truth, 4000);
+}
+
+TEST_F(MediaReader, PicturesAreKnownByTheirBytes) {
+    for (const char* name : {"still.jpg", "still.png", "picture.mp3"}) {
+        auto item = ReadMediaItem(Files().Path(name));
+        EXPECT_EQ(item->getItemInfo("MediaType"), "photo") << name;
+        EXPECT_EQ(item->duration(), 0.0) << name;
+    }
+}
+
+TEST_F(MediaReader, DamagedFilesGiveNothingAndDoNotCrash) {
+    auto expect_nothing = [](const std::string& path) {
+        SCOPED_TRACE(path);
+        auto item = ReadMediaItem(path);
+        EXPECT_EQ(item->duration(), 0.0);
+        for (const char* name : {"Title", "MediaType", "Bitrate", "Filesize", "UserRating"})
+            EXPECT_EQ(item->getItemInfo(name), "") << name;
+        EXPECT_TRUE(item->isReadOnlyItem("Title"));
+        EXPECT_FALSE(item->setItemInfo("Title", "x").ok());
+    };
+    expect_nothing(Files().Path("missing.mp3"));
+    expect_nothing(Files().dir.string());
+
+    std::mt19937 random(1253);
+    std::vector<char> noise(300000);
+    for (char& b : noise) b = static_cast<char>(random());
+    const char* extensions[] = {"mp3", "ogg", "flac", "wav", "m4a", "wma", "mpg", "avi", "mp4", "jpg", "mkv", "bin"};
+    for (const char* ext : extensions) {
+        const std::string path = Files().Path(std::string("noise.") + ext);
+        std::ofstream(path, std::ios::binary).write(noise.data(), static_cast<std::streamsize>(noise.size()));
+        expect_nothing(path);
+        const std::string empty = Files().Path(std::string("empty.") + ext);
+        std::ofstream{empty};
+        expect_nothing(empty);
+    }
+
+    // Cut inside the headers there is nothing to read; cut in the middle the
+    // part that is left is read, never more than the whole.
+    for (const char* name : {"cbr.mp3", "tone.ogg", "tone.flac", "tone.wav", "tone.m4a", "tone.wma", "film.mpg",
+                             "film.avi", "film.mp4"}) {
+        const std::string path = Files().Path(name);
+        const auto size = fs::file_size(path);
+        for (uintmax_t keep : {uintmax_t{12}, size / 2, size - 100}) {
+            const std::string cut = Copy(name, std::string("cut-") + name);
+            fs::resize_file(cut, keep);
+            auto item = ReadMediaItem(cut);
+            if (keep == 12) {
+                EXPECT_EQ(item->duration(), 0.0) << name;
+            }
+            EXPECT_LE(item->duration(), ReadMediaItem(path)->duration() + 0.1) << name << " cut to " << keep;
+        }
+    }
+    const std::string cut = Copy("cbr.mp3", "half.mp3");
+    fs::resize_file(cut, fs::file_size(cut) / 2);
+    EXPECT_NEAR(ReadMediaItem(cut)->duration(), 2.5, 0.3) << "the Xing header speaks of the whole file";
+}
+
+TEST_F(MediaReader, WritesTheTagAndAnswersTheNewValue) {
+    const std::string path = Copy("cbr.mp3", "written.mp3");
+    auto item = ReadMediaItem(path);
+    ASSERT_FALSE(item->isReadOnlyItem("Title"));
+    EXPECT_TRUE(item->isReadOnlyItem("UserRating"));
+    EXPECT_TRUE(item->isReadOnlyItem("MediaType"));
+    ASSERT_TRUE(item->setItemInfo("Title", "Νέος τίτλος").ok());
+    ASSERT_TRUE(item->setItemInfo("Year", "2004").ok());
+    ASSERT_TRUE(item->setItemInfo("Comment", "").ok());
+    EXPECT_FALSE(item->setItemInfo("WM/Year", "soon").ok());
+    EXPECT_FALSE(item->setItemInfo("UserRating", "50").ok());
+    EXPECT_FALSE(item->setItemInfo("Bitrate", "1").ok());
+    EXPECT_EQ(item->getItemInfo("Title"), "Νέος τίτλος");
+
+    auto again = ReadMediaItem(path);
+    EXPECT_EQ(again->getItemInfo("Title"), "Νέος τίτλος");
+    EXPECT_EQ(again->getItemInfo("WM/Year"), "2004");
+    EXPECT_EQ(again->getItemInfo("Artist"), "Σωκράτης");
+    EXPECT_NEAR(again->duration(), 5.0, 0.1);
+
+    auto film = ReadMediaItem(Files().Path("film.avi"));
+    EXPECT_TRUE(film->isReadOnlyItem("Title"));
+    EXPECT_FALSE(film->setItemInfo("Title", "x").ok());
+}
+
+TEST(MediaReaderRating, ScalesMeetOnTheFiveStars) {
+    struct Case {
+        int popm, percent;
+        double fmps;
+        long long wm;
+        int expected;
+    };
+    const Case cases[] = {
+        {0, 0, 0.0, 0, 0},       {1, 20, 0.2, 1, 1},      {31, 29, 0.29, 1, 1},   {32, 30, 0.3, 25, 25},
+        {64, 40, 0.4, 25, 25},   {95, 49, 0.49, 25, 25},  {96, 50, 0.5, 50, 50},  {128, 60, 0.6, 50, 50},
+        {159, 69, 0.69, 50, 50}, {160, 70, 0.7, 75, 75},  {196, 80, 0.8, 75, 75}, {223, 89, 0.89, 75, 75},
+        {224, 90, 0.9, 99, 99},  {255, 100, 1.0, 99, 99}, {255, 250, 7.5, 500, 99},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(UserRatingFromPopularimeter(c.popm), c.expected) << c.popm;
+        EXPECT_EQ(UserRatingFromPercent(c.percent), c.expected) << c.percent;
+        EXPECT_EQ(UserRatingFromFmps(c.fmps), c.expected) << c.fmps;
+    }
+    EXPECT_EQ(UserRatingFromWindowsMedia(50), 50);
+    EXPECT_EQ(UserRatingFromWindowsMedia(500), 99);
+    EXPECT_EQ(UserRatingFromWindowsMedia(-3), 0);
+    EXPECT_EQ(UserRatingFromFmps(-0.5), 0);
+}
+
+// Opens the file with TagLib's class for its format, changes it and saves it.
+template <class File, class Change>
+void Retag(const std::string& path, Change change) {
+    File file(path.c_str());
+    change(file);
+    file.save();
+}
+
+TEST_F(MediaReader, ReadsTheRatingsOtherPlayersWrite) {
+    auto rating = [](const std::string& path) { return ReadMediaItem(path)->getItemInfo("UserRating"); };
+    // Two players' frames; the first holds no rating, the second's counts.
+    const std::string popm = Copy("cbr.mp3", "popm.mp3");
+    Retag<TagLib::MPEG::File>(popm, [](auto& file) {
+        for (auto [email, value] : {std::pair{"no@rating", 0}, std::pair{"Windows Media Player 9 Series", 196}}) {
+            auto* frame = new TagLib::ID3v2::PopularimeterFrame;
+            frame->setEmail(email);
+            frame->setRating(value);
+            file.ID3v2Tag(true)->addFrame(frame);
+        }
+    });
+    EXPECT_EQ(rating(popm), "75");
+
+    const std::string fmps = Copy("cbr.mp3", "fmps.mp3");
+    Retag<TagLib::MPEG::File>(fmps, [](auto& file) {
+        auto* txxx = new TagLib::ID3v2::UserTextIdentificationFrame(TagLib::String::UTF8);
+        txxx->setDescription("FMPS_Rating");
+        txxx->setText("0.4");
+        file.ID3v2Tag(true)->addFrame(txxx);
+    });
+    EXPECT_EQ(rating(fmps), "25");
+
+    const std::string flac = Copy("tone.flac", "rated.flac");
+    Retag<TagLib::FLAC::File>(flac, [](auto& file) { file.xiphComment(true)->addField("RATING", "100"); });
+    EXPECT_EQ(rating(flac), "99");
+
+    const std::string ogg = Copy("tone.ogg", "rated.ogg");
+    Retag<TagLib::Ogg::Vorbis::File>(ogg, [](auto& file) { file.tag()->addField("FMPS_RATING", "0.6"); });
+    EXPECT_EQ(rating(ogg), "50");
+
+    const std::string m4a = Copy("tone.m4a", "rated.m4a");
+    Retag<TagLib::MP4::File>(m4a, [](auto& file) { file.tag()->setItem("rate", TagLib::StringList("20")); });
+    EXPECT_EQ(rating(m4a), "1");
+
+    const std::string wma = Copy("tone.wma", "rated.wma");
+    Retag<TagLib::ASF::File>(wma, [](auto& file) {
+        file.tag()->setAttribute("WM/SharedUserRating", TagLib::ASF::Attribute(99u));
+    });
+    EXPECT_EQ(rating(wma), "99");
+}
+
+// The frame walk on bytes made here: MPEG-1 layer III, 44.1 kHz, frames of
+// 417 bytes at 128k and 1044 bytes at 320k.
+std::vector<uint8_t> Frame(uint8_t bitrate_index) {
+    const uint8_t head[4] = {0xFF, 0xFB, static_cast<uint8_t>(bitrate_index << 4), 0x64};
+    const auto h = ParseMpegFrameHeader(head);
+    std::vector<uint8_t> frame(h ? h->length : 4, 0x55);
+    std::copy(head, head + 4, frame.begin());
+    return frame;
+}
+
+MpegStreamCount Count(const std::vector<uint8_t>& bytes) {
+    const ReadAt read = [&](int64_t at, uint8_t* buffer, size_t size) {
+        const size_t n = at >= static_cast<int64_t>(bytes.size()) ? 0 : std::min(size, bytes.size() - at);
+        std::copy_n(bytes.begin() + at, n, buffer);
+        return n;
+    };
+    return CountMpegFrames(read, 0, static_cast<int64_t>(bytes.size()));
+}
+
+TEST(MediaReaderMpegFrames, CountsFramesAcrossTagsAndNoise) {
+    const uint8_t head[4] = {0xFF, 0xFB, 0x90, 0x64};
+    const auto h = ParseMpegFrameHeader(head);
+    ASSERT_TRUE(h.has_value());
+    EXPECT_EQ(h->bitrate_kbps, 128);
+    EXPECT_EQ(h->sample_rate, 44100);
+    EXPECT_EQ(h->length, 417);
+    EXPECT_EQ(h->samples, 1152);
+    const uint8_t mpeg2[4] = {0xFF, 0xF3, 0x12, 0xC4};  // MPEG-2 layer III, 8k, 22.05 kHz, padded
+    EXPECT_EQ(ParseMpegFrameHeader(mpeg2)->length, 27);
+    EXPECT_EQ(ParseMpegFrameHeader(mpeg2)->samples, 576);
+    const uint8_t reserved[4] = {0xFF, 0xFB, 0x9C, 0x64};  // sample-rate index 3
+    EXPECT_FALSE(ParseMpegFrameHeader(reserved).has_value());
+
+    std::vector<uint8_t> stream;
+    auto add = [&](const std::vector<uint8_t>& part) { stream.insert(stream.end(), part.begin(), part.end()); };
+    for (int i = 0; i < 3; ++i) add(Frame(0xE));  // 320k
+    add({'I', 'D', '3', 4, 0, 0, 0, 0, 0, 5, 0xFF, 0xFB, 0x90, 0x64, 0});  // a tag whose body looks like a frame
+    for (int i = 0; i < 4; ++i) add(Frame(0x9));
+    add({0x00, 0xFF, 0xFB, 0x90, 0x64, 0x12, 0x34});  // noise with a lone header in it
+    for (int i = 0; i < 2; ++i) add(Frame(0x9));
+    add({0xFF, 0xFB, 0x90, 0x64, 0x00});  // a last frame cut short
+
+    const MpegStreamCount count = Count(stream);
+    EXPECT_EQ(count.frames, 9);
+    EXPECT_EQ(count.samples, 9 * 1152);
+    EXPECT_EQ(count.bytes, 3 * 1044 + 6 * 417);
+    EXPECT_NEAR(count.Seconds(), 9 * 1152 / 44100.0, 1e-9);
+}
+
+}  // namespace
+}  // namespace velmora
