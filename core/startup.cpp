@@ -70,6 +70,10 @@ void Make_Folder(AppContext& ctx, int index) {
 void Set_Defaults(AppContext& ctx) {
     ctx.settings = Settings{};
     ctx.form1.Text3.SetText(std::to_string(ctx.settings.Backtrack_Steps));
+    // The volume bar stands at the default loudness until a preferences file
+    // says otherwise; at 0 a first run would be silent.
+    ctx.form1.HScroll1.SetValue(20 * ctx.settings.Volume_Step);
+    ctx.form4.HScroll1.SetValue(20 * ctx.settings.Volume_Step);
 }
 
 void Apply_Class_Play(AppContext& ctx) {

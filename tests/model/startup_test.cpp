@@ -79,6 +79,7 @@ TEST(Startup, ConstantTablesAndDefaults) {
     EXPECT_EQ(s.Star_Colors_Index, 1);
     EXPECT_EQ(s.Autostart_Index, 1);
     EXPECT_EQ(f.Text3.Text(), "3");
+    EXPECT_EQ(f.HScroll1.Value(), 2000) << "a first run is not silent";
     EXPECT_EQ(f.Label11[0].Caption(), "0%");
     EXPECT_EQ(s.Trigger_Date, "23/11/2026") << "an empty trigger date takes today's";
 }
