@@ -50,7 +50,6 @@ struct CoreState {
 
     int64_t Splash_Started = 0;  // tick when the start screen was shown
     int32_t Last_Save = 0;       // seconds since midnight of the last automatic save
-    bool Labels_Dirty = false;   // the rating labels must be redrawn
     bool Ended = false;          // Form_QueryUnload has run
 };
 

@@ -36,6 +36,9 @@ public:
     virtual bool isReadOnlyItem(const std::string& attribute) const = 0;
 };
 
+// The position as an engine prints it: "mm:ss", or "h:mm:ss" from an hour on.
+std::string Position_Text(double seconds);
+
 class MediaEngine {
 public:
     virtual ~MediaEngine() = default;

@@ -230,15 +230,7 @@ Status StubEngine::setCurrentPosition(double seconds) {
     return {};
 }
 
-std::string StubEngine::currentPositionString() const {
-    const long total = static_cast<long>(currentPosition().value_or(0.0));
-    char text[32];
-    if (total >= 3600)
-        std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", total / 3600, total / 60 % 60, total % 60);
-    else
-        std::snprintf(text, sizeof text, "%02ld:%02ld", total / 60, total % 60);
-    return text;
-}
+std::string StubEngine::currentPositionString() const { return Position_Text(currentPosition().value_or(0.0)); }
 
 Status StubEngine::setVolume(int volume) {
     const int clamped = std::clamp(volume, 0, 100);

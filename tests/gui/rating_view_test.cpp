@@ -1,0 +1,167 @@
+// The rating area over a whole program on the test doubles: Tracks rated by
+// the button, the stars and class totals the logic sets, drawn offscreen.
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "core/startup.h"
+#include "core/track_table.h"
+#include "desktop/qt/rating_view.h"
+#include "desktop/qt/star_pictures.h"
+#include "ratings/rating_calculation.h"
+#include "ratings/rating_marks.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+QString Q(const std::string& text) { return QString::fromStdString(text); }
+
+bool ShowsPicture(const QLabel& label, const std::string& key, int size) {
+    const QPixmap expected = StarPixmap(key, size);
+    return !expected.isNull() && label.pixmap().toImage() == expected.toImage();
+}
+
+// A started program with five Tracks of mixed classes, the rating area over it.
+class RatedTracks : public ::testing::Test {
+protected:
+    RatedTracks() {
+        Form_Load(app.ctx);
+        TrackTable& t = app.ctx.table;
+        const char* const letters[] = {"S", "A", "-", "A", "X"};
+        t.Track_Count = 5;
+        t.Dimension(5);
+        for (int i = 0; i < 5; ++i) {
+            f.List2.AddItem("/music/Μουσική/" + std::to_string(i + 1) + " - Τραγούδι.mp3");
+            for (int b = 0; b < 5; ++b) f.List3_0[b].AddItem(b == 1 ? letters[i] : Row_Number_Text(i));
+            t.File_Size[i] = Currency::FromRaw(4'200'000 + 900'000 * i);
+            t.Duration[i] = Currency(200 + 37 * i);
+        }
+        Calculate_Ratings(app.ctx);
+        t.Current_Track = 2;
+        view.resize(460, view.sizeHint().height());
+        view.show();
+        QApplication::processEvents();
+    }
+
+    void Save(const char* name) {
+        const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
+        QDir().mkpath(dir);
+        const QString png = dir + "/" + name;
+        ASSERT_TRUE(view.grab().save(png));
+        std::printf("rating area drawn to %s\n", qPrintable(png));
+    }
+
+    testing::TestApp app;
+    Form1& f = app.ctx.form1;
+    RatingView view{f};
+};
+
+TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
+    view.RateButton().click();  // Unmarked -> X
+    view.RateButton().click();  // X -> C
+    ASSERT_EQ(app.ctx.table.Rating_Class[2], 2);
+
+    for (const int scheme : {1, 3}) {
+        MnumoreStar_Colors_Click(app.ctx, scheme);
+        EXPECT_TRUE(ShowsPicture(view.BigStar(), f.Picture2.Picture(), RatingView::kBigStarSize)) << scheme;
+        for (int slot = 1; slot <= 6; ++slot) {
+            const Label& star = f.Label21[slot - 1];
+            EXPECT_TRUE(ShowsPicture(view.Star(slot), star.Picture(), RatingView::kStarSize)) << star.Picture();
+            // Class C sits in slot 3, sunken; the others are flat.
+            EXPECT_EQ(view.Star(slot).frameShadow(), slot == 3 ? QFrame::Sunken : QFrame::Plain) << slot;
+        }
+        Save(scheme == 1 ? "rating_view.png" : "rating_view_mix.png");
+    }
+
+    EXPECT_EQ(view.RateButton().text(), Q(f.Command8.Caption()));
+    EXPECT_TRUE(view.RateButton().text().startsWith(QStringLiteral("Προτίμηση Rating C")));
+    EXPECT_TRUE(view.RateButton().isChecked());
+    const QColor marked = view.palette().color(QPalette::Highlight);
+    for (int index = 0; index <= 6; ++index) {
+        EXPECT_FALSE(f.Label9[index].Caption().empty());
+        EXPECT_EQ(view.Totals(index).text(), Q(f.Label9[index].Caption())) << index;
+        EXPECT_EQ(view.Totals(index).palette().color(QPalette::Window) == marked, index == 3) << index;
+    }
+    const QString heads[] = {"-", "X", "C", "B", "A", "S"};
+    for (int slot = 1; slot <= 6; ++slot) {
+        EXPECT_EQ(view.Head(slot).text(), heads[slot - 1]);
+        EXPECT_EQ(view.Head(slot).palette().color(QPalette::Window) == marked, slot == 3) << slot;
+    }
+
+    // Round to Unmarked: the button comes up while the Unmarked star sinks.
+    for (int press = 0; press < 4; ++press) view.RateButton().click();
+    EXPECT_EQ(app.ctx.table.Rating_Class[2], 0);
+    EXPECT_FALSE(view.RateButton().isChecked());
+    EXPECT_EQ(view.Star(1).frameShadow(), QFrame::Sunken);
+    EXPECT_EQ(view.Star(3).frameShadow(), QFrame::Plain);
+    EXPECT_NE(view.Totals(3).palette().color(QPalette::Window), marked);
+    Save("rating_view_unmarked.png");
+}
+
+TEST_F(RatedTracks, EveryPictureTheLogicNamesIsDrawnInItsShade) {
+    for (int scheme = 0; scheme < 4; ++scheme) {
+        for (int number = 101; number <= 120; ++number)
+            EXPECT_FALSE(StarPixmap(Star_Picture(scheme, number), 16).isNull()) << number;
+        for (int number = 600; number <= 619; ++number)
+            EXPECT_FALSE(StarPixmap(Star_Picture(scheme, number), 16).isNull()) << number;
+    }
+    for (const char* key : {"star_0_100", "star_0_121", "star_1_599", "star_2_620", "star_4_600", "star_0_6O0",
+                            "star_0_", "star_00_600", "play", ""})
+        EXPECT_TRUE(StarPixmap(key, 16).isNull()) << key;
+
+    // Whatever scheme and class, the big picture is of the class and the row
+    // runs from Unmarked to S.
+    for (int scheme = 0; scheme < 4; ++scheme) {
+        MnumoreStar_Colors_Click(app.ctx, scheme);
+        for (int rating = 0; rating < 6; ++rating) {
+            Draw_Rating_Stars(app.ctx, 0, rating);
+            const auto big = StarFromKey(f.Picture2.Picture());
+            ASSERT_TRUE(big && big->big) << f.Picture2.Picture();
+            EXPECT_EQ(big->slot, rating + 1) << f.Picture2.Picture();
+            for (int slot = 1; slot <= 6; ++slot) {
+                const auto star = StarFromKey(f.Label21[slot - 1].Picture());
+                ASSERT_TRUE(star && !star->big) << f.Label21[slot - 1].Picture();
+                EXPECT_EQ(star->slot, slot) << f.Label21[slot - 1].Picture();
+            }
+        }
+    }
+
+    // The shade reaches the pixels: the heart of a gold star is warm, of a
+    // blue one cool, of a black blue one dark.
+    auto heart = [](int number) { return StarPixmap(Star_Picture(0, number), 40).toImage().pixelColor(20, 22); };
+    EXPECT_GT(heart(605).red(), heart(605).blue() + 80);
+    EXPECT_GT(heart(606).blue(), heart(606).red() + 80);
+    EXPECT_LT(heart(607).lightness(), 80);
+    EXPECT_EQ(StarFromKey("star_3_615")->shade, StarShade::Mix);
+}
+
+TEST_F(RatedTracks, TheBarAndTheStarsFollowTheirControls) {
+    Show_Progress(f, 1, 3, 0);
+    EXPECT_EQ(view.Progress().Percent(), 33);
+    EXPECT_EQ(view.Progress().Text(), QStringLiteral("033%"));
+    Save("rating_view_progress.png");
+    f.Label11[0].SetVisible(false);
+    EXPECT_EQ(view.Progress().Text(), QString());
+    f.Shape1[0].SetVisible(false);
+    EXPECT_TRUE(view.Progress().isHidden());
+
+    MnumoreStar_Active_Click(app.ctx, 0);
+    const bool shown = f.Label21[0].Visible();
+    for (int slot = 1; slot <= 6; ++slot) EXPECT_EQ(view.Star(slot).isHidden(), !shown) << slot;
+    MnumoreStar_Active_Click(app.ctx, 0);
+    for (int slot = 1; slot <= 6; ++slot) EXPECT_EQ(view.Star(slot).isHidden(), shown) << slot;
+
+    f.Command8.SetEnabled(false);
+    EXPECT_FALSE(view.RateButton().isEnabled());
+}
+
+}  // namespace
+}  // namespace velmora
