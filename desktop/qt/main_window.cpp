@@ -27,6 +27,7 @@
 #include "desktop/forms.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
+#include "desktop/qt/rating_view.h"
 #include "desktop/qt/track_list_model.h"
 #include "desktop/qt/transport_view.h"
 #include "platform/qt_shell.h"
@@ -115,6 +116,8 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     side->setStretchFactor(0, 3);
     side->setStretchFactor(1, 2);
     side->setSizes({380, 260});
+    // The rating button, the class rows and the progress bar stand above the pages.
+    side->insertWidget(0, new RatingView(m_form, side));
     split->addWidget(side);
     // The Track list is the window's main part.
     split->setStretchFactor(0, 3);

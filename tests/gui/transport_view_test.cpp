@@ -21,6 +21,7 @@
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/transport_view.h"
 #include "playback/transport.h"
+#include "ratings/rating_calculation.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -34,6 +35,9 @@ void Settle() {
 const char* const kNames[] = {"01 - Μάνος Χατζιδάκις - Ο κύκλος.mp3", "02 - Theodorakis - Zorba.flac",
                               "03 - Σαββόπουλος - Ντιρλαντά.mp3", "04 - Vangelis - Chariots of Fire.ogg",
                               "05 - Ξαρχάκος - Το τρένο.mp3", "06 - Loreena McKennitt - The Mummers' Dance.mp3"};
+
+// Some rated, some not: the class rows then have something to show.
+const int kClasses[] = {5, 4, 0, 3, 2, 0};
 
 // A started program with six files of four minutes, the window over it.
 class PlayingWindow : public ::testing::Test {
@@ -52,7 +56,7 @@ protected:
             app.player.SetDuration(path, 240 + 7 * i);
             app.ctx.form1.List2.AddItem(path);
             app.ctx.form1.List3_0[0].AddItem(Row_Number_Text(i));
-            app.ctx.form1.List3_0[1].AddItem("-");
+            app.ctx.form1.List3_0[1].AddItem(Class_Letter(kClasses[i]));
             app.ctx.form1.List3_0[2].AddItem("00:04:" + std::to_string(10 + 7 * i));
             app.ctx.form1.List3_0[3].AddItem("008.41");
             app.ctx.form1.List3_0[4].AddItem("320");
@@ -67,6 +71,7 @@ protected:
         t.Played_Number[0] = 1;
         t.Resume_Pending = -1;
         app.ctx.settings.Random_Order = 0;
+        Calculate_Ratings(app.ctx);
     }
     ~PlayingWindow() override { Form_QueryUnload(app.ctx); }
 
