@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/dump_command.h"
+#include "cli/identify_command.h"
 #include "cli/info_command.h"
 #include "cli/play_command.h"
 
@@ -15,7 +16,8 @@ int Usage() {
     std::cerr << "usage: velmora-cli --version\n"
                  "       velmora-cli dump FILE.qel   the Collection as JSON\n"
                  "       velmora-cli info FILE.qel   a short summary\n"
-                 "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n";
+                 "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n"
+                 "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n";
     return 2;
 }
 
@@ -28,6 +30,8 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (argc >= 3 && std::strcmp(argv[1], "play") == 0) return velmora::cli::Play_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "identify") == 0)
+        return velmora::cli::Identify_Command(argc - 2, argv + 2);
     if (argc != 3) return Usage();
     const std::string command = argv[1];
     if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);

@@ -90,6 +90,16 @@ struct CatalogueState {
 // The timed events' trigger values.
 struct TimedState {};
 
+// What the last identification run found: rows read and the corrections it
+// made to the mirror lists, so that a caller without a window can report them.
+struct IdentifyState {
+    int32_t Rows_Read = 0;
+    int32_t Duration_Corrections = 0;
+    int32_t Bitrate_Corrections = 0;
+    int32_t Size_Corrections = 0;
+    bool Canceled = false;
+};
+
 // The rating work: what a press of the rating button goes on from, and the
 // class texts of the labels. The class totals themselves live in the table.
 struct RatingsState {
@@ -103,6 +113,17 @@ struct RatingsState {
     std::array<std::string, kClassCount> Class_Stats_Text;
     std::array<std::string, kClassCount> Class_Duration_Text;
     std::string Total_Stats_Text;      // the same for the whole Collection, share " - [100%]"
+};
+
+// The search page and the adding and removing of files.
+struct IntakeState {
+    bool Search_Stale = true;         // the folder or the types changed since the last finished search
+    bool Use_Subdirectories = false;  // Check2: add from the folders of List1, not from File1 alone
+    int Last_Type_Button = -1;        // Command7: the index clicked last, and whether it fills or clears
+    bool Type_Button_Fills = true;
+    bool Intake_Failed = false;       // the last add met a full Collection or a name it could not store
+    // The progress names of the running add or remove, Greek and English.
+    std::string Source_Greek, Source_English;
 };
 
 struct AppContext {
@@ -119,6 +140,8 @@ struct AppContext {
     ReportState report;
     PlaybackState playback;
     RatingsState ratings;
+    IdentifyState identify;
+    IntakeState intake;
 
     Form1 form1;
     Form2 form2;

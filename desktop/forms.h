@@ -43,6 +43,24 @@ struct Form1 : FormState {
     FileSystemBox File1{"File1"};
     ListBox List3{"List3"};
     ListBox List1{"List1"};
+    // The type buttons: All, Sound, Video, Lists, Extra.
+    std::array<CommandButton, 5> Command7{CommandButton{"Command7(0)"}, CommandButton{"Command7(1)"},
+                                          CommandButton{"Command7(2)"}, CommandButton{"Command7(3)"},
+                                          CommandButton{"Command7(4)"}};
+    // Select all or none of List1, and invert it.
+    std::array<CommandButton, 2> Command1{CommandButton{"Command1(0)"}, CommandButton{"Command1(1)"}};
+    CommandButton Command2{"Command2"};  // stops the search
+    CheckBox Check2{"Check2"};           // take the files from the subfolders of List1
+    Frame Frame10{"Frame10"};            // the subfolder choices beside List1
+    // Files of File1: all (0) or the selected ones (1).
+    std::array<OptionButton, 2> Option4{OptionButton{"Option4(0)"}, OptionButton{"Option4(1)"}};
+    // Folders of List1: all, or the selected ones.
+    OptionButton Option1_0{"Option1_0"};
+    OptionButton Option1_1{"Option1_1"};
+    // Add (0) and remove (1) the files of the search page; add and identify; remove.
+    std::array<CommandButton, 2> Command18{CommandButton{"Command18(0)"}, CommandButton{"Command18(1)"}};
+    CommandButton Command4{"Command4"};
+    CommandButton Command5{"Command5"};
     // Filter results and the managing lists.
     ListBox List4{"List4"};
     ListBox List5{"List5"};

@@ -2,6 +2,7 @@
 
 #include "core/app_context.h"
 #include "core/startup.h"
+#include "intake/identification.h"
 #include "playback/play_modes.h"
 #include "playback/play_state.h"
 #include "playback/playback_clock.h"
@@ -90,6 +91,12 @@ void Wire_Handlers(AppContext& ctx) {
     on(m("MnuFavorAuto2").Click, MnuFavorAuto2_Click);
     for (int i = 0; i < 2; ++i) on_index(m("MnumoreStar_Active", i).Click, MnumoreStar_Active_Click, i);
     for (int i = 0; i < 4; ++i) on_index(m("MnumoreStar_Colors", i).Click, MnumoreStar_Colors_Click, i);
+
+    // Identification, from the Filters menu.
+    on(m("MnuMoreFileSizesAll").Click, MnuMoreFileSizesAll_Click);
+    on(m("MnuMoreFileSizesUnknonw").Click, MnuMoreFileSizesUnknonw_Click);
+    on(m("MnuMoreFileSizesReadRatings").Click, MnuMoreFileSizesReadRatings_Click);
+    on(m("MnuMoreFileSizesKeepRatings").Click, MnuMoreFileSizesKeepRatings_Click);
 
     // The tray's rating entries: codes 9 to 14 name the class outright.
     static constexpr const char* kTrayMark[] = {"TrayFavorUnclass", "TrayFavorX", "TrayFavorC",

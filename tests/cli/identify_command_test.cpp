@@ -1,0 +1,91 @@
+// velmora-cli identify run as a program over a Collection of a real file, a
+// truncated one, random bytes and a file that is gone.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "collection/collection_file.h"
+#include "core/startup.h"
+#include "core/track_table.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CliRun {
+    int code = -1;
+    std::string out;
+};
+
+CliRun Identify(const std::string& args) {
+    const std::string command = "timeout 60 " + std::string(VELMORA_CLI) + " identify " + args + " </dev/null 2>/dev/null";
+    CliRun run;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return run;
+    char buffer[4096];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.out.append(buffer, n);
+    const int status = pclose(pipe);
+    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwice) {
+    testing::TestApp app;
+    const fs::path media = app.folder.Path() / "media";
+    fs::create_directories(media);
+    const std::string tone = (media / "τόνος.mp3").string();
+    const std::string make =
+        "ffmpeg -v error -y -f lavfi -i sine=frequency=440:duration=1.5 -b:a 128k '" + tone + "'";
+    ASSERT_EQ(std::system(make.c_str()), 0);
+    {
+        std::ifstream in(tone, std::ios::binary);
+        std::string bytes(std::istreambuf_iterator<char>(in), {});
+        std::ofstream((media / "cut.mp3").string(), std::ios::binary) << bytes.substr(0, 700);
+        std::string noise(4096, '\0');
+        for (size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>((i * 2654435761u) >> 13);
+        std::ofstream((media / "noise.ogg").string(), std::ios::binary) << noise;
+    }
+    Form_Load(app.ctx);
+    const std::string paths[] = {tone, (media / "cut.mp3").string(), (media / "noise.ogg").string(),
+                                 (media / "gone.mp3").string()};
+    for (int i = 0; i < 4; ++i) {
+        app.ctx.form1.List2.AddItem(paths[i]);
+        for (auto& mirror : app.ctx.form1.List3_0) mirror.AddItem(Row_Number_Text(i));
+    }
+    app.ctx.table.Track_Count = 4;
+    app.ctx.table.Grow_Columns();
+    Save_Collection(app.ctx, false, true);
+    Form_QueryUnload(app.ctx);
+    const std::string collection = app.ctx.collection.Collection_Path;
+
+    const CliRun first = Identify("'" + collection + "'");
+    ASSERT_EQ(first.code, 0) << first.out;
+    EXPECT_NE(first.out.find("Calculating... :  -4"), std::string::npos) << first.out;
+    EXPECT_EQ(first.out.rfind("Εντάξει...Ok\n", 0), 0u) << first.out;
+
+    testing::TestApp reread;
+    reread.ctx.program_folder = app.folder.Str();
+    Form_Load(reread.ctx);
+    const TrackTable& t = reread.ctx.table;
+    ASSERT_EQ(reread.ctx.form1.List2.ListCount(), 4);
+    EXPECT_NEAR(t.Duration[0].ToDouble(), 1.5, 0.1);
+    EXPECT_NEAR(t.Bitrate[0], 125, 8);
+    EXPECT_EQ(t.File_Size[0], Currency::FromDouble(static_cast<double>(fs::file_size(tone)) / 1048576.0));
+    for (int i = 0; i < 4; ++i) EXPECT_TRUE(t.Identified[i]) << i;
+    EXPECT_EQ(t.Duration[3], Currency());
+    Form_QueryUnload(reread.ctx);
+
+    const CliRun again = Identify("'" + collection + "' --continue");
+    ASSERT_EQ(again.code, 0) << again.out;
+    EXPECT_NE(again.out.find("Calculating... :  -0"), std::string::npos) << again.out;
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,253 @@
+#include "intake/identification.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <utility>
+
+#include "core/startup.h"
+#include "core/text_format.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+using testing::TestApp;
+
+std::string Path(int i) { return "/music/track_" + std::to_string(i) + ".mp3"; }
+
+// A started program with `rows` Tracks whose mirror rows are still empty.
+struct Library : TestApp {
+    explicit Library(int rows) {
+        Form_Load(ctx);
+        for (int i = 0; i < rows; ++i) {
+            ctx.form1.List2.AddItem(Path(i));
+            for (int b = 0; b < 5; ++b)
+                ctx.form1.List3_0[b].AddItem(b == 0 ? Row_Number_Text(i) : b == 1 ? "-" : "");
+        }
+        ctx.table.Track_Count = rows;
+        ctx.table.Grow_Columns();
+    }
+    void File(int i, double seconds, const std::string& bytes, const std::string& bits) {
+        reader.SetDuration(Path(i), seconds);
+        reader.SetAttribute(Path(i), "Filesize", bytes);
+        reader.SetAttribute(Path(i), "Bitrate", bits);
+    }
+    // Yes to the run, then Yes to the save that ends it and OK to its report.
+    void Expect_Run() {
+        for (MsgAnswer a : {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::OK}) dialogs.ExpectMsgBox(a);
+    }
+    bool Run(int mode) {
+        Expect_Run();
+        return Identify_Properties(ctx, mode);
+    }
+    // Esc pressed once row `row` has been read.
+    void Esc_After(int row) {
+        auto check = std::make_shared<std::function<void()>>();
+        *check = [this, row, check] {
+            if (ctx.table.Identified[row]) ctx.core.Esc_Key = 27;
+            else loop.Post(*check);
+        };
+        loop.Post(*check);
+    }
+    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
+    std::string Now() const { return TimeText(loop.Now()); }
+    const std::string& Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
+};
+
+std::string Summary(const std::string& now, int duration, int bitrate, int size, int read) {
+    return "Εντάξει...Ok\n" + now + "Διορθώσεις στη Διάρκεια - Corrections in Duration:" + std::to_string(duration) +
+           "\nΔιορθώσεις σε Δειγματοληψία - Corrections in Bitrate:" + std::to_string(bitrate) + "\n" + now +
+           " -> Διορθώσεις σε Μεγέθη - Corrections on Sizes:" + std::to_string(size) + "\n" + now +
+           "-> Υπολογισμός - Calculating... :  -" + std::to_string(read);
+}
+
+TEST(Identification, QuestionKeepsBothParagraphsAndNoTouchesNothing) {
+    const std::string q = Identify_Question();
+    EXPECT_EQ(q.rfind("Θα εκτελεσθεί η Αναγνώριση Ιδιοτήτων Αρχείων.", 0), 0u);
+    EXPECT_NE(q.find("Αναγνώρισης.\n\nIndetification of File Properties will be executed right now."),
+              std::string::npos);
+    EXPECT_EQ(q.substr(q.size() - 27), "Identification on the menu.");
+
+    Library app(2);
+    app.File(0, 61, "1048576", "128000");
+    app.ctx.table.Duration[0] = Currency(7);
+    app.ctx.table.Total_Duration = Currency(7);
+    const int clock = app.ctx.form1.Timer1.Interval();
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);
+    EXPECT_FALSE(Identify_Properties(app.ctx, kIdentifyNew));
+    EXPECT_EQ(app.ctx.table.Duration[0], Currency(7));
+    EXPECT_EQ(app.ctx.table.Total_Duration, Currency(7));
+    EXPECT_FALSE(app.ctx.table.Identified[0]);
+    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), clock);
+    ASSERT_EQ(app.dialogs.Messages().size(), 1u);
+    EXPECT_EQ(app.dialogs.Messages()[0].text, q);
+
+    // An empty Collection: the question, and nothing after it.
+    Library empty(0);
+    const std::string log = empty.Log();
+    empty.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    EXPECT_FALSE(Identify_Properties(empty.ctx, kIdentifyNew));
+    EXPECT_EQ(empty.Log(), log);
+    EXPECT_FALSE(empty.ctx.core.Suppress_Events);
+}
+
+TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
+    Library app(3);
+    TrackTable& t = app.ctx.table;
+    Form1& f = app.ctx.form1;
+    app.File(0, 205.4, "3670016", "128000");  // 3.5 Mb, 125 kbit
+    app.File(1, 3600.6, "1073741824", "192512");  // exactly 1024 Mb, 188 kbit
+    app.reader.SetAttribute(Path(0), "Title", "Ωδή στη χαρά");
+    app.reader.SetAttribute(Path(0), "Artist", "Μάνος");
+    // Row 2 is a file the reader cannot open: duration 0 and empty texts.
+    f.List3_0[2].SetList(0, "00:03:25");  // already right: no correction
+    f.List3_0[3].SetList(1, "01.00Gb");
+    f.List3_0[4].SetList(2, "000");
+    t.Artist[2] = "old";
+    const int clock = f.Timer1.Interval();
+
+    // What the window looks like while the rows are read.
+    int clock_during = 0;
+    bool enabled_during = true, mirrors_during = true;
+    app.loop.Post([&] {
+        clock_during = f.Timer1.Interval();
+        enabled_during = f.Enabled() || f.Tray("MnuSystemTray").Enabled();
+        mirrors_during = f.List3_0[2].Visible();
+    });
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+
+    EXPECT_EQ(clock_during, 10000);
+    EXPECT_FALSE(enabled_during);
+    EXPECT_FALSE(mirrors_during);
+    EXPECT_EQ(f.Timer1.Interval(), clock);
+    EXPECT_TRUE(f.Enabled() && f.List3_0[2].Visible());
+    EXPECT_TRUE(app.reader.Muted());
+    EXPECT_FALSE(app.ctx.core.Suppress_Events);
+
+    EXPECT_EQ(t.Duration[0], Currency::FromDouble(205.4));
+    EXPECT_EQ(t.File_Size[0], Currency::FromRaw(35000));
+    EXPECT_EQ(t.File_Size[1], Currency(1024));
+    EXPECT_EQ(t.Bitrate[0], 125);
+    EXPECT_EQ(t.Bitrate[1], 188);
+    EXPECT_EQ(t.Title[0], "Ωδή στη χαρά");
+    EXPECT_EQ(t.Artist[0], "Μάνος");
+    EXPECT_EQ(t.Artist[2], "");
+    EXPECT_EQ(t.Duration[2], Currency());
+    EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, true, false}));
+    EXPECT_EQ(t.Total_Duration, Currency::FromDouble(205.4) + Currency::FromDouble(3600.6));
+    EXPECT_EQ(t.Total_Size, Currency::FromRaw(35000) + Currency(1024));
+    EXPECT_EQ(t.Class_Count[0], Currency(3));
+
+    EXPECT_EQ(app.Mirror(2, 1), "01:00:01");
+    EXPECT_EQ(app.Mirror(3, 0), "03.50Mb");
+    EXPECT_EQ(app.Mirror(4, 0), "125");
+    EXPECT_EQ(app.Mirror(3, 2), "00.00Mb");
+    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 2, 2, 2, 3), 0), 0u) << app.Log();
+
+    // The run ends by saving, asking first as a save from the menu does.
+    ASSERT_EQ(app.dialogs.Messages().size(), 3u);
+    EXPECT_EQ(app.dialogs.Messages()[2].text, "Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly");
+    EXPECT_TRUE(std::filesystem::exists(app.ctx.collection.Collection_Path));
+}
+
+TEST(Identification, EscLeavesTheRestForContinueWhichSkipsIdentifiedRows) {
+    Library app(4);
+    TrackTable& t = app.ctx.table;
+    for (int i = 0; i < 4; ++i) app.File(i, 60 + i, "1048576", "128000");
+    app.Esc_After(1);
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+    EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, false, false}));
+    EXPECT_EQ(app.ctx.core.Esc_Key, 0);
+    EXPECT_TRUE(app.ctx.identify.Canceled);
+    EXPECT_EQ(app.Mirror(2, 2), "");
+    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 2, 2, 2, 2), 0), 0u) << app.Log();
+
+    // Row 0 would read differently now; Continue must not read it again.
+    app.reader.SetDuration(Path(0), 999);
+    ASSERT_TRUE(app.Run(kIdentifyContinue));
+    EXPECT_EQ(t.Duration[0], Currency(60));
+    EXPECT_EQ(t.Duration[3], Currency(63));
+    EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, true, true, false}));
+    EXPECT_EQ(app.ctx.identify.Rows_Read, 2);
+    // The totals count the rows of this run only.
+    EXPECT_EQ(t.Total_Duration, Currency(62 + 63));
+
+    ASSERT_TRUE(app.Run(kIdentifyContinue));
+    EXPECT_EQ(app.ctx.identify.Rows_Read, 0);
+    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 0, 0, 0, 0), 0), 0u) << app.Log();
+}
+
+TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKept) {
+    // The first value of each class and the last, then one beyond the scale.
+    const int edges[][3] = {{0, 0, 0}, {1, 12, 1}, {13, 37, 2}, {38, 62, 3}, {63, 86, 4}, {87, 99, 5}, {100, 255, -1}};
+    for (const auto& e : edges)
+        EXPECT_EQ((std::pair{Rating_Class_Of(e[0]), Rating_Class_Of(e[1])}), (std::pair{e[2], e[2]}));
+
+    Library app(4);
+    TrackTable& t = app.ctx.table;
+    const char* const ratings[] = {"50", "99", "", "abc"};
+    for (int i = 0; i < 4; ++i) {
+        app.File(i, 10, "1048576", "");
+        app.reader.SetAttribute(Path(i), "UserRating", ratings[i]);
+        t.Rating_Class[i] = 4;
+    }
+    app.ctx.settings.Read_Ratings = -1;
+    app.ctx.settings.Keep_Ratings = -1;
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+    // A new run clears the classes when it reads them, kept or not.
+    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0, 0}));
+
+    for (int i = 0; i < 4; ++i) t.Rating_Class[i] = 4;
+    app.ctx.settings.Keep_Ratings = 0;
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{3, 5, 0, 0, 0}));
+    EXPECT_EQ(app.Mirror(1, 0), "B");
+    EXPECT_EQ(app.Mirror(1, 1), "S");
+    EXPECT_EQ(t.Class_Count[0], Currency(2));
+    EXPECT_EQ(t.Class_Count[5], Currency(1));
+    EXPECT_EQ(t.Class_Size[3], Currency(1));
+    EXPECT_EQ(app.Mirror(4, 0), "000");  // no bit rate given
+
+    // Without reading, the classes stand as they are.
+    t.Rating_Class[2] = 2;
+    app.ctx.settings.Read_Ratings = 0;
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+    EXPECT_EQ(t.Rating_Class[2], 2);
+    EXPECT_EQ(t.Class_Count[2], Currency(1));
+}
+
+TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
+    Library app(1);
+    Form1& f = app.ctx.form1;
+    app.File(0, 30, "1048576", "128000");
+    app.Expect_Run();
+    f.Menus("MnuMoreFileSizesAll").Click.emit();
+    EXPECT_TRUE(app.ctx.table.Identified[0]);
+    EXPECT_EQ(f.MultiPage1.Value(), 3);
+
+    MenuItem& read = f.Menus("MnuMoreFileSizesReadRatings");
+    MenuItem& keep = f.Menus("MnuMoreFileSizesKeepRatings");
+    if (app.ctx.settings.Read_Ratings != 0) read.Click.emit();  // start from off
+    EXPECT_FALSE(read.Checked());
+    EXPECT_FALSE(keep.Enabled());
+    const size_t before = app.dialogs.Messages().size();
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    read.Click.emit();
+    ASSERT_EQ(app.dialogs.Messages().size(), before + 1);
+    const std::string& warning = app.dialogs.Messages().back().text;
+    const std::string end = "option <Save Ratings within Files> wasn't enabled>";
+    EXPECT_EQ(warning.substr(warning.size() - end.size()), end);
+    EXPECT_TRUE(read.Checked());
+    EXPECT_EQ(app.ctx.settings.Read_Ratings, -1);
+    EXPECT_TRUE(keep.Enabled());
+
+    const bool kept = app.ctx.settings.Keep_Ratings != 0;
+    keep.Click.emit();
+    EXPECT_EQ(keep.Checked(), !kept);
+    EXPECT_EQ(app.ctx.settings.Keep_Ratings, kept ? 0 : -1);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,288 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "core/constant_tables.h"
+#include "intake/add_remove.h"
+#include "intake/directory_search.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TestApp;
+
+bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+// A program with the type list of start-up over a generated tree:
+//   a/            song1.mp3 song2.MP3 clip.wmv empty.mp3 (zero bytes) Ελληνικό.mp3
+//   a/b/          deep.mp3
+//   a/b/c/        LOUD.MP3 (capitals only)
+//   gone/         lost.mp3 (a test may remove it while the search runs)
+//   cyr/          Песня.mp3 (no place in code page 1253) ok.mp3
+struct Intake : ::testing::Test {
+    TestApp app;
+    Form1& f = app.ctx.form1;
+    std::string root = app.folder.Str() + "tree";
+
+    Intake() {
+        app.ctx.core.Media_Extensions = Media_Extension_Table();
+        std::vector<std::string> types;
+        for (const auto& e : app.ctx.core.Media_Extensions) types.push_back("*" + e);
+        f.List3.Assign(types);
+        for (const char* name : {"a/song1.mp3", "a/song2.MP3", "a/clip.wmv", "a/Ελληνικό.mp3", "a/b/deep.mp3",
+                                 "a/b/c/LOUD.MP3", "gone/lost.mp3", "cyr/Песня.mp3", "cyr/ok.mp3", "a/notes.txt"}) {
+            fs::create_directories(fs::path(root + "/" + name).parent_path());
+            std::ofstream(root + "/" + name) << "data";
+        }
+        std::ofstream(root + "/a/empty.mp3");
+    }
+
+    void Choose_Types(int button) {
+        Command7_Click(app.ctx, button);
+        f.Dir1.SetPath(root);
+        Dir1_change(app.ctx);
+    }
+    // Adds the files of one folder, the way the add button does.
+    void Add_Folder(const std::string& folder) {
+        f.Dir1.SetPath(folder);
+        Dir1_change(app.ctx);
+        Command18_Click(app.ctx, 0);
+    }
+};
+
+TEST_F(Intake, FileBoxFiltersWithoutCaseAndSortsDriveBoxStartsAtRoot) {
+    EXPECT_TRUE(Matches_Patterns("Song.MP3", "*.wav;*.mp3"));
+    EXPECT_TRUE(Matches_Patterns("Ελληνικό.mp3", "ΕΛΛΗΝΙΚΌ.*"));
+    EXPECT_FALSE(Matches_Patterns("song.mp3x", "*.mp3;*.wav"));
+    EXPECT_TRUE(Matches_Patterns("x.y", "")) << "no type chosen shows every file";
+
+    f.File1.SetPath(root + "/a");
+    f.File1.SetPattern("*.MP3;*.wmv");
+    Refresh_File_List(f.File1);
+    EXPECT_EQ(f.File1.Items(), (std::vector<std::string>{"clip.wmv", "empty.mp3", "song1.mp3", "song2.MP3",
+                                                         "Ελληνικό.mp3"}));
+    f.Dir1.SetPath(root);
+    Refresh_Dir_List(f.Dir1);
+    EXPECT_EQ(f.Dir1.Items(), (std::vector<std::string>{root + "/a", root + "/cyr", root + "/gone"}));
+
+    const std::string mounts = app.folder.Str() + "mounts";
+    std::ofstream(mounts) << "tmpfs /run tmpfs rw 0 0\n/dev/sda1 / ext4 rw 0 0\n"
+                             "/dev/sdb1 /media/My\\040Disk vfat rw 0 0\ntmpfs /run tmpfs rw 0 0\n";
+    Refresh_Drive_List(f.Drive1, mounts);
+    EXPECT_EQ(f.Drive1.Items(), (std::vector<std::string>{"/", "/run", "/media/My Disk"}));
+}
+
+TEST_F(Intake, TypeButtonsSelectTheirRangesAndToggle) {
+    Command7_Click(app.ctx, 4);
+    EXPECT_EQ(f.List3.SelCount(), 1);
+    EXPECT_TRUE(f.List3.Selected(0)) << "Extra selects only *.mp3";
+    EXPECT_EQ(f.File1.Pattern(), "*.mp3");
+    Command7_Click(app.ctx, 4);
+    EXPECT_EQ(f.List3.SelCount(), 0) << "a second click clears";
+    EXPECT_EQ(f.File1.Pattern(), "");
+    Command7_Click(app.ctx, 4);
+    EXPECT_EQ(f.List3.SelCount(), 1) << "a third fills again";
+
+    Command7_Click(app.ctx, 2);
+    EXPECT_EQ(f.List3.SelCount(), 15);
+    EXPECT_TRUE(f.List3.Selected(14) && f.List3.Selected(28) && !f.List3.Selected(13) && !f.List3.Selected(29));
+    Command7_Click(app.ctx, 3);
+    EXPECT_EQ(f.File1.Pattern(), "*.m3u;*.wpl;*.wvx");
+
+    app.ctx.core.Suppress_Events = true;
+    f.List3.SetSelected(0, true);
+    List3_Click(app.ctx);
+    EXPECT_EQ(f.File1.Pattern(), "*.m3u;*.wpl;*.wvx") << "no pattern change while events are suppressed";
+    app.ctx.core.Suppress_Events = false;
+
+    f.List1.Assign({"/x/", "/y/"});
+    f.List1.SetSelected(0, true);
+    Command1_Click(app.ctx, 1);
+    EXPECT_TRUE(!f.List1.Selected(0) && f.List1.Selected(1));
+    Command1_Click(app.ctx, 0);
+    EXPECT_EQ(f.List1.SelCount(), 2);
+    EXPECT_EQ(f.Command1[0].Caption(), "Κανένας - None");
+    Command1_Click(app.ctx, 0);
+    EXPECT_EQ(f.List1.SelCount(), 0);
+    EXPECT_EQ(f.Command1[0].Caption(), "Επέλεξε Όλους - Select All");
+}
+
+TEST_F(Intake, SearchFindsFoldersByExactExtensionCountsRepeatsAndSkipsUnreadable) {
+    Choose_Types(0);
+    // Running as root, no permission keeps a folder out; a folder removed
+    // between the listing of its parent and its own reading does.
+    app.loop.Post([&] { fs::remove_all(root + "/gone"); });
+    Set_Check2(app.ctx, 1);
+
+    EXPECT_EQ(f.List1.Items(), (std::vector<std::string>{root + "/a/", root + "/cyr/", root + "/a/b/"}))
+        << "breadth first; a/b/c holds only capitals";
+    // a: song1, clip.wmv twice, empty, Ελληνικό; cyr: two; a/b: one.
+    EXPECT_EQ(f.Frame8.Caption(), "Υποφάκελοι - Subdirectories --> 3 Αρχεία - Files ---> 8");
+    EXPECT_TRUE(Has(f.Text2[0].Text(), "-> Αδύνατη η ανάγνωση φακέλου - Cannot read directory: " + root + "/gone/"));
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "-> Έτοιμο - Ready"));
+    EXPECT_FALSE(app.ctx.intake.Search_Stale);
+    EXPECT_TRUE(app.ctx.intake.Use_Subdirectories);
+    EXPECT_TRUE(f.List1.Visible() && !f.Command2.Enabled() && !app.ctx.core.Suppress_Events);
+}
+
+TEST_F(Intake, EscStopsTheSearchWithWhatWasFound) {
+    Choose_Types(4);
+    app.loop.Post([&] { Command2_Click(app.ctx); });
+    Set_Check2(app.ctx, 1);
+
+    EXPECT_EQ(app.ctx.core.Esc_Key, 0);
+    EXPECT_EQ(f.Check2.Value(), 0);
+    EXPECT_TRUE(app.ctx.intake.Search_Stale);
+    EXPECT_EQ(f.List1.ListCount(), 0) << "the root holds no media and nothing was read after it";
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "-> Ακυρώθηκε - Canceled\n" + root + "/"));
+    EXPECT_TRUE(f.List1.Visible());
+}
+
+TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
+    Choose_Types(4);
+    f.List2.AddItem(root + "/a/SONG1.mp3");  // the same file, written in other case
+    for (auto& box : f.List3_0) box.AddItem("x");
+    app.ctx.table.Track_Count = 1;
+    app.ctx.table.Grow_Columns();
+    Add_Folder(root + "/a");
+
+    // Four files of File1: three new; four passes over them.
+    EXPECT_EQ(f.List2.ListCount(), 4);
+    EXPECT_EQ(f.List2.List(1), root + "/a/empty.mp3");
+    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"x", "00002", "00003", "00004"}));
+    EXPECT_EQ(f.List3_0[2].List(3), "00:00:00");
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of Added files : 3. Λάθη σε αρχεία με μηδενικό μήκος - Error in "
+                                       "files with zero bytes : 0. Διπλά αρχεία - Double Files : 13"));
+    EXPECT_EQ(app.ctx.table.Track_Count, 4);
+    EXPECT_EQ(app.ctx.table.Bound(), 4);
+    EXPECT_EQ(app.ctx.table.Class_Count[0], Currency(3));
+    EXPECT_TRUE(f.Enabled() && f.List2.Visible() && !app.ctx.core.Busy_Working);
+
+    Add_Folder(root + "/a");
+    EXPECT_EQ(f.List2.ListCount(), 4);
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of Added files : 0") && Has(f.Text2[1].Text(), "Double Files : 16"));
+}
+
+TEST_F(Intake, SubfoldersAddWhatCodePageCarriesAndLogTheRest) {
+    Choose_Types(4);
+    Set_Check2(app.ctx, 1);
+    Add_Files_Under_Path(app.ctx);
+
+    EXPECT_EQ(f.List2.ListCount(), 7) << "four of a, ok.mp3, lost.mp3, deep.mp3";
+    EXPECT_EQ(f.List2.FindExact(root + "/cyr/ok.mp3"), 4);
+    EXPECT_EQ(f.List2.FindExact(root + "/cyr/Песня.mp3"), -1);
+    EXPECT_TRUE(Has(f.Text2[0].Text(), "The name cannot be stored in the Collection: " + root + "/cyr/Песня.mp3"));
+    EXPECT_TRUE(app.ctx.intake.Intake_Failed);
+    EXPECT_EQ(f.List3_0[0].List(6), "00007");
+}
+
+TEST_F(Intake, RemovingCompactsRenumbersAndLeavesStopPositionAndSaved) {
+    Choose_Types(4);
+    Set_Check2(app.ctx, 1);
+    Add_Files_Under_Path(app.ctx);  // a: empty, song1, song2.MP3, Ελληνικό; cyr: ok; gone: lost; a/b: deep
+    TrackTable& t = app.ctx.table;
+    const int deep = f.List2.FindExact(root + "/a/b/deep.mp3");
+    ASSERT_EQ(deep, 6);
+    for (int r = 0; r < t.Track_Count; ++r) {
+        t.Duration[r] = Currency(10 * (r + 1));
+        t.Stop_Position[r] = Currency(r);
+        t.Saved[r] = r == 0;
+    }
+    t.Total_Duration = Currency(280);
+    t.Artist[4] = "ok artist";
+
+    Set_Check2(app.ctx, 0);
+    f.Dir1.SetPath(root + "/a");
+    Dir1_change(app.ctx);
+    Removing_Files_Under_Path(app.ctx);
+
+    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/cyr/ok.mp3", root + "/gone/lost.mp3",
+                                                         root + "/a/b/deep.mp3"}));
+    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"0001", "0002", "0003"}));
+    EXPECT_EQ(f.List3_0[2].ListCount(), 3);
+    EXPECT_EQ(t.Track_Count, 3);
+    EXPECT_EQ(t.Bound(), 3);
+    EXPECT_EQ(t.Artist[0], "ok artist");
+    EXPECT_EQ(t.Duration[2], Currency(70));
+    EXPECT_EQ(t.Slot_Text[3][15], "0") << "the row left behind is blanked";
+    EXPECT_EQ(t.Total_Duration, Currency(180));
+    EXPECT_EQ(t.Stop_Position[0], Currency(0)) << "stop positions stay at their rows";
+    EXPECT_TRUE(t.Saved[0]) << "so does the saved mark";
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of removed files : 4"));
+}
+
+TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
+    Choose_Types(4);
+    Add_Folder(root + "/a/b");
+    Add_Folder(root + "/cyr");
+    TrackTable& t = app.ctx.table;
+    const std::string deep = root + "/a/b/deep.mp3";
+    t.Rating_Class[0] = 5;
+    t.Class_Count[5] = Currency(1);
+    t.Class_Count[0] = Currency(1);
+    t.File_Size[0] = Currency(3);
+    t.Class_Size[5] = Currency(3);
+    app.player.SetDuration(deep, 100);
+    ASSERT_TRUE(app.player.setURL(deep).ok());
+    app.loop.DoEvents();
+    ASSERT_TRUE(app.player.play().ok());
+    app.loop.DoEvents();
+    ASSERT_EQ(app.player.playState(), PS_Playing);
+    app.ctx.playback.Current_File = deep;
+    t.Current_Track = 0;
+
+    // Nothing can be deleted from disk yet: the Track stays and the error is counted.
+    app.ctx.settings.Delete_From_Disk = -1;
+    RemovalTally tally;
+    Remove_the_Files(app.ctx, deep, 0, tally);
+    EXPECT_EQ(f.List2.ListCount(), 2);
+    EXPECT_EQ(tally.errors, 1);
+    EXPECT_TRUE(Has(f.Text2[1].Text(), "Αδύνατη η διαγραφή - ?X?X??X?X? - Impossible to delete file"));
+
+    app.ctx.settings.Delete_On_Disk_Error = -1;
+    Remove_the_Files(app.ctx, deep, 0, tally);
+    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/cyr/ok.mp3"}));
+    EXPECT_EQ(tally.removed, 1);
+    EXPECT_EQ(tally.freed_size, Currency(3));
+    EXPECT_EQ(t.Class_Count[5], Currency(0));
+    EXPECT_EQ(t.Class_Size[5], Currency(0));
+    EXPECT_EQ(app.player.playState(), PS_Stopped) << "the removed Track was playing";
+    EXPECT_TRUE(Has(f.Text2[1].Text(),
+                    " ---> XXXXXXXX\n3.00Mb\nΛάθη διαγραφής από δίσκο - Errors while deleting from disk: 1"));
+}
+
+TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAdded) {
+    Choose_Types(4);
+    std::vector<std::string> rows;
+    for (int i = 0; i < kMaxTracks - 2; ++i) rows.push_back("/full/" + std::to_string(i));
+    f.List2.Assign(rows);
+    app.ctx.table.Track_Count = kMaxTracks - 2;
+    app.ctx.table.Grow_Columns();
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Add_Folder(root + "/a");
+
+    EXPECT_EQ(f.List2.ListCount(), kMaxTracks);
+    EXPECT_EQ(app.dialogs.Messages().back().text, kIntakeFullMessage);
+    EXPECT_TRUE(app.ctx.intake.Intake_Failed);
+    EXPECT_EQ(app.ctx.table.Bound(), kMaxTracks);
+    EXPECT_TRUE(f.Enabled());
+}
+
+TEST_F(Intake, AddButtonRefusesAnEmptyFileBoxOrNoType) {
+    f.Dir1.SetPath(root + "/a/b/c");
+    Command7_Click(app.ctx, 4);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Add_Folder(root + "/gone/none");
+    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "There aren't any under search type files"));
+    Command7_Click(app.ctx, 4);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Add_Folder(root + "/a");
+    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Select at least one type of media file"));
+    EXPECT_EQ(f.List2.ListCount(), 0);
+}
+
+}  // namespace
+}  // namespace velmora
