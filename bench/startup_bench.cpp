@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMainWindow>
+#include <QTableView>
 #include <QTimer>
 
 #include <time.h>
@@ -69,11 +70,36 @@ private:
     bool m_seen = false;
 };
 
+// The first time the track list paints with rows in it: the Collection is in view.
+class FirstRows : public QObject {
+public:
+    explicit FirstRows(QTableView*& view) : m_view(view) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (!m_seen && event->type() == QEvent::Paint && m_view && m_view->model() &&
+            m_view->model()->rowCount() > 0) {
+            m_seen = true;
+            const double ms = (NowSinceBoot() - ProcessStartSeconds()) * 1000.0;
+            std::printf("%d rows shown %.0f ms after process start\n", m_view->model()->rowCount(), ms);
+        }
+        return false;
+    }
+
+private:
+    QTableView*& m_view;
+    bool m_seen = false;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
     FirstPaint filter;
+    QTableView* list = nullptr;
+    FirstRows rows(list);
     velmora::ProgramHooks hooks;
-    hooks.before_load = [&](QMainWindow& window) { window.installEventFilter(&filter); };
+    hooks.before_load = [&](QMainWindow& window) {
+        window.installEventFilter(&filter);
+        list = window.findChild<QTableView*>();
+        if (list) list->viewport()->installEventFilter(&rows);
+    };
     return velmora::RunProgram(argc, argv, hooks);
 }

@@ -84,7 +84,11 @@ void Missing_File(AppContext& ctx) {
     DeikseAgapi(ctx, 1, t.Current_Track);
     Calculate_Ratings(ctx);
     ctx.ports.shell.Beep(2500, 50);
-    if (ctx.form1.List2.ListCount() - 1 > 0) Report_Fault(ctx, Repeat_Step(ctx));
+    // The walk moves on from the loop, not from here: a Collection on a drive
+    // that is gone would otherwise nest one start inside the last for every
+    // missing file, and tens of thousands of them would run out of stack.
+    if (ctx.form1.List2.ListCount() - 1 > 0)
+        ctx.ports.loop.Post([&ctx] { Report_Fault(ctx, Repeat_Step(ctx)); });
 }
 
 void Fill_Tag_Boxes(AppContext& ctx) {
