@@ -22,7 +22,16 @@ QtEventLoop::~QtEventLoop() {
     m_context.reset();
 }
 
-void QtEventLoop::DoEvents() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+void QtEventLoop::DoEvents() {
+    // Long loops give way once per row, tens of thousands of times, and one
+    // pass of Qt's loop costs far more than a row. Giving way at most every
+    // few milliseconds keeps the window and Esc as lively as a person can
+    // tell, and the loops as fast as their rows.
+    const int64_t now = m_clock->elapsed();
+    if (now - m_last_yield < kYieldSpacingMs && now >= m_last_yield) return;
+    m_last_yield = now;
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
 
 void QtEventLoop::WaitForEvents(int max_ms) {
     if (max_ms <= 0) {

@@ -48,6 +48,8 @@ private:
     // main thread, so queued calls run there whoever posts them.
     std::unique_ptr<QObject> m_context;
     std::unique_ptr<QElapsedTimer> m_clock;
+    static constexpr int64_t kYieldSpacingMs = 4;
+    int64_t m_last_yield = -kYieldSpacingMs;
     std::map<Timer*, std::unique_ptr<Binding>> m_bindings;
 };
 
