@@ -21,6 +21,7 @@
 #include "core/app_context.h"
 #include "core/startup.h"
 #include "playback/transport.h"
+#include "ratings/rating_marks.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
 
@@ -91,6 +92,8 @@ std::string StatusLine(const AppContext& ctx) {
     auto clock = [](const std::string& text) { return text.empty() ? std::string("00:00:00") : text; };
     std::string line = "[" + std::to_string(row + 1) + "/" + std::to_string(f.List2.ListCount()) + "] " + name +
                        "  " + clock(f.Text5[1].Text()) + " / -" + clock(f.Text5[2].Text());
+    // The class as the list shows it: S, A, B, C, X or "-" for Unmarked.
+    if (row >= 0 && row < f.List3_0[1].ListCount()) line += "  [" + f.List3_0[1].List(row) + "]";
     if (!f.Label6.Caption().empty()) line += "  " + f.Label6.Caption();
     if (ctx.ports.player.playState() == PS_Paused) line += "  (paused)";
     return line;
@@ -98,7 +101,7 @@ std::string StatusLine(const AppContext& ctx) {
 
 int Usage() {
     std::cerr << "usage: velmora-cli play FILE.qel [--ao NAME]\n"
-                 "  keys: space pause, n next, p previous, f/b forward/back by the step count, q quit\n";
+                 "  keys: space pause, n next, p previous, f/b forward/back by the step count, r rate, q quit\n";
     return 2;
 }
 
@@ -261,6 +264,7 @@ int Play_Command(int argc, char** argv) {
                 case 'p': Command3_Click(ctx, 1); break;
                 case 'f': Command15_Click(ctx, 0); break;
                 case 'b': Command15_Click(ctx, 1); break;
+                case 'r': Command8_Click(ctx); break;
                 case 'q':
                 case 'Q': quit(); break;
                 default: break;

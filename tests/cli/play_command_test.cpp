@@ -72,6 +72,7 @@ TEST(PlayCommand, PlaysTheCollectionThroughAndEndsWithTheCycle) {
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_NE(run.err.find(kCycleEnd), std::string::npos) << run.err;
     EXPECT_NE(run.err.find("[2/2] tone 1.mp3"), std::string::npos) << "the status names the second Track\n" << run.err;
+    EXPECT_NE(run.err.find("  [-]"), std::string::npos) << "the status shows the Track's class\n" << run.err;
 
     // Leaving saved the Collection as closing the window does, and it still reads.
     EXPECT_GT(fs::last_write_time(collection), written);
