@@ -4,14 +4,17 @@
 #include <unordered_set>
 #include <vector>
 
+#include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
 #include "core/codepage1253.h"
 #include "core/running_report.h"
 #include "core/text_format.h"
+#include "fileops/file_batch_confirm.h"
 #include "fileops/file_engine.h"
 #include "intake/directory_search.h"
+#include "intake/identification.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 
@@ -135,7 +138,26 @@ void Command18_Click(AppContext& ctx, int index) {
     }
     Set_Check2(ctx, 0);
     f.MultiPage1.SetValue(3);
-    if (index == 0) Add_Files_Under_Path(ctx);
+    if (index == 0) {
+        Add_Files_Under_Path(ctx);
+    } else if (!Confirm_File_Batch(ctx, kBatchDelete)) {
+        Removing_Files_Under_Path(ctx);
+    }
+}
+
+void Command4_Click(AppContext& ctx) {
+    Add_Files_Under_Path(ctx);
+    ctx.form1.MultiPage1.SetValue(3);
+    if (Identify_Properties(ctx, kIdentifyContinue)) {
+        ctx.ports.loop.DoEvents();
+        MnuMoreFiltersRemake_Click(ctx);
+    }
+}
+
+void Command5_Click(AppContext& ctx) {
+    if (Confirm_File_Batch(ctx, kBatchDelete)) return;
+    Removing_Files_Under_Path(ctx);
+    MnuMoreFiltersRemake_Click(ctx);
 }
 
 void Add_Files_Under_Path(AppContext& ctx) {

@@ -11,8 +11,14 @@ namespace velmora {
 
 struct AppContext;
 
-// The add button of the search page (index 0).
+// The add (index 0) and remove (index 1) buttons of the search page.
 void Command18_Click(AppContext& ctx, int index);
+// Add and identify: adds the files of the search page, reads the new rows,
+// then offers to remake the filters.
+void Command4_Click(AppContext& ctx);
+// Removes the files of the search page after asking, then offers to remake
+// the filters.
+void Command5_Click(AppContext& ctx);
 
 // Adds every file the search page points at (File1, or the folders of List1)
 // that the Collection does not hold yet.

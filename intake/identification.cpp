@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
@@ -236,7 +237,9 @@ bool Identify_Properties(AppContext& ctx, int mode) {
 
 void MnuMoreFileSizesAll_Click(AppContext& ctx) {
     ctx.form1.MultiPage1.SetValue(3);
-    if (Identify_Properties(ctx, kIdentifyNew)) After_Run(ctx);
+    if (!Identify_Properties(ctx, kIdentifyNew)) return;
+    After_Run(ctx);
+    MnuMoreFiltersRemake_Click(ctx);
 }
 
 void MnuMoreFileSizesUnknonw_Click(AppContext& ctx) {

@@ -223,9 +223,10 @@ TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
     Form1& f = app.ctx.form1;
     app.File(0, 30, "1048576", "128000");
     app.Expect_Run();
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);  // remake the filters
     f.Menus("MnuMoreFileSizesAll").Click.emit();
     EXPECT_TRUE(app.ctx.table.Identified[0]);
-    EXPECT_EQ(f.MultiPage1.Value(), 3);
+    EXPECT_EQ(f.MultiPage1.Value(), 3) << "No to the filters returns to the page of the run";
 
     MenuItem& read = f.Menus("MnuMoreFileSizesReadRatings");
     MenuItem& keep = f.Menus("MnuMoreFileSizesKeepRatings");

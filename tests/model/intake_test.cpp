@@ -6,6 +6,7 @@
 #include "core/constant_tables.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
+#include "intake/file_drop.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -282,6 +283,85 @@ TEST_F(Intake, AddButtonRefusesAnEmptyFileBoxOrNoType) {
     Add_Folder(root + "/a");
     EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Select at least one type of media file"));
     EXPECT_EQ(f.List2.ListCount(), 0);
+}
+
+TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
+    Choose_Types(4);
+    Add_Folder(root + "/a");
+    const auto before = f.List2.Items();
+    ASSERT_EQ(before.size(), 4u);
+
+    // Cancel leaves every Track; the first question speaks of the Collection.
+    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
+    Command18_Click(app.ctx, 1);
+    EXPECT_EQ(f.List2.Items(), before);
+    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "delete selected files from collection"));
+
+    // To the trash: a second question, whose Cancel still keeps everything.
+    app.ctx.settings.Delete_From_Disk = -1;
+    app.ctx.settings.Recycle_Deleted = -1;
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
+    Command5_Click(app.ctx);
+    EXPECT_EQ(f.List2.Items(), before);
+    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Continue?"));
+
+    // Off the disk, then the filters question; No returns to the page it was on.
+    app.ctx.settings.Delete_From_Disk = 0;
+    f.MultiPage1.SetValue(3);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);
+    Command5_Click(app.ctx);
+    EXPECT_EQ(f.List2.ListCount(), 0);
+    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Would you like to remake the song filters?"));
+    EXPECT_EQ(f.MultiPage1.Value(), 2) << "No returns to the page the removal showed";
+}
+
+TEST_F(Intake, AddAndIdentifyAsksToIdentifyAndOnlyThenToRemakeTheFilters) {
+    Choose_Types(4);
+    app.ctx.collection.Collection_Path = app.folder.Str() + "intake.qel";
+    f.Dir1.SetPath(root + "/a/b");
+    Dir1_change(app.ctx);
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);  // identify
+    Command4_Click(app.ctx);
+    EXPECT_EQ(f.List2.ListCount(), 1) << "the files are added whatever the answer";
+    EXPECT_EQ(app.dialogs.Messages().size(), 1u) << "no filters question after a refused identification";
+
+    f.Dir1.SetPath(root + "/cyr");
+    Dir1_change(app.ctx);
+    for (MsgAnswer a : {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::OK})  // identify, save, saved
+        app.dialogs.ExpectMsgBox(a);
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);  // remake the filters
+    Command4_Click(app.ctx);
+    EXPECT_EQ(f.List2.ListCount(), 2);
+    EXPECT_TRUE(app.ctx.table.Identified[0] && app.ctx.table.Identified[1]);
+    EXPECT_EQ(f.MultiPage1.Value(), 1) << "the filters are remade on their own page";
+}
+
+TEST_F(Intake, DroppedFilesPassByTheirLastFourCharactersAndGetTheirColumns) {
+    const std::pair<const char*, bool> names[] = {
+        {"/m/song.mp3", true}, {"/m/piece.midi", true}, {"/m/film.mpeg", true}, {"/m/clip.wmv", true},
+        {"/m/SONG.MP3", false}, {"/m/voice.au", false}, {"/m/notes.txt", false}, {"/m/x.wm", false}};
+    for (const auto& [name, valid] : names) EXPECT_EQ(Is_Droppable_Name(app.ctx, name), valid) << name;
+
+    Choose_Types(4);
+    Add_Folder(root + "/a/b");
+    TrackTable& t = app.ctx.table;
+    t.Current_Track = 0;
+    Accept_Dropped_Files(app.ctx, {root + "/a/b/DEEP.mp3", "/m/new.mp3", "/m/notes.txt", "/m/Песня.mp3",
+                                   "/m/other.wma"});
+    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/a/b/deep.mp3", "/m/new.mp3", "/m/other.wma"}))
+        << "a double by case is not added, nor a name the Collection cannot store";
+    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"00001", "00002", "00003"}));
+    for (const auto& box : f.List3_0) EXPECT_EQ(box.ListCount(), 3);
+    EXPECT_EQ(t.Track_Count, 3);
+    EXPECT_EQ(t.Bound(), 3);
+    EXPECT_EQ(t.Class_Count[0], Currency(3));
+    EXPECT_EQ(f.List2.ListIndex(), 0) << "the current Track stays shown";
+    const std::string& log = f.Text2[0].Text();
+    EXPECT_TRUE(Has(log, "-> Άκυρα Αρχεία - Non Valid Files: 1"));
+    EXPECT_TRUE(Has(log, "Number of Added files = 2"));
+    EXPECT_TRUE(Has(log, "The name cannot be stored in the Collection: /m/Песня.mp3"));
 }
 
 }  // namespace

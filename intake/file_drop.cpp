@@ -1,0 +1,73 @@
+#include "intake/file_drop.h"
+
+#include "catalogue/track_list_totals.h"
+#include "core/app_context.h"
+#include "core/codepage1253.h"
+#include "core/running_report.h"
+#include "core/text_format.h"
+#include "intake/directory_search.h"
+
+namespace velmora {
+
+namespace {
+
+std::string Trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+bool Is_Droppable_Name(const AppContext& ctx, const std::string& name) {
+    const std::string trimmed = Trimmed(name);
+    const std::string tail = trimmed.substr(trimmed.size() > 4 ? trimmed.size() - 4 : 0);
+    for (const std::string& extension : ctx.core.Media_Extensions)
+        if (!extension.empty() && extension.find(tail) != std::string::npos) return true;
+    return false;
+}
+
+void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names) {
+    Form1& f = ctx.form1;
+    TrackTable& t = ctx.table;
+    const int32_t first_number = t.Track_Count;
+    int32_t added = 0, invalid = 0;
+    for (const std::string& name : names) {
+        Log_Line(ctx, name);
+        if (!Is_Droppable_Name(ctx, name)) {
+            ++invalid;
+            continue;
+        }
+        if (!FitsCp1253(name)) {
+            Log_Line(ctx, "-> Το όνομα δεν χωρά στη συλλογή - The name cannot be stored in the Collection: " + name);
+            continue;
+        }
+        if (ListBoxFindString(f.List2, name, -1, true) >= 0) continue;
+        if (f.List2.ListCount() + 1 > kMaxTracks) {
+            ctx.ports.dialogs.MsgBox(kIntakeFullMessage, MsgButtons::OK, MsgIcon::Critical, "");
+            break;
+        }
+        ++added;
+        f.List2.AddItem(name);
+        f.List3_0[0].AddItem(Format(int64_t{added} + first_number, "#00000"));
+        f.List3_0[1].AddItem("-");
+        // The other mirrors and the columns get their rows now as well: the
+        // list is drawn as one table, and the clock, the walk and the saves
+        // read every column by row.
+        f.List3_0[2].AddItem("00:00:00");
+        f.List3_0[3].AddItem("00.00");
+        f.List3_0[4].AddItem("000");
+        if (t.Current_Track >= 0 && t.Current_Track < f.List2.ListCount()) f.List2.SetListIndex(t.Current_Track);
+        Log_Line(ctx, "-> Αριθμός Προστιθέμενων Αρχείων - Number of Added files = " + std::to_string(added));
+    }
+    if (added > 0) {
+        t.Track_Count = f.List2.ListCount();
+        t.Grow_Columns();
+        t.Class_Count[0] += Currency(int64_t{added});
+        if (t.Current_Track < 0) t.Current_Track = 0;
+        Etiketes_Synol_Songs(ctx);
+    }
+    Log_Line(ctx, "-> Άκυρα Αρχεία - Non Valid Files: " + std::to_string(invalid));
+}
+
+}  // namespace velmora
