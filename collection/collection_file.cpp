@@ -1,5 +1,6 @@
 #include "collection/collection_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -171,12 +172,32 @@ void Read_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     if (t.Current_Track < 0) t.Current_Track = 0;
 }
 
+// The main file's length as the writer leaves it: 28 whole records.
+constexpr int64_t kMainFileBytes = int64_t{28} * kMainRecordLength;
+
+// An incremental save rewrites the main file in place when it has the
+// writer's length: then every record lands where it stood, and no field
+// crosses a 512-byte sector, so a save cut short leaves each field old or new.
+bool Main_Fits_In_Place(const std::string& path) {
+    std::error_code ec;
+    return std::filesystem::is_regular_file(path, ec) && std::filesystem::file_size(path, ec) == kMainFileBytes &&
+           !ec;
+}
+
+// Both on one disk, so that one cache flush makes both durable.
+bool Same_Disk(const std::string& a, const std::string& b) {
+    struct stat sa {}, sb {};
+    return ::stat(a.c_str(), &sa) == 0 && ::stat(b.c_str(), &sb) == 0 && sa.st_dev == sb.st_dev;
+}
+
 // Records 1 to 28 of the main file. Records 20 to 28 are never read back.
-void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& disk_failed) {
+// Built new unless in_place, which overwrites the records of the file there
+// and syncs its data only.
+void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& disk_failed, bool in_place = false) {
     const Form1& f = ctx.form1;
     const TrackTable& t = ctx.table;
     const PlaybackState& p = ctx.playback;
-    ::unlink(path.c_str());
+    if (!in_place) ::unlink(path.c_str());
     RecordFile main;
     if (!main.Open(path, kMainRecordLength)) {
         error = disk_failed = true;
@@ -204,7 +225,8 @@ void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& dis
     ok &= main.PutLong(23, ctx.collection.Saves_This_Run);
     for (int k = 0; k < kClassCount; ++k) ok &= main.PutCurrency(23 + k, t.Class_Duration[k]);
     if (!ok) error = true;
-    if (main.WriteFailed() || !main.Sync() || !main.Close()) error = disk_failed = true;
+    if (main.WriteFailed() || !(in_place ? main.SyncData() : main.Sync()) || !main.Close())
+        error = disk_failed = true;
 }
 
 // A side file as it stands, under whichever spelling it has.
@@ -379,9 +401,18 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     std::filesystem::create_directory(std::filesystem::path(paths.filters).parent_path(), ec);
 
     // The main file is built first and takes its place last, once the side
-    // files it describes are on the disk.
+    // files it describes are on the disk. After playing, an incremental save
+    // changes a few rows and the header: those are rewritten in place, the
+    // side files only handed to the disk, and the sync of the main file at
+    // the end flushes the disk's cache once for all three. A cache flush
+    // costs milliseconds, and this save runs after every Track.
     const std::string main_temp = Temp_Path(paths.main);
-    if (!disk_failed) Write_Main(ctx, main_temp, error, disk_failed);
+    const bool main_in_place = !full && Main_Fits_In_Place(paths.main);
+    const Flush side_flush = main_in_place && Same_Disk(paths.main, Existing(paths.files, paths.files_other)) &&
+                                     Same_Disk(paths.main, Existing(paths.filters, paths.filters_other))
+                                 ? Flush::Later
+                                 : Flush::Now;
+    if (!disk_failed && !main_in_place) Write_Main(ctx, main_temp, error, disk_failed);
 
     bool unsaved_row = false;
     if (full) {
@@ -395,7 +426,7 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
         // An incremental save rewrites the records that changed, in place;
         // a whole new file is built aside and renamed into place.
         const bool in_place = !full && Adopt_Writer_Spelling(paths.filters, paths.filters_other) &&
-                              Update_Filters_In_Place(ctx, paths.filters, error, &disk_failed);
+                              Update_Filters_In_Place(ctx, paths.filters, error, &disk_failed, side_flush);
         if (!in_place && !disk_failed) {
             const std::string temp = Temp_Path(paths.filters);
             Write_Filters(ctx, temp, error, &disk_failed);
@@ -412,19 +443,28 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
         if (full) {
             Write_Files(ctx, Temp_Path(paths.files), error, &disk_failed);
         } else if (Adopt_Writer_Spelling(paths.files, paths.files_other)) {
-            Write_Files(ctx, paths.files, error, &disk_failed);
+            Write_Files(ctx, paths.files, error, &disk_failed, side_flush);
         } else {
             disk_failed = true;
         }
     }
     t.Filters_Changed = 0;
 
-    if (!disk_failed) disk_failed = full ? !Commit_Full_Save(paths) : !Replace_File(main_temp, paths.main);
+    if (!disk_failed) {
+        if (full) {
+            disk_failed = !Commit_Full_Save(paths);
+        } else if (main_in_place) {
+            Write_Main(ctx, paths.main, error, disk_failed, true);
+        } else {
+            disk_failed = !Replace_File(main_temp, paths.main);
+        }
+    }
     if (disk_failed) {
         // What stands on the disk is the last Collection saved whole; the
         // next save is to write every row again.
         Settle_Interrupted_Save(paths);
         std::fill(t.Saved.begin(), t.Saved.end(), false);
+        c.Stored_Filters_Known = false;
         error = true;
     }
 

@@ -32,14 +32,19 @@ void Save_Collection(AppContext& ctx, bool question, bool full);
 // The side readers and writers; `error` is set on failure and never cleared.
 // The writers also set *disk_failed when the file itself could not be
 // written or synced, as against a field that could not be stored.
+// With Flush::Later a writer only waits until the disk has taken what it
+// wrote in place; the caller then syncs another file on the same disk.
+enum class Flush { Now, Later };
 void Load_Files(AppContext& ctx, const std::string& path, bool& error);
-void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
+void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr,
+                 Flush flush = Flush::Now);
 void Load_Filters(AppContext& ctx, const std::string& path, bool& error);
 void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
 // Brings the filters side file up to date by rewriting only the records that
 // differ from what it is known to hold; an unchanged file is not touched.
 // False when that is not known, or a count changed: then it is written whole.
-bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
+bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr,
+                             Flush flush = Flush::Now);
 
 // The lists the filters side file holds: the value boxes 1 to 8 of the
 // catalogue (Combo4_0) and the filter rows (List5). A box the window does

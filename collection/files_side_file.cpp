@@ -139,7 +139,7 @@ void Load_Files(AppContext& ctx, const std::string& path, bool& error) {
     }
 }
 
-void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed) {
+void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed, Flush flush) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     RecordFile file;
@@ -185,7 +185,7 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
         if (Progress_Due(i, total)) Draw_Collection_Progress(f, i, total);
     }
     // Nothing is reported as saved before it is on the disk.
-    if (file.WriteFailed() || !file.Sync()) disk_error();
+    if (file.WriteFailed() || !(flush == Flush::Later ? file.WriteOut() : file.Sync())) disk_error();
     if (!file.Close()) disk_error();
     // Rows that did not reach the disk are still to be saved.
     if (failed)

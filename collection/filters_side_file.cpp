@@ -81,6 +81,8 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
 
     auto& stored = ctx.collection.Stored_Filters;
     for (auto& list : stored) list.clear();
+    // What the lists held before the load is not known to match the file.
+    ctx.collection.Stored_Revisions.fill(0);
     for (int k = 0; k < 8 && !ended; ++k) {
         for (int j = 0; j < counts[k] && !ended; ++j) {
             if (!next()) continue;
@@ -147,6 +149,7 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
             }
             c.Stored_Filters[k].push_back(item);
         }
+        c.Stored_Revisions[k] = list->Revision();
     }
 
     if (file.WriteFailed() || !file.Sync()) disk_error();
@@ -156,15 +159,18 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
     c.Stored_Filters_Known = clean;
 }
 
-bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed) {
+bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed,
+                             Flush flush) {
     const FilterLists lists = Filter_Lists(ctx.form1);
     CollectionState& c = ctx.collection;
     if (!c.Stored_Filters_Known || !File_Exists(path)) return false;
     std::array<const std::vector<std::string>*, 9> now{};
+    std::array<uint64_t, 9> revisions{};
     static const std::vector<std::string> kNone;
     for (int k = 0; k < 9; ++k) {
         const ListBox* list = k < 8 ? lists.boxes[k] : lists.rows;
         now[k] = list ? &list->Items() : &kNone;
+        revisions[k] = list ? list->Revision() : 0;
         // Another count moves every record behind it.
         if (now[k]->size() != c.Stored_Filters[k].size()) return false;
     }
@@ -180,6 +186,11 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
     };
     int64_t record = 10;
     for (int k = 0; k < 9 && !broken; ++k) {
+        // A list unchanged since it was stored holds what the file holds.
+        if (revisions[k] != 0 && revisions[k] == c.Stored_Revisions[k]) {
+            record += static_cast<int64_t>(now[k]->size());
+            continue;
+        }
         for (size_t j = 0; j < now[k]->size(); ++j, ++record) {
             const std::string& item = (*now[k])[j];
             if (item == c.Stored_Filters[k][j]) continue;
@@ -195,7 +206,10 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
             c.Stored_Filters[k][j] = item;
         }
     }
-    if (file.IsOpen() && (file.WriteFailed() || !file.Sync() || !file.Close())) disk_error();
+    if (!broken) c.Stored_Revisions = revisions;
+    if (file.IsOpen() &&
+        (file.WriteFailed() || !(flush == Flush::Later ? file.WriteOut() : file.Sync()) || !file.Close()))
+        disk_error();
     c.Stored_Filters_Known = clean;
     return true;
 }

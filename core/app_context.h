@@ -66,6 +66,9 @@ struct CollectionState {
     // incremental save then rewrites only the records that differ.
     std::array<std::vector<std::string>, 9> Stored_Filters;
     bool Stored_Filters_Known = false;
+    // The Revision of each list when Stored_Filters last matched it; 0 when
+    // that is not known and the items must be compared.
+    std::array<uint64_t, 9> Stored_Revisions{};
 };
 
 // The report file beside the log box.

@@ -166,6 +166,10 @@ int ListBox::FindPrefix(std::string_view text, int start) const {
     return -1;
 }
 
-void ListBox::Touch() { Changed.emit(Change::Contents); }
+void ListBox::Touch() {
+    static uint64_t last_revision = 0;
+    m_revision = ++last_revision;
+    Changed.emit(Change::Contents);
+}
 
 }  // namespace velmora

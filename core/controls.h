@@ -89,6 +89,10 @@ public:
     // Replaces all items at once (one notification).
     void Assign(std::vector<std::string> items);
     const std::vector<std::string>& Items() const { return m_items; }
+    // Changes with every change of the items, and is never the same for two
+    // boxes: whoever stored the items can tell they are still the same
+    // without comparing them. 0 for a box whose items never changed.
+    uint64_t Revision() const { return m_revision; }
 
     Signal<> Click;
     Signal<> DblClick;  // raised by the view; the index is already set
@@ -99,6 +103,7 @@ private:
     int SortedPosition(const std::string& text) const;
 
     std::vector<std::string> m_items;
+    uint64_t m_revision = 0;
     std::vector<int64_t> m_item_data;
     std::vector<char> m_selected;
     int m_list_index = -1;

@@ -77,6 +77,7 @@ struct RecordFile::Impl {
     std::string path;
     std::string error;
     int64_t size = 0;  // the file's length, counting what is still buffered
+    int64_t opened_size = 0;
 
     std::vector<char> window;  // read window: bytes [window_start, window_start + window_len)
     int64_t window_start = 0;
@@ -262,6 +263,7 @@ bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
     m.length = record_length;
     m.writable = mode == Mode::ReadWrite;
     m.size = st.st_size;
+    m.opened_size = st.st_size;
     m.window_len = 0;
     m.pending_len = 0;
     // A new length needs new buffers of whole records.
@@ -292,6 +294,31 @@ bool RecordFile::Sync() {
     if (::fsync(m.fd) != 0) {
         m.write_failed = true;
         return m.Fail(SysError("fsync"));
+    }
+    return !m.write_failed;
+}
+
+bool RecordFile::SyncData() {
+    Impl& m = *m_impl;
+    if (m.fd < 0) return m.Fail("the file is not open");
+    if (!m.Flush()) return false;
+    if (::fdatasync(m.fd) != 0) {
+        m.write_failed = true;
+        return m.Fail(SysError("fdatasync"));
+    }
+    return !m.write_failed;
+}
+
+bool RecordFile::WriteOut() {
+    Impl& m = *m_impl;
+    if (m.fd < 0) return m.Fail("the file is not open");
+    if (m.size != m.opened_size) return Sync();
+    if (!m.Flush()) return false;
+    constexpr unsigned kWriteAndWait =
+        SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+    if (::sync_file_range(m.fd, 0, 0, kWriteAndWait) != 0) {
+        m.write_failed = true;
+        return m.Fail(SysError("sync_file_range"));
     }
     return !m.write_failed;
 }

@@ -35,6 +35,14 @@ public:
     bool IsOpen() const;
     // Writes what is buffered and syncs it to the disk.
     bool Sync();
+    // The same without the file's times, which nothing reads back.
+    bool SyncData();
+    // Writes what is buffered and waits until the disk has taken it, but
+    // leaves the disk's cache alone: a sync of another file on the same disk
+    // afterwards makes it durable too, so a save of several files flushes
+    // the cache once. A file that grew since it was opened has a new length
+    // to store and is synced in full here.
+    bool WriteOut();
     int RecordLength() const;
     // Whole records in the file (a partial last record counts as one).
     int64_t RecordCount() const;
