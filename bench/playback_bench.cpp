@@ -104,6 +104,43 @@ void BM_TotalsOfAFullCollection(benchmark::State& state) {
 }
 BENCHMARK(BM_TotalsOfAFullCollection)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
 
+// A Collection whose drive is gone: one press walks every row, each found
+// missing, marked X and logged, the next step posted to the loop.
+void BM_WalkPastAGoneDrive(benchmark::State& state) {
+    const int rows = static_cast<int>(state.range(0));
+    int marked = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        testing::TestApp app;
+        Form_Load(app.ctx);
+        TrackTable& t = app.ctx.table;
+        Form1& f = app.ctx.form1;
+        t.Track_Count = rows;
+        t.Dimension(rows);
+        std::vector<std::string> paths, numbers;
+        for (int i = 0; i < rows; ++i) {
+            paths.push_back("/media/gone/Κομμάτι " + std::to_string(i) + ".mp3");
+            numbers.push_back(Row_Number_Text(i));
+        }
+        f.List2.Assign(paths);
+        for (auto& mirror : f.List3_0) mirror.Assign(numbers);
+        t.Current_Track = 0;
+        state.ResumeTiming();
+        (void)Bres_Kommati(app.ctx);
+        const std::string& log = f.Text2[0].Text();
+        for (int step = 0; step < 4 * rows; ++step) {
+            app.loop.Advance(50);
+            if (step % 64 == 0 && log.find("Every file has been reproduced") != std::string::npos) break;
+        }
+        state.PauseTiming();
+        marked = 0;
+        for (int i = 0; i < rows; ++i) marked += t.Rating_Class[i] == 1;
+        state.ResumeTiming();
+    }
+    state.counters["marked"] = marked;
+}
+BENCHMARK(BM_WalkPastAGoneDrive)->Unit(benchmark::kMillisecond)->Arg(2000)->Arg(32766)->Iterations(1);
+
 }  // namespace
 
 BENCHMARK_MAIN();

@@ -166,6 +166,19 @@ int ListBox::FindPrefix(std::string_view text, int start) const {
     return -1;
 }
 
+void TextBox::SetText(std::string text) {
+    if (m_keep_bytes > 0 && text.size() > m_keep_bytes) {
+        size_t end = text.rfind('\n', m_keep_bytes);
+        if (end == std::string::npos) {
+            // One long line: cut it between characters.
+            end = m_keep_bytes;
+            while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+        }
+        text.resize(end);
+    }
+    Set(m_text, std::move(text), Change::Contents);
+}
+
 void ListBox::Touch() {
     static uint64_t last_revision = 0;
     m_revision = ++last_revision;

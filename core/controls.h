@@ -150,12 +150,17 @@ class TextBox : public Control {
 public:
     using Control::Control;
     const std::string& Text() const { return m_text; }
-    void SetText(std::string text) { Set(m_text, std::move(text), Change::Contents); }
+    void SetText(std::string text);
     bool Locked() const { return m_locked; }
     void SetLocked(bool on) { Set(m_locked, on); }
+    // Keeps at most this many bytes of text, dropping whole lines from the
+    // end: for a log whose newest line comes first, whose every new line
+    // copies all of it. 0 keeps everything.
+    void SetKeepBytes(size_t bytes) { m_keep_bytes = bytes; }
 
 private:
     std::string m_text;
+    size_t m_keep_bytes = 0;
     bool m_locked = false;
 };
 

@@ -10,6 +10,9 @@ Form1::Form1() : FormState("Form1") {
     List5.SetMultiSelect(true);
     List3.SetMultiSelect(true);
     List1.SetMultiSelect(true);
+    // The log keeps its newest lines, some thousands of them: a walk past a
+    // drive that is gone logs every one of its files.
+    Text2[0].SetKeepBytes(kLogKeepBytes);
     Menus("MnuMoreMinimize").SetVisible(true);
     Tray.TopLevel().front()->SetVisible(false);  // only ever a popup
     Frame1.SetCaption("Αναζήτηση Πολυμέσων - Multimedia Search");

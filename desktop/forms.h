@@ -27,6 +27,9 @@ private:
     int m_sel_length = 0;
 };
 
+// What the log box Text2(0) keeps of its text.
+constexpr size_t kLogKeepBytes = 256 * 1024;
+
 // The main window.
 struct Form1 : FormState {
     Form1();

@@ -17,6 +17,7 @@ const char* const kCalculating = "Υπολογισμός Προτιμήσεων.
 // recount of a row.
 constexpr int kProgressEvery = 40;
 constexpr int kProgressTail = 50;
+constexpr int64_t kLogRefreshMs = 50;
 
 // The number of a class letter; -1 for a text that is none of them.
 int Letter_Class(const std::string& letter) {
@@ -77,6 +78,7 @@ void Calculate_Ratings(AppContext& ctx) {
     const int total = f.List2.ListCount();
     const int rows = std::min(total, t.Bound() + 1);
     int rating = 0;  // a letter that is none of the six keeps the row before's
+    int64_t shown_at = loop.TickCount();
     for (int i = 0, n = 0; i < rows; ++i) {
         t.Total_Size += t.File_Size[i];
         t.Total_Duration += t.Duration[i];
@@ -92,7 +94,13 @@ void Calculate_Ratings(AppContext& ctx) {
         ++n;
         if (n % kProgressEvery == 0 || n > total - kProgressTail) {
             Show_Progress(f, n, total, 1);
-            log.SetText(head + "\n" + Str(int64_t{i} + 1) + " - " + Str(int64_t{t.Track_Count}) + "\n" + before);
+            // Each count rewrites the whole log: a few a second are all an
+            // eye can follow, and a recount runs once per missing file.
+            const int64_t tick = loop.TickCount();
+            if (n == rows || tick - shown_at >= kLogRefreshMs) {
+                shown_at = tick;
+                log.SetText(head + "\n" + Str(int64_t{i} + 1) + " - " + Str(int64_t{t.Track_Count}) + "\n" + before);
+            }
         }
         loop.DoEvents();
         if (ctx.core.Esc_Key == 27) {
