@@ -1,7 +1,10 @@
 #include "desktop/handlers.h"
 
+#include "catalogue/filter_building.h"
 #include "core/app_context.h"
 #include "core/startup.h"
+#include "intake/add_remove.h"
+#include "intake/directory_search.h"
 #include "intake/identification.h"
 #include "playback/play_modes.h"
 #include "playback/play_state.h"
@@ -91,6 +94,26 @@ void Wire_Handlers(AppContext& ctx) {
     on(m("MnuFavorAuto2").Click, MnuFavorAuto2_Click);
     for (int i = 0; i < 2; ++i) on_index(m("MnumoreStar_Active", i).Click, MnumoreStar_Active_Click, i);
     for (int i = 0; i < 4; ++i) on_index(m("MnumoreStar_Colors", i).Click, MnumoreStar_Colors_Click, i);
+
+    // The search page. The folder box lists the folder it is set to before
+    // its change is told, as a classic folder box does on its own; the
+    // drive and folder boxes tell a change made by the logic as well.
+    links.push_back(f.Dir1.PathChange.connect([&ctx] {
+        Refresh_Dir_List(ctx.form1.Dir1);
+        Dir1_change(ctx);
+    }));
+    on(f.Drive1.PathChange, Drive1_Change);
+    on(f.List3.Click, List3_Click);
+    for (int i = 0; i < 5; ++i) on_index(f.Command7[i].Click, Command7_Click, i);
+    for (int i = 0; i < 2; ++i) on_index(f.Command1[i].Click, Command1_Click, i);
+    on(f.Check2.Click, Check2_Click);
+    on(f.Command2.Click, Command2_Click);
+    for (int i = 0; i < 2; ++i) on_index(f.Command18[i].Click, Command18_Click, i);
+    on(f.Command4.Click, Command4_Click);
+    on(f.Command5.Click, Command5_Click);
+
+    // The Filters menu.
+    on(m("MnuMoreFiltersRemake").Click, MnuMoreFiltersRemake_Click);
 
     // Identification, from the Filters menu.
     on(m("MnuMoreFileSizesAll").Click, MnuMoreFileSizesAll_Click);

@@ -3,6 +3,8 @@
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -11,6 +13,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -28,6 +31,7 @@
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 #include "desktop/qt/rating_view.h"
+#include "desktop/qt/search_page_view.h"
 #include "desktop/qt/track_list_model.h"
 #include "desktop/qt/transport_view.h"
 #include "platform/qt_shell.h"
@@ -93,6 +97,15 @@ void ApplyLook(QWidget& widget, const Control& control) {
     widget.setToolTip(Q(control.ToolTip()));
 }
 
+// The local files among the dragged addresses; a drag with none is refused.
+std::vector<std::string> LocalFiles(const QMimeData* data) {
+    std::vector<std::string> names;
+    if (!data || !data->hasUrls()) return names;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) names.push_back(url.toLocalFile().toStdString());
+    return names;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
@@ -125,6 +138,8 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     split->setSizes({640, 440});
     layout->addWidget(split, 1);
     setCentralWidget(central);
+    // Files dragged from the desktop's file manager join the Collection.
+    setAcceptDrops(true);
 
     m_subscriptions.push_back(form.Changed.connect([this](Change) { ApplyForm(); }));
     qApp->installEventFilter(this);
@@ -245,9 +260,18 @@ QWidget* MainWindow::BuildPages() {
     shared_column->addWidget(BuildFrame(m_form.Frame4));
     shared_column->addWidget(BuildFrame(m_form.Frame12));
     m_pages->addWidget(shared);
-    m_pages->addWidget(BuildFrame(m_form.Frame1));
-    m_pages->addWidget(BuildFrame(m_form.Frame8));
-    m_pages->addWidget(BuildFrame(m_form.Frame6));
+    m_search = new SearchPageView(m_form, m_pages);
+    m_pages->addWidget(&m_search->SearchPage());
+    m_pages->addWidget(&m_search->FoldersPage());
+    for (CaptionControl* frame : {&m_form.Frame1, &m_form.Frame8})
+        m_subscriptions.push_back(frame->Changed.connect([this](Change) { UpdatePageTips(); }));
+    // Each frame stands inside its page: the page group shows the page, the
+    // frame's own visible state shows the frame.
+    auto* results = new QWidget(m_pages);
+    auto* results_column = new QVBoxLayout(results);
+    results_column->setContentsMargins(0, 0, 0, 0);
+    results_column->addWidget(BuildFrame(m_form.Frame6));
+    m_pages->addWidget(results);
     column->addWidget(m_pages, 1);
 
     connect(m_page_tabs, &QTabBar::currentChanged, this, [this](int page) {
@@ -430,6 +454,25 @@ void MainWindow::changeEvent(QEvent* event) {
     // The user minimised or maximised the window through the desktop.
     const Qt::WindowStates state = windowState();
     m_form.SetWindowState(state & Qt::WindowMinimized ? 1 : state & Qt::WindowMaximized ? 2 : 0);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalFiles(event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event) {
+    if (!LocalFiles(event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    std::vector<std::string> names = LocalFiles(event->mimeData());
+    if (names.empty()) return;
+    event->acceptProposedAction();
+    // The file manager waits for the drop to end; the files are taken in
+    // when the loop next turns, not while it waits.
+    QTimer::singleShot(0, this, [this, names = std::move(names)] {
+        if (m_on_drop) m_on_drop(names);
+    });
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -6,12 +6,16 @@
 
 #include <array>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "core/signal.h"
 
 class QGroupBox;
 class QItemSelection;
+class QDragEnterEvent;
+class QDragMoveEvent;
+class QDropEvent;
 class QKeyEvent;
 class QMenu;
 class QPlainTextEdit;
@@ -26,6 +30,7 @@ class CaptionControl;
 using CommandButton = CaptionControl;
 class MenuView;
 class QtShell;
+class SearchPageView;
 class TrackListModel;
 class TransportView;
 
@@ -44,16 +49,23 @@ public:
     void SetTrayClickHandler(std::function<void()> handler) { m_on_tray_click = std::move(handler); }
     // The user closes the window.
     void SetCloseHandler(std::function<void()> handler) { m_on_close = std::move(handler); }
+    // Local files dropped on the window, their paths in UTF-8.
+    using DropHandler = std::function<void(const std::vector<std::string>&)>;
+    void SetDropHandler(DropHandler handler) { m_on_drop = std::move(handler); }
 
     QTableView& TrackView() const { return *m_tracks; }
     TransportView& Transport() const { return *m_transport; }
     TrackListModel& TrackModel() const { return *m_model; }
+    SearchPageView& SearchPage() const { return *m_search; }
     const MenuView& MenuActions() const { return *m_menus; }
     QMenu& TrayMenu() const { return *m_tray_menu; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -82,6 +94,7 @@ private:
     MenuView* m_menus = nullptr;
     QMenu* m_tray_menu = nullptr;
     TransportView* m_transport = nullptr;
+    SearchPageView* m_search = nullptr;
     TrackListModel* m_model = nullptr;
     QTableView* m_tracks = nullptr;
     QTabBar* m_page_tabs = nullptr;
@@ -90,6 +103,7 @@ private:
 
     std::function<void()> m_on_tray_click;
     std::function<void()> m_on_close;
+    DropHandler m_on_drop;
 
     bool m_syncing = false;       // the view is being set from the controls
     bool m_log_pending = false;   // a redraw of the log is queued

@@ -13,12 +13,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "desktop/qt/program.h"
 
 #include "core/app_context.h"
 #include "core/startup.h"
 #include "desktop/qt/main_window.h"
+#include "intake/directory_search.h"
+#include "intake/file_drop.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
@@ -61,6 +64,18 @@ void QuitOnSignals(QApplication& app) {
     for (int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
 }
 
+// The mount point that holds the folder: the longest of the drive box's
+// entries that the folder begins with.
+std::string DriveOf(const velmora::FileSystemBox& drives, const std::string& folder) {
+    std::string best = "/";
+    for (const std::string& point : drives.Items()) {
+        const bool holds = folder == point || (folder.rfind(point, 0) == 0 && !point.empty() &&
+                                               (point.back() == '/' || folder[point.size()] == '/'));
+        if (holds && point.size() > best.size()) best = point;
+    }
+    return best;
+}
+
 std::string DataHome() {
     const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
     if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
@@ -77,6 +92,9 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
         return 2;
     }
     QApplication app(argc, argv);
+    // The folder boxes start where the program was started, before the
+    // start-up moves into the program's folder.
+    const std::string start_folder = QDir::currentPath().toStdString();
     // libmpv reads numbers with the C library and refuses to start under a
     // locale whose decimal point is not '.'; QApplication has just set one.
     std::setlocale(LC_NUMERIC, "C");
@@ -116,12 +134,20 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
         unload();
         QApplication::quit();
     });
+    window.SetDropHandler([&ctx](const std::vector<std::string>& names) { Accept_Dropped_Files(ctx, names); });
+    Refresh_Drive_List(ctx.form1.Drive1);
     // The session may end the program without closing the window first.
     QObject::connect(&app, &QCoreApplication::aboutToQuit, [&] { unload(); });
     QuitOnSignals(app);
 
     if (hooks.before_load) hooks.before_load(window);
     Form_Load(ctx);
+    // A Collection names the folder the search page last showed; without
+    // one, the page opens where the program was started.
+    if (ctx.form1.Dir1.Path().empty()) {
+        ctx.form1.Drive1.SetPath(DriveOf(ctx.form1.Drive1, start_folder));
+        ctx.form1.Dir1.SetPath(start_folder);
+    }
     const int code = QApplication::exec();
     unload();
     return code;

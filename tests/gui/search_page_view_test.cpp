@@ -1,0 +1,266 @@
+// The search page over a whole program on the test doubles: a folder tree
+// searched and taken in by the user's hand on the widgets, the page following
+// the controls, and files dropped on the window.
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "core/startup.h"
+#include "desktop/qt/main_window.h"
+#include "desktop/qt/track_list_model.h"
+#include "intake/file_drop.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+void Settle() {
+    QApplication::processEvents();
+    QApplication::processEvents();
+}
+
+QStringList Rows(const QListWidget& list) {
+    QStringList rows;
+    for (int i = 0; i < list.count(); ++i) rows << list.item(i)->text();
+    return rows;
+}
+
+void Touch(const fs::path& file) {
+    fs::create_directories(file.parent_path());
+    std::ofstream(file) << "x";
+}
+
+class SearchPage : public ::testing::Test {
+protected:
+    SearchPage() {
+        app.ctx.program_folder = app.folder.Str();
+        Form_Load(app.ctx);
+        window.resize(1200, 860);
+        window.show();
+        Settle();
+    }
+
+    template <class W>
+    W& Widget(const char* name) {
+        W* widget = window.findChild<W*>(QString::fromUtf8(name));
+        if (!widget) throw std::runtime_error(std::string("no widget ") + name);
+        return *widget;
+    }
+
+    void SavePicture(const char* name) {
+        const QString png = QCoreApplication::applicationDirPath() + "/test-output/" + name;
+        QDir().mkpath(QCoreApplication::applicationDirPath() + "/test-output");
+        ASSERT_TRUE(window.grab().save(png));
+        std::printf("search page drawn to %s\n", qPrintable(png));
+    }
+
+    testing::TestApp app;
+    Form1& form = app.ctx.form1;
+    MainWindow window{app.ctx.form1, app.ctx.core.Esc_Key};
+};
+
+TEST_F(SearchPage, SearchesAndAddsByTheWidgets) {
+    const fs::path root = app.folder.Path() / "Μουσική";
+    Touch(root / "Χατζιδάκις" / "Ο κύκλος.mp3");
+    Touch(root / "Χατζιδάκις" / "Live" / "Ζωντανά.wma");
+    Touch(root / "Video" / "clip.wmv");
+    Touch(root / "Κείμενα" / "notes.txt");
+    Touch(root / "ΦΩΝΗ.MP3");
+    Touch(root / "Πρόλογος.mp3");
+
+    form.MultiPage1.SetValue(2);
+    // The user opens the folder from the folder box.
+    form.Dir1.SetPath(app.folder.Str());
+    Settle();
+    QListWidget& folders = Widget<QListWidget>("Dir1");
+    const QList<QListWidgetItem*> hits = folders.findItems("Μουσική", Qt::MatchEndsWith);
+    ASSERT_EQ(hits.size(), 1);
+    Q_EMIT folders.itemActivated(hits.front());
+    Settle();
+    EXPECT_EQ(form.Dir1.Path(), root.string());
+    // The way down to the folder, then its subfolders one step further in.
+    const QStringList shown = Rows(folders);
+    ASSERT_GE(shown.size(), 5);
+    EXPECT_EQ(shown.first(), QStringLiteral("/"));
+    EXPECT_EQ(shown[shown.size() - 4].trimmed(), QStringLiteral("Μουσική"));
+    EXPECT_EQ(shown.last(), QString(shown[shown.size() - 4]).replace("Μουσική", "  Χατζιδάκις"));
+    EXPECT_EQ(shown[shown.size() - 3].trimmed(), QStringLiteral("Video"));
+
+    // "All" chooses every type; the file box then shows the folder's media,
+    // capitals too.
+    Widget<QPushButton>("Command7(0)").click();
+    Settle();
+    EXPECT_EQ(Widget<QListWidget>("List3").selectedItems().size(), 32);
+    EXPECT_EQ(Rows(Widget<QListWidget>("File1")), QStringList({"Πρόλογος.mp3", "ΦΩΝΗ.MP3"}));
+
+    // The subfolder switch searches; the found folders and the counts show.
+    Widget<QCheckBox>("Check2").click();
+    Settle();
+    EXPECT_TRUE(Widget<QCheckBox>("Check2").isChecked());
+    EXPECT_TRUE(Widget<QGroupBox>("Frame1").isEnabled());
+    // The wmv counts twice, from both of its rows in the type list; the
+    // capital name not at all.
+    EXPECT_EQ(Widget<QGroupBox>("Frame8").title(),
+              QStringLiteral("Υποφάκελοι - Subdirectories --> 4 Αρχεία - Files ---> 5"));
+    const QString base = QString::fromStdString(root.string());
+    EXPECT_EQ(Rows(Widget<QListWidget>("List1")),
+              QStringList({base + "/", base + "/Video/", base + "/Χατζιδάκις/", base + "/Χατζιδάκις/Live/"}));
+    EXPECT_TRUE(Widget<QLineEdit>("Text2(2)").text().isEmpty());
+
+    form.MultiPage1.SetValue(3);
+    Settle();
+    SavePicture("search_page_folders.png");
+    form.MultiPage1.SetValue(2);
+    Settle();
+    SavePicture("search_page.png");
+
+    // Adding takes the files of the folder box: the subfolder switch goes off.
+    Widget<QPushButton>("Command18(0)").click();
+    Settle();
+    EXPECT_FALSE(Widget<QCheckBox>("Check2").isChecked());
+    ASSERT_EQ(form.List2.ListCount(), 2);
+    EXPECT_EQ(window.TrackModel().rowCount(), 2);
+    EXPECT_TRUE(Widget<QPlainTextEdit>("Text2(1)").toPlainText().contains("Number of Added files : 2"));
+}
+
+TEST_F(SearchPage, FollowsTheControls) {
+    form.MultiPage1.SetValue(2);
+    Settle();
+
+    // A search disables the frame; the stop button beside it stays in reach.
+    form.Frame1.SetEnabled(false);
+    form.Command2.SetEnabled(true);
+    EXPECT_FALSE(Widget<QPushButton>("Command18(0)").isEnabled());
+    EXPECT_TRUE(Widget<QPushButton>("Command2").isEnabled());
+    form.Frame1.SetEnabled(true);
+    // A frame that changes on another page stays out of sight.
+    form.Frame8.SetCaption("Υποφάκελοι - Subdirectories --> 0");
+    Settle();
+    EXPECT_FALSE(Widget<QGroupBox>("Frame8").isVisible());
+    EXPECT_TRUE(Widget<QGroupBox>("Frame1").isVisible());
+
+    // A list filled while hidden is drawn once, when it shows.
+    form.MultiPage1.SetValue(3);
+    Settle();
+    QListWidget& found = Widget<QListWidget>("List1");
+    int resets = 0;
+    QObject::connect(found.model(), &QAbstractItemModel::rowsInserted, [&] { ++resets; });
+    form.List1.SetVisible(false);
+    for (int i = 0; i < 500; ++i) {
+        form.List1.AddItem("/m/" + std::to_string(i) + "/");
+        QApplication::processEvents();
+    }
+    EXPECT_FALSE(found.isVisible());
+    EXPECT_EQ(found.count(), 0);
+    form.List1.SetVisible(true);
+    Settle();
+    EXPECT_EQ(found.count(), 500);
+    EXPECT_EQ(resets, 1);
+
+    form.List1.SetSelected(3, true);
+    form.Frame8.SetCaption("Υποφάκελοι - Subdirectories --> 1");
+    form.Command1[0].SetCaption("Κανένας - None");
+    form.Frame10.SetVisible(false);
+    Settle();
+    EXPECT_EQ(found.selectedItems().size(), 1);
+    EXPECT_TRUE(found.item(3)->isSelected());
+    EXPECT_EQ(Widget<QGroupBox>("Frame8").title(), QStringLiteral("Υποφάκελοι - Subdirectories --> 1"));
+    EXPECT_EQ(Widget<QPushButton>("Command1(0)").text(), QStringLiteral("Κανένας - None"));
+    EXPECT_FALSE(Widget<QGroupBox>("Frame10").isVisible());
+}
+
+TEST_F(SearchPage, UserChoicesReachTheControls) {
+    form.MultiPage1.SetValue(3);
+    form.Check2.SetValue(1);
+    form.Frame10.SetVisible(true);
+    form.List1.SetEnabled(true);
+    form.List1.Assign({"/a/", "/b/", "/c/"});
+    Settle();
+
+    int clicks = 0;
+    auto sub = form.List1.Click.connect([&] { ++clicks; });
+    QListWidget& found = Widget<QListWidget>("List1");
+    found.setCurrentRow(2, QItemSelectionModel::ClearAndSelect);
+    found.setCurrentRow(0, QItemSelectionModel::Select);
+    Settle();
+    EXPECT_TRUE(form.List1.Selected(0));
+    EXPECT_FALSE(form.List1.Selected(1));
+    EXPECT_TRUE(form.List1.Selected(2));
+    EXPECT_EQ(form.List1.ListIndex(), 0);
+    EXPECT_EQ(clicks, 1);
+
+    // Choosing one option button of a pair clears the other.
+    Widget<QRadioButton>("Option1_1").click();
+    EXPECT_EQ(form.Option1_1.Value(), 1);
+    EXPECT_EQ(form.Option1_0.Value(), 0);
+    Widget<QRadioButton>("Option1_0").click();
+    EXPECT_EQ(form.Option1_0.Value(), 1);
+    EXPECT_EQ(form.Option1_1.Value(), 0);
+    EXPECT_FALSE(Widget<QRadioButton>("Option1_1").isChecked());
+
+    // "Invert" is told to its handler, which flips every row.
+    Widget<QPushButton>("Command1(1)").click();
+    Settle();
+    EXPECT_EQ(found.selectedItems().size(), 1);
+    EXPECT_TRUE(found.item(1)->isSelected());
+
+    // The drive box moves the folder box to the chosen drive.
+    form.Drive1.Assign({"/", app.folder.Path().string()});
+    Settle();
+    QComboBox& drives = Widget<QComboBox>("Drive1");
+    ASSERT_EQ(drives.count(), 2);
+    drives.setCurrentIndex(1);
+    Q_EMIT drives.activated(1);
+    EXPECT_EQ(form.Drive1.Path(), app.folder.Path().string());
+    EXPECT_EQ(form.Dir1.Path(), app.folder.Path().string());
+}
+
+TEST_F(SearchPage, DroppedLocalFilesJoinTheCollection) {
+    std::vector<std::string> dropped;
+    window.SetDropHandler([&](const std::vector<std::string>& names) {
+        dropped = names;
+        Accept_Dropped_Files(app.ctx, names);
+    });
+    QMimeData remote;
+    remote.setUrls({QUrl("https://example.org/song.mp3")});
+    QDragEnterEvent refused(QPoint(20, 20), Qt::CopyAction, &remote, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &refused);
+    EXPECT_FALSE(refused.isAccepted());
+
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile("/μουσική/Ο κύκλος.mp3"), QUrl("https://example.org/x.mp3"),
+                   QUrl::fromLocalFile("/m/notes.txt"), QUrl::fromLocalFile("/m/clip #1.avi")});
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &drop);
+    Settle();
+    EXPECT_EQ(dropped, std::vector<std::string>({"/μουσική/Ο κύκλος.mp3", "/m/notes.txt", "/m/clip #1.avi"}));
+    EXPECT_EQ(form.List2.Items(), std::vector<std::string>({"/μουσική/Ο κύκλος.mp3", "/m/clip #1.avi"}));
+    EXPECT_EQ(window.TrackModel().rowCount(), 2);
+}
+
+}  // namespace
+}  // namespace velmora
