@@ -217,18 +217,4 @@ std::string FoldCase(std::string_view utf8) {
     return out;
 }
 
-bool EqualsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (FoldedByte(a, i) != FoldedByte(b, i)) return false;
-    return true;
-}
-
-bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
-    if (prefix.size() > text.size()) return false;
-    for (size_t i = 0; i < prefix.size(); ++i)
-        if (FoldedByte(prefix, i) != FoldedByte(text, i)) return false;
-    return true;
-}
-
 }  // namespace velmora

@@ -20,7 +20,5 @@ bool FitsCp1253(std::string_view utf8);
 // accented forms (Ά -> ά); other characters stay as they are. The folded
 // text has the same length in bytes as the original.
 std::string FoldCase(std::string_view utf8);
-bool EqualsNoCase(std::string_view a, std::string_view b);
-bool StartsWithNoCase(std::string_view text, std::string_view prefix);
 
 }  // namespace velmora

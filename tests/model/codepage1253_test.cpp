@@ -94,23 +94,5 @@ TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
     EXPECT_EQ(changed, 59);
 }
 
-TEST(Codepage1253, ComparesWithoutCase) {
-    EXPECT_TRUE(EqualsNoCase("ΣΩΣΤΟ Song", "σωστο SONG"));
-    EXPECT_TRUE(EqualsNoCase("Άλμπουμ", "άλμπουμ"));
-    EXPECT_TRUE(EqualsNoCase("", ""));
-    EXPECT_FALSE(EqualsNoCase("Σ", "ς"));
-    EXPECT_FALSE(EqualsNoCase("ab", "abc"));
-    EXPECT_FALSE(EqualsNoCase("Α", "Β"));
-    // Σ folds to CF 83; U+03E3 is CF A3: the second bytes match raw but not folded.
-    EXPECT_FALSE(EqualsNoCase("\xCE\xA3", "\xCF\xA3"));
-
-    EXPECT_TRUE(StartsWithNoCase("Θέμα Ένα", "θέμα"));
-    EXPECT_TRUE(StartsWithNoCase("ΣΑΒΒΑΣ", "σα"));
-    EXPECT_TRUE(StartsWithNoCase("x", ""));
-    EXPECT_FALSE(StartsWithNoCase("abc", "ABCD"));
-    EXPECT_TRUE(StartsWithNoCase("ΣΑ", "σ"));
-    EXPECT_FALSE(StartsWithNoCase("ΣΑ", "ς"));
-}
-
 }  // namespace
 }  // namespace velmora

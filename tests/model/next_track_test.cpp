@@ -6,6 +6,7 @@
 #include <climits>
 #include <filesystem>
 #include <numeric>
+#include <tuple>
 
 #include "playback_fixture.h"
 #include "playback/transport.h"
@@ -39,14 +40,11 @@ TEST(Walk, OnePressPlaysEveryTrackOnceNumberedInTheOrderPlayed) {
         // Replay_Mode 0: the engine is stopped and let go, and stays so.
         EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
         EXPECT_EQ(app.player.URL(), "");
-        EXPECT_EQ(app.ctx.table.Played_Count, 0);
-        EXPECT_EQ(app.ctx.table.Played_High, 0);
-        EXPECT_TRUE(std::all_of(app.ctx.table.Played_Number.begin(), app.ctx.table.Played_Number.end(),
-                                [](int n) { return n == 0; }));
+        EXPECT_EQ(std::tuple(app.ctx.table.Played_Count, app.ctx.table.Played_High), std::tuple(0, 0));
+        EXPECT_EQ(app.ctx.table.Played_Number, std::vector<int32_t>(301, 0));
         app.loop.Advance(60'000);
         EXPECT_EQ(app.started.size(), 300u);
-        EXPECT_EQ(app.ctx.form1.Command11.Picture(), "stop");
-        EXPECT_EQ(app.ctx.playback.Window_Icon, 102);
+        EXPECT_EQ(std::tuple(app.ctx.form1.Command11.Picture(), app.ctx.playback.Window_Icon), std::tuple("stop", 102));
     }
 }
 
@@ -74,8 +72,7 @@ TEST(Walk, ReplayModes) {
         ASSERT_TRUE(app.RunToCycleEnd(60'000));
         app.loop.Advance(1000);
         ASSERT_GE(app.started.size(), 6u);
-        EXPECT_EQ(app.started[5].row, 0);
-        EXPECT_EQ(app.started[5].number, 1);
+        EXPECT_EQ(std::tuple(app.started[5].row, app.started[5].number), std::tuple(0, 1));
         EXPECT_NE(app.player.URL(), "");
     }
     {
@@ -163,9 +160,7 @@ TEST(Walk, ClassRestrictionsInTheWalk) {
         t.Rating_Class[1] = 0;
         t.Current_Track = 4;
         ASSERT_TRUE(Bres_Kommati(app.ctx).ok());
-        EXPECT_EQ(app.ctx.playback.Walk_Mark, -1);
-        EXPECT_EQ(t.Current_Track, 1);
-        EXPECT_EQ(t.Played_Number[1], 1);
+        EXPECT_EQ(std::tuple(app.ctx.playback.Walk_Mark, t.Current_Track, t.Played_Number[1]), std::tuple(-1, 1, 1));
     }
     {
         SCOPED_TRACE("nothing of a chosen class left: the cycle ends at once, clearing every number");
@@ -212,9 +207,8 @@ TEST(Walk, EdgesOfTheListAndFaults) {
         t.Current_Track = 9;
         t.Played_Count = 7;
         ASSERT_TRUE(Step_Forward(app.ctx).ok());
-        EXPECT_EQ(t.Current_Track, 1) << "repaired to row 0, whose number makes the walk move on";
-        EXPECT_EQ(t.Played_Count, 1);
-        EXPECT_EQ(t.Played_Number[1], 1);
+        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Count, t.Played_Number[1]), std::tuple(1, 1, 1))
+            << "repaired to row 0, whose number makes the walk move on";
     }
     {
         SCOPED_TRACE("overflow is a fault of the procedure, not a wrap");
@@ -262,8 +256,7 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
     std::filesystem::remove(single.Path(0));
     single.Press();
     single.loop.RunPosted();
-    EXPECT_EQ(single.ctx.table.Rating_Class[0], 1);
-    EXPECT_EQ(single.ctx.table.Current_Track, 0);
+    EXPECT_EQ(std::tuple(single.ctx.table.Rating_Class[0], single.ctx.table.Current_Track), std::tuple(1, 0));
     EXPECT_EQ(single.player.URL(), "") << "with one row nothing moves";
 }
 

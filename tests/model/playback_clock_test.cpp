@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "playback_fixture.h"
 
 namespace velmora {
@@ -77,10 +79,8 @@ TEST(Clock, TheDisplaysTheTrayTipAndTheCountsFollowPlaying) {
     app.Press();
     app.loop.Advance(5'400);
     Form1& f = app.ctx.form1;
-    EXPECT_EQ(f.Text5[1].Text(), "00:00:05");
-    EXPECT_EQ(f.Text5[2].Text(), "00:00:25");
-    EXPECT_EQ(f.Text5[3].Text(), "001.50Gb");
-    EXPECT_EQ(f.Text5[4].Text(), "096");
+    EXPECT_EQ(std::tuple(f.Text5[1].Text(), f.Text5[2].Text(), f.Text5[3].Text(), f.Text5[4].Text()),
+              std::tuple("00:00:05", "00:00:25", "001.50Gb", "096"));
     EXPECT_TRUE(app.shell.tray_tip.starts_with("No(0) -> 00:00:05< *** >00:00:25\n - ")) << app.shell.tray_tip;
     EXPECT_EQ(f.Label2[0].Caption(),
               "Τώρα - Now:  000:00:00:05   Σύνολο - Sum:   000:00:01:00   Ακόμη - Left:    000:00:00:55");
@@ -90,14 +90,12 @@ TEST(Clock, TheDisplaysTheTrayTipAndTheCountsFollowPlaying) {
     (void)app.player.pause();
     app.loop.Advance(10'000);
     EXPECT_EQ(c.Stat_Seconds, 5) << "no listening time while paused";
-    EXPECT_EQ(f.Command11.Picture(), "pause");
-    EXPECT_EQ(app.ctx.playback.Window_Icon, 101);
+    EXPECT_EQ(std::tuple(f.Command11.Picture(), app.ctx.playback.Window_Icon), std::tuple("pause", 101));
     EXPECT_TRUE(f.Tray("mnusystemtraypause").Checked());
 
     (void)app.player.play();
     app.loop.Advance(30'000);
-    EXPECT_EQ(app.ctx.table.Current_Track, 1);
-    EXPECT_EQ(c.Stat_Files, 1);
+    EXPECT_EQ(std::tuple(app.ctx.table.Current_Track, c.Stat_Files), std::tuple(1, 1));
     EXPECT_FALSE(f.Tray("mnusystemtraypause").Checked());
     EXPECT_EQ(app.ctx.playback.Played_Duration, Currency(30)) << "the Track played before counts whole";
     EXPECT_TRUE(app.shell.tray_tip.ends_with("< - >00:00:26\n - track_001.mp3")) << app.shell.tray_tip;

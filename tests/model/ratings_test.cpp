@@ -84,8 +84,7 @@ TEST(Ratings, TheSameTrayClassTwiceClearsTheMarkAndLogsBothWays) {
                                   " has been deleted from Favorites -* A *-\n",
                               0),
               0u);
-    EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked());
-    EXPECT_FALSE(app.Tray("TrayFavorA").Checked());
+    EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked() && !app.Tray("TrayFavorA").Checked());
     // A plain press now counts on from Unmarked.
     app.ctx.form1.Command8.Click.emit();
     EXPECT_EQ(t.Rating_Class[0], 1);
@@ -175,8 +174,7 @@ TEST(Ratings, SelectFavorTakesItsOwnCodes) {
     app.Menu("MnuMoreClassX").Click.emit();
     EXPECT_TRUE(selected().empty());
     EXPECT_EQ(f.List3_0[2].SelCount(), 0);
-    EXPECT_TRUE(app.Menu("MnuMoreClassX").Checked());
-    EXPECT_FALSE(app.Menu("MnuMoreClassAll").Checked());
+    EXPECT_TRUE(app.Menu("MnuMoreClassX").Checked() && !app.Menu("MnuMoreClassAll").Checked());
     EXPECT_EQ(app.Log().substr(0, app.Log().find("\n\n") + 2),
               app.Now() + "-> Αριθμός αρχείων : 0 : Number of files\nΜέγεθος (Mbytes): 0 :Size (Mbytes)\n\n");
 }
@@ -191,19 +189,16 @@ TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
     }
     t.Current_Track = 0;
     f.Menus("MnuMorePlayS").Click.emit();
-    EXPECT_EQ(t.Class_Play[5], -1);
-    EXPECT_EQ(t.Any_Class_Play, -1);
-    EXPECT_FALSE(f.Menus("MnuMorePlayAll").Checked());
-    EXPECT_TRUE(f.Tray("TrayFavorPlayS").Checked());
+    EXPECT_EQ(std::tuple(t.Class_Play[5], t.Any_Class_Play), std::tuple(-1, -1));
+    EXPECT_TRUE(!f.Menus("MnuMorePlayAll").Checked() && f.Tray("TrayFavorPlayS").Checked());
     EXPECT_EQ(f.Menus("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only ! ");
-    EXPECT_EQ(app.ctx.ratings.Class_Total_Duration, Currency(4));
-    EXPECT_EQ(app.ctx.ratings.Class_Total_Count, 2);
+    EXPECT_EQ(std::tuple(app.ctx.ratings.Class_Total_Duration, app.ctx.ratings.Class_Total_Count),
+              std::tuple(Currency(4), 2));
 
     f.Tray("TrayFavorPlayS").Click.emit();
     EXPECT_EQ(t.Class_Play, (std::array<int16_t, 6>{}));
     EXPECT_EQ(t.Any_Class_Play, 0);
-    EXPECT_TRUE(f.Menus("MnuMorePlayAll").Checked());
-    EXPECT_TRUE(f.Tray("TrayFavorPlayAll").Checked());
+    EXPECT_TRUE(f.Menus("MnuMorePlayAll").Checked() && f.Tray("TrayFavorPlayAll").Checked());
     EXPECT_FALSE(f.Menus("MnuMorePlayS").Checked());
     EXPECT_EQ(f.Tray("MnuSystemTrayFavor").Caption(), "Παίζε μόνο - Play only");
 
@@ -217,8 +212,7 @@ TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
 TEST(Ratings, OnlyTheUnmarkedClassChosenLeavesTheClassTotalsEmpty) {
     Rated app({0, 0, 5});
     app.Menu("MnuMorePlayUnClass").Click.emit();
-    EXPECT_EQ(app.ctx.table.Class_Play[0], -1);
-    EXPECT_EQ(app.ctx.table.Any_Class_Play, -1);
+    EXPECT_EQ(std::tuple(app.ctx.table.Class_Play[0], app.ctx.table.Any_Class_Play), std::tuple(-1, -1));
     EXPECT_EQ(app.ctx.ratings.Class_Total_Duration, Currency());
     ShowFavorites(app.ctx);
     EXPECT_EQ(app.Menu("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only !  (!)");
@@ -253,16 +247,14 @@ TEST(RatingTexts, SharesSizesAndTimes) {
     EXPECT_EQ(app.Menu("MnuMoreClassX").Caption(), "Κλάσεως Χ - Class X");
     EXPECT_EQ(app.Tray("TrayFavorPlayUnClass").Caption(), "Όλα - All");
     EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating S - [100:01:01:01]");
-    EXPECT_EQ(app.ctx.form1.Label9[6].Style(), 1);
-    EXPECT_EQ(app.ctx.form1.Label10[5].Style(), 1);
-    EXPECT_EQ(app.ctx.form1.Label9[1].Style(), 0);
+    const Form1& f = app.ctx.form1;
+    EXPECT_EQ(std::tuple(f.Label9[6].Style(), f.Label10[5].Style(), f.Label9[1].Style()), std::tuple(1, 1, 0));
 }
 
 TEST(RatingTexts, TheProgressBarAndItsLabel) {
     Form1 f;
     Show_Progress(f, 1, 3, 1);
-    EXPECT_EQ(f.Shape1[1].Width(), 33);
-    EXPECT_EQ(f.Label11[1].Caption(), "033%");
+    EXPECT_EQ(std::tuple(f.Shape1[1].Width(), f.Label11[1].Caption()), std::tuple(33, "033%"));
     Show_Progress(f, 9, 3, 0);
     EXPECT_EQ(f.Label11[0].Caption(), "100%");
     Show_Progress(f, 1, 0, 1);
@@ -284,17 +276,14 @@ TEST(Recount, LettersGiveTheClassesAndEscStopsWithWhatWasCounted) {
     f.List3_0[1].SetList(1, "S");
     app.loop.Post([&] { app.ctx.core.Esc_Key = 27; });
     Calculate_Ratings(app.ctx);
-    EXPECT_EQ(t.Class_Count[0], Currency(1));  // the first row only
-    EXPECT_EQ(t.Class_Count[5], Currency());
+    EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5]), std::tuple(Currency(1), Currency())) << "the first row only";
     EXPECT_EQ(app.ctx.core.Esc_Key, 0);
     EXPECT_EQ(app.Log().rfind(app.Now() + "-> Έτοιμο - Done\nΑκυρώθηκε - Canceled\n" + app.Now() +
                                   "-> Πρόσκαιρη απενεργοποίηση ... -  Disabling for a while...\n" +
                                   "Υπολογισμός Προτιμήσεων... - Calculating Ratings...\n",
                               0),
               0u);
-    EXPECT_TRUE(f.Enabled());
-    EXPECT_TRUE(f.Tray("MnuSystemTray").Enabled());
-    EXPECT_TRUE(f.List3_0[1].Enabled());
+    EXPECT_TRUE(f.Enabled() && f.Tray("MnuSystemTray").Enabled() && f.List3_0[1].Enabled());
 }
 
 TEST(Recount, ResetTwoUnmarksEveryRowAndKeepsThePlayedNumbers) {
@@ -306,8 +295,7 @@ TEST(Recount, ResetTwoUnmarksEveryRowAndKeepsThePlayedNumbers) {
     app.Menu("mnufilefavorreset").Click.emit();
     EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0}));
     EXPECT_EQ(app.ctx.form1.List3_0[1].Items(), (std::vector<std::string>{"-", "-", "-"}));
-    EXPECT_EQ(t.Class_Count[0], Currency(3));
-    EXPECT_EQ(t.Class_Count[5], Currency());
+    EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5]), std::tuple(Currency(3), Currency()));
     // The current row stays selected and takes the number in force.
     EXPECT_EQ(t.Played_Number[2], 2);
     EXPECT_TRUE(app.ctx.form1.List2.Selected(2));

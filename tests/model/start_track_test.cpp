@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -39,8 +41,7 @@ TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
         EXPECT_TRUE(first.count(point + 5)) << "sampled at " << point;
         EXPECT_FALSE(first.count(point + 15)) << "no more than the sample at " << point;
     }
-    EXPECT_EQ(first.count(10), 0u);
-    EXPECT_EQ(first.count(95), 0u);
+    EXPECT_FALSE(first.count(10) || first.count(95));
 }
 
 TEST(StartTrack, ATrackShorterThanTheSampleMovesOn) {
@@ -71,8 +72,7 @@ TEST(StartTrack, AutoVideoModeStartsNothingForAFileThatIsNotVideo) {
     app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
     app.Press();
     app.loop.Advance(5'000);
-    EXPECT_EQ(app.player.URL(), "");
-    EXPECT_EQ(app.video.URL(), "");
+    EXPECT_EQ(app.player.URL() + app.video.URL(), "") << "neither engine was given the file";
     EXPECT_EQ(app.ctx.table.Current_Track, 0) << "the walk stands on the Track";
     EXPECT_EQ(app.ctx.form1.Text1[0].Text(), "Το πρώτο") << "the tag boxes are filled all the same";
 }
@@ -117,9 +117,8 @@ TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) 
         EXPECT_TRUE(dump_there);
         EXPECT_FALSE(std::filesystem::exists(Dump_File_Path(app.ctx)));
         app.loop.RunPosted();
-        EXPECT_EQ(app.player.URL(), file);
-        EXPECT_EQ(Position(app.player), before);
-        EXPECT_EQ(app.player.playState(), paused ? PS_Paused : PS_Playing);
+        EXPECT_EQ(std::tuple(app.player.URL(), Position(app.player), app.player.playState()),
+                  std::tuple(file, before, paused ? PS_Paused : PS_Playing));
         EXPECT_FALSE(app.ctx.core.Suppress_Events);
     }
 }

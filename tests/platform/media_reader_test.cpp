@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <tuple>
 #include <vector>
 
 #include "platform/media_reader.h"
@@ -348,10 +349,7 @@ TEST(MediaReaderMpegFrames, CountsFramesAcrossTagsAndNoise) {
     const uint8_t head[4] = {0xFF, 0xFB, 0x90, 0x64};
     const auto h = ParseMpegFrameHeader(head);
     ASSERT_TRUE(h.has_value());
-    EXPECT_EQ(h->bitrate_kbps, 128);
-    EXPECT_EQ(h->sample_rate, 44100);
-    EXPECT_EQ(h->length, 417);
-    EXPECT_EQ(h->samples, 1152);
+    EXPECT_EQ(std::tuple(h->bitrate_kbps, h->sample_rate, h->length, h->samples), std::tuple(128, 44100, 417, 1152));
     const uint8_t mpeg2[4] = {0xFF, 0xF3, 0x12, 0xC4};  // MPEG-2 layer III, 8k, 22.05 kHz, padded
     EXPECT_EQ(ParseMpegFrameHeader(mpeg2)->length, 27);
     EXPECT_EQ(ParseMpegFrameHeader(mpeg2)->samples, 576);

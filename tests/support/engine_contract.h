@@ -144,7 +144,6 @@ TEST_P(EngineContract, LoadingDoesNotStartPlaying) {
 
     ASSERT_TRUE(Load(H().AudioFile()).ok());
     EXPECT_EQ(E().URL(), H().AudioFile());
-    EXPECT_TRUE(m_states.empty()) << "the load's events come from the loop";
     ASSERT_TRUE(UntilState(PS_Ready)) << "state " << State();
     Pass(300);
 
@@ -336,7 +335,7 @@ TEST_P(EngineContract, FailingCallsReportAndTheEngineGoesOn) {
 TEST_P(EngineContract, VolumeRoundTripsAndIsClamped) {
     const struct {
         int set, read;
-    } cases[] = {{37, 37}, {0, 0}, {100, 100}, {150, 100}, {-5, 0}, {64, 64}};
+    } cases[] = {{37, 37}, {0, 0}, {100, 100}, {150, 100}, {-5, 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.set);
         const int before = m_status_changes;
