@@ -5,6 +5,7 @@
 #include <iostream>
 #include <string>
 
+#include "cli/add_command.h"
 #include "cli/dump_command.h"
 #include "cli/identify_command.h"
 #include "cli/info_command.h"
@@ -17,7 +18,8 @@ int Usage() {
                  "       velmora-cli dump FILE.qel   the Collection as JSON\n"
                  "       velmora-cli info FILE.qel   a short summary\n"
                  "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n"
-                 "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n";
+                 "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n"
+                 "       velmora-cli add FILE.qel DIR... [--subdirs]   add the media files of folders\n";
     return 2;
 }
 
@@ -32,6 +34,7 @@ int main(int argc, char** argv) {
     if (argc >= 3 && std::strcmp(argv[1], "play") == 0) return velmora::cli::Play_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "identify") == 0)
         return velmora::cli::Identify_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "add") == 0) return velmora::cli::Add_Command(argc - 2, argv + 2);
     if (argc != 3) return Usage();
     const std::string command = argv[1];
     if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);

@@ -19,6 +19,29 @@ Form1::Form1() : FormState("Form1") {
     Frame8.SetCaption("Προσθήκη / Αφαίρεση Αρχείων  από υποφακέλους -  Adding / Removing Files from Subdirectories");
     Frame12.SetCaption("Διαχείριση Αρχείων - Managing Files");
     HScroll1.SetMax(2000);
+
+    // The search page as it opens: the folders found take part only with
+    // Check2 on, there is no search to stop, and files and folders are taken all.
+    static constexpr const char* kTypeButtons[] = {"Όλα - All", "Ήχος- Sound", "Βίντεο - Video", "Λίστες - Lists",
+                                                   "Έξτρα - Extra"};
+    for (int i = 0; i < 5; ++i) Command7[i].SetCaption(kTypeButtons[i]);
+    Command1[0].SetCaption("Επέλεξε Όλους - Select All");
+    Command1[1].SetCaption("Αντιστροφή - Invert");
+    Command2.SetCaption("Διακοπή - Stop");
+    Check2.SetCaption("Yποφάκελοι - Subdirectories        ---->");
+    Option4[0].SetCaption("Όλα - All");
+    Option4[1].SetCaption("Επιλεγμένα  Selected");
+    Option1_0.SetCaption("Όλους - All");
+    Option1_1.SetCaption("Επιλεγμένους - Selected");
+    Command18[0].SetCaption("Πρόσθεσε Αρχεία Add Files");
+    Command18[1].SetCaption("Αφαίρεσε Remove Files");
+    Command4.SetCaption("Πρόσθεσε και Αναγνώρισε - Add and Identify");
+    Command5.SetCaption("Αφαίρεση - Remove");
+    Option4[0].SetValue(-1);
+    Option1_0.SetValue(-1);
+    List1.SetEnabled(false);
+    Command2.SetEnabled(false);
+    Frame10.SetVisible(false);
 }
 
 }  // namespace velmora

@@ -3,6 +3,7 @@
 #include "catalogue/filter_building.h"
 #include "core/app_context.h"
 #include "core/startup.h"
+#include "desktop/pages.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/identification.h"
@@ -111,6 +112,7 @@ void Wire_Handlers(AppContext& ctx) {
     for (int i = 0; i < 2; ++i) on_index(f.Command18[i].Click, Command18_Click, i);
     on(f.Command4.Click, Command4_Click);
     on(f.Command5.Click, Command5_Click);
+    on_contents(f.MultiPage1, MultiPage1_Change);
 
     // The Filters menu.
     on(m("MnuMoreFiltersRemake").Click, MnuMoreFiltersRemake_Click);

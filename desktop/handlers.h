@@ -1,7 +1,7 @@
 #pragma once
-// Connects the controls' and engines' signals to the handlers of playing: the
-// clock, the transport buttons, the list, the Play menu and the tray's
-// transport entries. A view only raises the signals; what they do is here.
+// Connects the controls' and engines' signals to the handlers: the clock, the
+// transport, the list, the search page, the menus and the tray. A view only
+// raises the signals; what they do is here.
 
 namespace velmora {
 

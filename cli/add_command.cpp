@@ -1,0 +1,207 @@
+#include "cli/add_command.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <clocale>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/collection_reader.h"
+#include "cli/play_command.h"
+#include "cli/terminal_dialogs.h"
+#include "collection/collection_file.h"
+#include "core/app_context.h"
+#include "core/settings_store.h"
+#include "core/startup.h"
+#include "intake/add_remove.h"
+#include "intake/directory_search.h"
+#include "platform/mpv_engine.h"
+#include "platform/qt_event_loop.h"
+#include "ratings/reset_views.h"
+
+namespace fs = std::filesystem;
+
+namespace velmora::cli {
+
+namespace {
+
+// The load tells of a damaged main or files side file only by these lines
+// in the log; a Collection read in part must not be saved over the whole.
+constexpr std::string_view kLoadFailures[] = {"Error while loading Collection", "Error Reading Collection Files"};
+
+int Usage() {
+    std::cerr << "usage: velmora-cli add FILE.qel DIR... [--subdirs]\n"
+                 "  adds the media files of each DIR (with --subdirs, of every folder below it too)\n";
+    return 2;
+}
+
+std::string DataHome() {
+    const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
+    return (QDir::homePath() + "/.local/share").toStdString();
+}
+
+// A folder as the folder box holds it: absolute and without a closing slash,
+// so that the progress text names it as the window would.
+std::string Folder_Argument(const std::string& arg, std::error_code& ec) {
+    std::string folder = fs::absolute(arg, ec).lexically_normal().string();
+    while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+    return folder;
+}
+
+// The terminal's boxes, counting those that tell of a failure: a full
+// Collection, a save that did not reach the disk, a table too large to load.
+class CountingDialogs : public TerminalDialogs {
+public:
+    using TerminalDialogs::TerminalDialogs;
+
+    MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon, const std::string& title) override {
+        if (icon == MsgIcon::Critical) ++m_failures;
+        return TerminalDialogs::MsgBox(text, buttons, icon, title);
+    }
+    int Failures() const { return m_failures; }
+
+private:
+    int m_failures = 0;
+};
+
+std::string Without_Final_Newlines(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+int Add_Command(int argc, char** argv) {
+    std::string file;
+    std::vector<std::string> folders;
+    bool subdirs = false;
+    for (int i = 0; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--subdirs") subdirs = true;
+        else if (arg.starts_with("--")) return Usage();
+        else if (file.empty()) file = arg;
+        else folders.push_back(arg);
+    }
+    if (file.empty() || folders.empty()) return Usage();
+
+    // Every argument is checked before the Collection is touched, and made
+    // absolute before start-up moves the working folder.
+    std::error_code ec;
+    file = fs::absolute(file, ec).lexically_normal().string();
+    if (ec) return Usage();
+    bool missing = false;
+    for (std::string& folder : folders) {
+        const std::string given = folder;
+        folder = Folder_Argument(given, ec);
+        if (ec || !fs::is_directory(folder, ec)) {
+            std::cerr << "velmora-cli: " << given << ": no such folder\n";
+            missing = true;
+        }
+    }
+    if (missing) return 1;
+    const bool existed = fs::exists(file, ec);
+    if (existed) {
+        Header header;
+        if (!fs::is_regular_file(file, ec)) {
+            std::cerr << "velmora-cli: " << file << ": not a Collection file\n";
+            return 1;
+        }
+        if (!Read_Current_Header(file, header, std::cerr)) return 1;
+    } else {
+        fs::create_directories(fs::path(file).parent_path(), ec);
+        if (ec) {
+            std::cerr << "velmora-cli: " << fs::path(file).parent_path().string() << ": " << ec.message() << "\n";
+            return 1;
+        }
+    }
+
+    int qt_argc = 1;
+    char qt_name[] = "velmora-cli";
+    char* qt_argv[] = {qt_name, nullptr};
+    QCoreApplication app(qt_argc, qt_argv);
+    std::setlocale(LC_NUMERIC, "C");
+
+    QtEventLoop loop;
+    // Not interactive: every question takes its first button.
+    CountingDialogs dialogs(std::cin, std::cerr, false);
+    TerminalShell shell(std::cerr);
+    MpvEngine player(loop, {.ao = "null", .vo = "null", .wid = 0});
+    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
+    MpvEngine video(loop, {.ao = "null", .vo = "null", .wid = 0});
+    MpvEngine second(loop, {.ao = "null", .vo = "null", .wid = 0});
+
+    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    Form1& f = ctx.form1;
+    ctx.program_folder = Program_Folder_Of(file);
+    if (ctx.program_folder.empty())
+        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+    ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
+
+    // Every entry the program puts at the head of its log is printed as it
+    // comes: names that cannot be stored, folders that cannot be read.
+    std::string shown = f.Text2[0].Text();
+    bool load_failed = false;
+    const Subscription echo = f.Text2[0].Changed.connect([&](Change kind) {
+        if (kind != Change::Contents) return;
+        const std::string& log = f.Text2[0].Text();
+        const bool prepended = log.size() >= shown.size() && log.ends_with(shown);
+        const std::string entry = Without_Final_Newlines(prepended ? log.substr(0, log.size() - shown.size()) : log);
+        shown = log;
+        if (entry.empty()) return;
+        for (std::string_view failure : kLoadFailures)
+            if (entry.find(failure) != std::string::npos) load_failed = true;
+        std::cout << entry << "\n";
+    });
+
+    // The start of the window without the window: folders, tables and the
+    // preferences.
+    for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
+    Initialise(ctx);
+    Reset_Views(ctx, 0);
+    bool settings_error = false;
+    Load_Settings(ctx, settings_error);
+    ctx.collection.Collection_Path = file;
+    if (existed) Load_Collection(ctx);
+    if (load_failed || dialogs.Failures() > 0) {
+        std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole; nothing was added\n";
+        return 1;
+    }
+    const int before = f.List2.ListCount();
+
+    // Every media type, every folder the search finds, every file of a folder.
+    Command7_Click(ctx, 0);
+    f.Option1_0.SetValue(1);
+    f.Option1_1.SetValue(0);
+    f.Option4[0].SetValue(1);
+    f.Option4[1].SetValue(0);
+    for (const std::string& folder : folders) {
+        // Off first, so that turning it on searches below the new folder.
+        Set_Check2(ctx, 0);
+        f.Dir1.SetPath(folder);
+        Dir1_change(ctx);
+        if (subdirs) {
+            Set_Check2(ctx, 1);
+            // The search's count of folders and files heads the progress box.
+            const std::string& progress = f.Text2[1].Text();
+            std::cout << progress.substr(0, progress.find('\n')) << "\n";
+        }
+        Add_Files_Under_Path(ctx);
+        std::cout << Without_Final_Newlines(f.Text2[1].Text()) << "\n" << std::flush;
+        if (dialogs.Failures() > 0) break;  // the Collection is full
+    }
+
+    Save_Collection(ctx, false, true);
+    std::cout << file << ": " << f.List2.ListCount() << " Tracks, " << f.List2.ListCount() - before << " new\n";
+    if (dialogs.Failures() > 0) {
+        std::cerr << "velmora-cli: " << file << ": not every file could be added and saved\n";
+        return 1;
+    }
+    return 0;
+}
+
+}  // namespace velmora::cli
