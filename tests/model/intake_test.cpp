@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "core/constant_tables.h"
+#include "desktop/handlers.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
@@ -362,6 +363,19 @@ TEST_F(Intake, DroppedFilesPassByTheirLastFourCharactersAndGetTheirColumns) {
     EXPECT_TRUE(Has(log, "-> Άκυρα Αρχεία - Non Valid Files: 1"));
     EXPECT_TRUE(Has(log, "Number of Added files = 2"));
     EXPECT_TRUE(Has(log, "The name cannot be stored in the Collection: /m/Песня.mp3"));
+}
+
+TEST_F(Intake, AnyChangeOfPageEndsTheSubfolderMode) {
+    Wire_Handlers(app.ctx);
+    Choose_Types(4);
+    f.MultiPage1.SetValue(2);
+    Set_Check2(app.ctx, 1);
+    ASSERT_TRUE(app.ctx.intake.Use_Subdirectories);
+    ASSERT_GT(f.List1.ListCount(), 0);
+    f.MultiPage1.SetValue(3);
+    EXPECT_EQ(f.Check2.Value(), 0);
+    EXPECT_FALSE(app.ctx.intake.Use_Subdirectories);
+    EXPECT_FALSE(f.Frame10.Visible());
 }
 
 }  // namespace
