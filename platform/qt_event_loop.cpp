@@ -50,7 +50,15 @@ void QtEventLoop::WaitForEvents(int max_ms) {
 int64_t QtEventLoop::TickCount() const { return m_clock->elapsed(); }
 
 LocalTime QtEventLoop::Now() const {
-    const QDateTime now = QDateTime::currentDateTime();
+    // The local time proper reads the time zone file on every call, and long
+    // loops put the time in front of every line they write: the offset from
+    // UTC is taken once a minute, which is where a clock change can fall.
+    const qint64 utc = QDateTime::currentSecsSinceEpoch();
+    if (utc / 60 != m_offset_minute) {
+        m_offset_minute = utc / 60;
+        m_offset_seconds = QDateTime::currentDateTime().offsetFromUtc();
+    }
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(utc + m_offset_seconds, Qt::UTC);
     const QDate date = now.date();
     const QTime time = now.time();
     LocalTime out;

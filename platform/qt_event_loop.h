@@ -50,6 +50,8 @@ private:
     std::unique_ptr<QElapsedTimer> m_clock;
     static constexpr int64_t kYieldSpacingMs = 4;
     int64_t m_last_yield = -kYieldSpacingMs;
+    mutable int64_t m_offset_minute = -1;  // the UTC minute the offset was taken in
+    mutable int m_offset_seconds = 0;
     std::map<Timer*, std::unique_ptr<Binding>> m_bindings;
 };
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <ctime>
+#include <string>
 #include <thread>
 
 #include "core/controls.h"
@@ -22,6 +24,30 @@ TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     for (int i = 0; i < 50 && ran_on.size() < 3; ++i) loop.WaitForEvents(20);
     ASSERT_EQ(ran_on.size(), 3u);
     for (auto id : ran_on) EXPECT_EQ(id, main_thread);
+}
+
+TEST(QtEventLoop, NowIsTheLocalTimeInAnyZone) {
+    const char* old_tz = std::getenv("TZ");
+    const std::string saved = old_tz ? old_tz : "";
+    for (const char* zone : {"Europe/Athens", "America/St_Johns", "UTC"}) {
+        setenv("TZ", zone, 1);
+        tzset();
+        QtEventLoop loop;
+        const LocalTime now = loop.Now();
+        const std::time_t t = std::time(nullptr);
+        std::tm local{};
+        localtime_r(&t, &local);
+        // Within the second that may have ticked between the two reads.
+        const int mine = now.SecondsSinceMidnight();
+        const int theirs = local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec;
+        EXPECT_LE(std::abs(mine - theirs) % (24 * 3600 - 1), 1) << zone;
+        EXPECT_EQ(now.year, local.tm_year + 1900) << zone;
+    }
+    if (old_tz)
+        setenv("TZ", saved.c_str(), 1);
+    else
+        unsetenv("TZ");
+    tzset();
 }
 
 TEST(QtEventLoop, WaitingSleepsForTheWholeTime) {
