@@ -296,10 +296,8 @@ QWidget* MainWindow::BuildLog() {
             ApplyLook(*m_log, m_form.Text2[0]);
             return;
         }
-        // A long loop writes the log on every row; draw it when the loop gives way.
-        if (m_log_pending) return;
-        m_log_pending = true;
-        QTimer::singleShot(0, this, [this] { ApplyLog(); });
+        // A long loop writes the log on every row.
+        m_log_pacer.Request();
     }));
     ApplyLook(*m_log, m_form.Text2[0]);
     ApplyLog();
@@ -410,7 +408,6 @@ void MainWindow::UpdatePageTips() {
 }
 
 void MainWindow::ApplyLog() {
-    m_log_pending = false;
     const QString text = Q(m_form.Text2[0].Text());
     if (m_log->toPlainText() == text) return;
     // The newest line is the first; keep it in sight.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/signal.h"
+#include "desktop/qt/redraw_pacer.h"
 
 class QGroupBox;
 class QItemSelection;
@@ -106,7 +107,7 @@ private:
     DropHandler m_on_drop;
 
     bool m_syncing = false;       // the view is being set from the controls
-    bool m_log_pending = false;   // a redraw of the log is queued
+    RedrawPacer m_log_pacer{this, [this] { ApplyLog(); }};
     int m_applied_index = -1;     // the list index last shown
     int m_applied_top = 0;        // the top row last shown
     std::vector<Subscription> m_subscriptions;

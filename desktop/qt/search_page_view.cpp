@@ -68,14 +68,9 @@ ListBoxWidget::ListBoxWidget(ListBox& box, QWidget* parent) : QListWidget(parent
     Flush();
 }
 
-void ListBoxWidget::Schedule() {
-    if (m_flush_pending) return;
-    m_flush_pending = true;
-    QTimer::singleShot(0, this, [this] { Flush(); });
-}
+void ListBoxWidget::Schedule() { m_pacer.Request(); }
 
 void ListBoxWidget::Flush() {
-    m_flush_pending = false;
     // A hidden box keeps its debt until it is shown.
     if (!m_box.Visible()) return;
     QScopedValueRollback guard(m_syncing, true);
@@ -158,14 +153,9 @@ FolderBoxWidget::FolderBoxWidget(FileSystemBox& box, QWidget* parent) : QListWid
     Flush();
 }
 
-void FolderBoxWidget::Schedule() {
-    if (m_flush_pending) return;
-    m_flush_pending = true;
-    QTimer::singleShot(0, this, [this] { Flush(); });
-}
+void FolderBoxWidget::Schedule() { m_pacer.Request(); }
 
 void FolderBoxWidget::Flush() {
-    m_flush_pending = false;
     if (!m_box.Visible()) return;
     clear();
     const QString path = Q(m_box.Path());
@@ -447,9 +437,7 @@ QLineEdit* SearchPageView::LineBox(TextBox& box, QWidget* parent) {
     widget->setObjectName(Q(box.Name()));
     widget->setReadOnly(true);
     widget->setFocusPolicy(Qt::NoFocus);
-    auto pending = std::make_shared<bool>(false);
-    auto apply = [widget, &box, pending] {
-        *pending = false;
+    auto apply = [widget, &box] {
         const QString text = Q(box.Text());
         if (widget->text() != text) {
             widget->setText(text);
@@ -458,12 +446,9 @@ QLineEdit* SearchPageView::LineBox(TextBox& box, QWidget* parent) {
         }
         ApplyLook(*widget, box);
     };
-    m_subscriptions.push_back(box.Changed.connect([widget, apply, pending](Change) {
-        // The walk writes the folder in work for every folder it meets.
-        if (*pending) return;
-        *pending = true;
-        QTimer::singleShot(0, widget, apply);
-    }));
+    // The walk writes the folder in work for every folder it meets.
+    auto pacer = std::make_shared<RedrawPacer>(widget, apply);
+    m_subscriptions.push_back(box.Changed.connect([pacer](Change) { pacer->Request(); }));
     apply();
     return widget;
 }
@@ -473,9 +458,7 @@ QPlainTextEdit* SearchPageView::TextArea(TextBox& box, QWidget* parent) {
     widget->setObjectName(Q(box.Name()));
     widget->setReadOnly(true);
     widget->setLineWrapMode(QPlainTextEdit::NoWrap);
-    auto pending = std::make_shared<bool>(false);
-    auto apply = [widget, &box, pending] {
-        *pending = false;
+    auto apply = [widget, &box] {
         const QString text = Q(box.Text());
         if (widget->toPlainText() != text) {
             // The newest line is the first; keep it in sight.
@@ -484,12 +467,9 @@ QPlainTextEdit* SearchPageView::TextArea(TextBox& box, QWidget* parent) {
         }
         ApplyLook(*widget, box);
     };
-    m_subscriptions.push_back(box.Changed.connect([widget, apply, pending](Change) {
-        // Adding rewrites the progress for every file.
-        if (*pending) return;
-        *pending = true;
-        QTimer::singleShot(0, widget, apply);
-    }));
+    // Adding rewrites the progress for every file.
+    auto pacer = std::make_shared<RedrawPacer>(widget, apply);
+    m_subscriptions.push_back(box.Changed.connect([pacer](Change) { pacer->Request(); }));
     apply();
     return widget;
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/signal.h"
+#include "desktop/qt/redraw_pacer.h"
 
 class QCheckBox;
 class QComboBox;
@@ -49,7 +50,7 @@ private:
     ListBox& m_box;
     bool m_contents_dirty = true;
     bool m_selection_dirty = true;
-    bool m_flush_pending = false;
+    RedrawPacer m_pacer{this, [this] { Flush(); }};
     bool m_click_pending = false;
     bool m_syncing = false;
     std::vector<Subscription> m_subscriptions;
@@ -69,7 +70,7 @@ private:
     void Flush();
 
     FileSystemBox& m_box;
-    bool m_flush_pending = false;
+    RedrawPacer m_pacer{this, [this] { Flush(); }};
     std::vector<Subscription> m_subscriptions;
 };
 

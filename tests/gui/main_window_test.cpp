@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QItemSelectionModel>
@@ -12,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTableView>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -21,6 +23,7 @@
 #include "core/startup.h"
 #include "desktop/forms.h"
 #include "desktop/qt/main_window.h"
+#include "desktop/qt/redraw_pacer.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"
 #include "support/test_app.h"
@@ -28,9 +31,14 @@
 namespace velmora {
 namespace {
 
+// Runs the loop until a paced redraw, asked for just now, has been drawn.
 void Settle() {
-    // Twice: a redraw queued by the first pass runs in the second.
-    QApplication::processEvents();
+    QElapsedTimer waited;
+    waited.start();
+    do {
+        QApplication::processEvents();
+        QThread::msleep(2);
+    } while (waited.elapsed() <= RedrawPacer::kSpacingMs + 10);
     QApplication::processEvents();
 }
 

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
+#include <QThread>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -26,6 +28,7 @@
 
 #include "core/startup.h"
 #include "desktop/qt/main_window.h"
+#include "desktop/qt/redraw_pacer.h"
 #include "desktop/qt/track_list_model.h"
 #include "intake/file_drop.h"
 #include "support/test_app.h"
@@ -35,8 +38,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Runs the loop until a paced redraw, asked for just now, has been drawn.
 void Settle() {
-    QApplication::processEvents();
+    QElapsedTimer waited;
+    waited.start();
+    do {
+        QApplication::processEvents();
+        QThread::msleep(2);
+    } while (waited.elapsed() <= RedrawPacer::kSpacingMs + 10);
     QApplication::processEvents();
 }
 
@@ -159,6 +168,24 @@ TEST_F(SearchPage, FollowsTheControls) {
     Settle();
     EXPECT_FALSE(Widget<QGroupBox>("Frame8").isVisible());
     EXPECT_TRUE(Widget<QGroupBox>("Frame1").isVisible());
+
+    // A progress text rewritten per row, the loop given way between rows:
+    // a few redraws a second, and the last text in the end.
+    QPlainTextEdit& progress = Widget<QPlainTextEdit>("Text2(1)");
+    int redraws = 0;
+    QObject::connect(&progress, &QPlainTextEdit::textChanged, [&] { ++redraws; });
+    QElapsedTimer spent;
+    spent.start();
+    for (int i = 0; i < 300; ++i) {
+        form.Text2[1].SetText("row " + std::to_string(i));
+        QApplication::processEvents();
+        QThread::usleep(500);
+    }
+    const int allowed = static_cast<int>(spent.elapsed() / RedrawPacer::kSpacingMs) + 2;
+    Settle();
+    EXPECT_LE(redraws, allowed + 1);
+    EXPECT_GE(redraws, 2);
+    EXPECT_EQ(progress.toPlainText(), QStringLiteral("row 299"));
 
     // A list filled while hidden is drawn once, when it shows.
     form.MultiPage1.SetValue(3);

@@ -1,0 +1,24 @@
+#include "desktop/qt/redraw_pacer.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace velmora {
+
+RedrawPacer::RedrawPacer(QObject* owner, std::function<void()> redraw)
+    : m_owner(owner), m_redraw(std::move(redraw)) {}
+
+void RedrawPacer::Request() {
+    if (m_pending || !m_owner) return;
+    m_pending = true;
+    const int wait =
+        m_since_last.isValid() ? std::max<int>(0, kSpacingMs - static_cast<int>(m_since_last.elapsed())) : 0;
+    QTimer::singleShot(wait, m_owner, [this] {
+        m_pending = false;
+        m_since_last.restart();
+        m_redraw();
+    });
+}
+
+}  // namespace velmora
