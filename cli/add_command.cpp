@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <iostream>
 #include <string>
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -28,10 +29,6 @@ namespace fs = std::filesystem;
 namespace velmora::cli {
 
 namespace {
-
-// The load tells of a damaged main or files side file only by these lines
-// in the log; a Collection read in part must not be saved over the whole.
-constexpr std::string_view kLoadFailures[] = {"Error while loading Collection", "Error Reading Collection Files"};
 
 int Usage() {
     std::cerr << "usage: velmora-cli add FILE.qel DIR... [--subdirs]\n"
@@ -145,16 +142,16 @@ int Add_Command(int argc, char** argv) {
     // Every entry the program puts at the head of its log is printed as it
     // comes: names that cannot be stored, folders that cannot be read.
     std::string shown = f.Text2[0].Text();
-    bool load_failed = false;
     const Subscription echo = f.Text2[0].Changed.connect([&](Change kind) {
         if (kind != Change::Contents) return;
         const std::string& log = f.Text2[0].Text();
-        const bool prepended = log.size() >= shown.size() && log.ends_with(shown);
-        const std::string entry = Without_Final_Newlines(prepended ? log.substr(0, log.size() - shown.size()) : log);
+        // New lines come in front of the old; the oldest may have been cut
+        // from the end, so the old text is found by its beginning.
+        const std::string_view old_head = std::string_view(shown).substr(0, std::min<size_t>(shown.size(), 256));
+        const size_t at = old_head.empty() ? std::string::npos : log.find(old_head);
+        const std::string entry = Without_Final_Newlines(at == std::string::npos ? log : log.substr(0, at));
         shown = log;
         if (entry.empty()) return;
-        for (std::string_view failure : kLoadFailures)
-            if (entry.find(failure) != std::string::npos) load_failed = true;
         std::cout << entry << "\n";
     });
 
@@ -166,8 +163,9 @@ int Add_Command(int argc, char** argv) {
     bool settings_error = false;
     Load_Settings(ctx, settings_error);
     ctx.collection.Collection_Path = file;
-    if (existed) Load_Collection(ctx);
-    if (load_failed || dialogs.Failures() > 0) {
+    // A Collection read in part must not be saved over the whole.
+    const bool whole = !existed || Load_Collection(ctx);
+    if (!whole || dialogs.Failures() > 0) {
         std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole; nothing was added\n";
         return 1;
     }

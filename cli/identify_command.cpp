@@ -83,7 +83,12 @@ int Identify_Command(int argc, char** argv) {
     Load_Settings(ctx, settings_error);
     ctx.collection.Collection_Path = file;
     if (existed) {
-        Load_Collection(ctx);
+        // The run ends by saving every row: a Collection read in part would
+        // be saved over the whole.
+        if (!Load_Collection(ctx)) {
+            std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole; nothing was identified\n";
+            return 1;
+        }
     } else {
         fs::create_directories(fs::path(file).parent_path(), ec);
         Save_Collection(ctx, false, true);

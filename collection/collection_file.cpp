@@ -301,7 +301,7 @@ void Save_Pointer(AppContext& ctx) {
     if (!Write_File_Safely(path, *bytes)) Log_Line(ctx, "-> " + path + ": the file cannot be written");
 }
 
-void Load_Collection(AppContext& ctx) {
+bool Load_Collection(AppContext& ctx) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     CollectionState& c = ctx.collection;
@@ -329,13 +329,16 @@ void Load_Collection(AppContext& ctx) {
     std::string version;
     if (main.IsOpen() && main.RecordCount() > 0 && !main.GetString(1, version)) fault();
 
+    bool whole = true;
     if (!version.empty() && version != kCollectionVersion) {
         ctx.ports.dialogs.MsgBox(kVersionWarning, MsgButtons::OK, MsgIcon::Exclamation, "");
+        whole = false;
     } else if (!version.empty()) {
         Read_Header(ctx, main, fault);
         main.Close();
         if (t.Track_Count > kMaxTracks) {
             ctx.ports.dialogs.MsgBox(CapacityExceededText(), MsgButtons::OK, MsgIcon::Critical, "");
+            whole = false;
             // Nothing of it is loaded: the walk keeps no row of it either.
             t.Track_Count = 0;
             t.Current_Track = 0;
@@ -350,6 +353,7 @@ void Load_Collection(AppContext& ctx) {
                 Load_Files(ctx, to_read.files, error);
                 if (error) {
                     Log_Line(ctx, kFilesError);
+                    whole = false;
                 } else if (ctx.settings.Filters_Load != 0) {
                     Log_Line(ctx, kReadingFilters);
                     Load_Filters(ctx, to_read.filters, error);
@@ -363,6 +367,7 @@ void Load_Collection(AppContext& ctx) {
 
     Show_Track_Lists(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
+    return whole && !logged;
 }
 
 void Save_Collection(AppContext& ctx, bool question, bool full) {

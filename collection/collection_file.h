@@ -24,7 +24,9 @@ extern const char* const kCollectionVersion;  // "5.0"
 
 void Load_Pointer(AppContext& ctx);
 void Save_Pointer(AppContext& ctx);
-void Load_Collection(AppContext& ctx);
+// False when the Collection could not be read whole: a damaged main or files
+// side file, another version, too many Tracks. The log says which.
+bool Load_Collection(AppContext& ctx);
 // full: write every row, not only the changed ones; question: ask first and
 // report success in a box.
 void Save_Collection(AppContext& ctx, bool question, bool full);

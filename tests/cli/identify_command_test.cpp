@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "collection/collection_file.h"
+#include "collection/collection_paths.h"
 #include "core/startup.h"
 #include "core/track_table.h"
 #include "support/test_app.h"
@@ -85,6 +86,20 @@ TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwic
     const CliRun again = Identify("'" + collection + "' --continue");
     ASSERT_EQ(again.code, 0) << again.out;
     EXPECT_NE(again.out.find("Calculating... :  -0"), std::string::npos) << again.out;
+
+    // A files side file cut short: the run would save the rows it could read
+    // over all of them, so it does not run, and the files stay as they were.
+    const CollectionPaths p = Collection_Paths_Of(reread.ctx, collection);
+    fs::resize_file(p.files, fs::file_size(p.files) / 2);
+    const auto bytes = [](const std::string& path) {
+        std::ifstream in(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    const std::string main_before = bytes(p.main), files_before = bytes(p.files);
+    const CliRun damaged = Identify("'" + collection + "'");
+    EXPECT_EQ(damaged.code, 1) << damaged.out;
+    EXPECT_EQ(bytes(p.main), main_before);
+    EXPECT_EQ(bytes(p.files), files_before);
 }
 
 }  // namespace
