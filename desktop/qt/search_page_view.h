@@ -31,7 +31,7 @@ class TextBox;
 class ValueControl;
 
 // A list box drawn in a list widget. The box may change on every row of a
-// long loop; the widget follows at most once per turn of the event loop, and
+// long loop; the widget follows at most twenty times a second, and
 // not at all while the box is hidden, so a box filled out of sight is drawn
 // once, when it is shown. A change of the user's selection is stored in the
 // box and told as one Click, with the list index at the current row.
