@@ -44,13 +44,13 @@ struct Library : TestApp {
     }
     // Esc pressed once row `row` has been read.
     void Esc_After(int row) {
-        auto check = std::make_shared<std::function<void()>>();
-        *check = [this, row, check] {
+        esc_check = [this, row] {
             if (ctx.table.Identified[row]) ctx.core.Esc_Key = 27;
-            else loop.Post(*check);
+            else loop.Post(esc_check);
         };
-        loop.Post(*check);
+        loop.Post(esc_check);
     }
+    std::function<void()> esc_check;
     const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
     std::string Now() const { return TimeText(loop.Now()); }
     const std::string& Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
