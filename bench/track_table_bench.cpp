@@ -36,7 +36,7 @@ void BM_RemoveFirstRowOfFullTable(benchmark::State& state) {
     for (int r = 0; r < t.Track_Count; ++r) {
         t.Title[r] = "A title long enough to live on the heap " + std::to_string(r);
         t.Artist[r] = "Artist " + std::to_string(r);
-        t.Slot_Text[r][3] = "slot";
+        t.Slot_Text[r].Set(3, "slot");
     }
     int list_count = t.Track_Count;
     for (auto _ : state) {

@@ -44,9 +44,11 @@ bool Read_Row(RecordFile& file, TrackTable& t, int32_t i, std::string& path_text
                     file.GetBoolean(base + 13, identified);
     if (!ok) return false;
     t.Identified[i] = identified;
+    std::string text;
     for (int j = 0; j < kSlotCount; ++j) {
         if (!file.GetInteger(base + 14 + 2 * j, t.Slot_Value[i][j])) return false;
-        if (!file.GetString(base + 15 + 2 * j, t.Slot_Text[i][j])) return false;
+        if (!file.GetString(base + 15 + 2 * j, text)) return false;
+        t.Slot_Text[i].Set(j, text);
     }
     return true;
 }

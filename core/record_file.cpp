@@ -343,7 +343,7 @@ bool RecordFile::PutLong(int64_t record, int32_t value) { return m_impl->PutRaw(
 bool RecordFile::PutCurrency(int64_t record, Currency value) { return m_impl->PutRaw(record, value.Raw()); }
 bool RecordFile::PutByte(int64_t record, uint8_t value) { return m_impl->PutRaw(record, value); }
 
-bool RecordFile::PutString(int64_t record, const std::string& utf8) {
+bool RecordFile::PutString(int64_t record, std::string_view utf8) {
     Impl& m = *m_impl;
     std::optional<std::string> bytes = Utf8ToCp1253(utf8);
     if (!bytes) return m.Fail("record " + std::to_string(record) + ": the text cannot be written in code page 1253");

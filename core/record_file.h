@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "core/currency.h"
 
@@ -57,7 +58,7 @@ public:
     bool PutByte(int64_t record, uint8_t value);
     // False when the text cannot be carried by the code page or does not fit
     // the record (more than record length - 2 bytes).
-    bool PutString(int64_t record, const std::string& utf8);
+    bool PutString(int64_t record, std::string_view utf8);
 
     // A read past the end of the file, or a length that points past its
     // record, is a read error.

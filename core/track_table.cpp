@@ -83,7 +83,7 @@ void TrackTable::ClearRow(int r) {
     Title[r].clear();
     Year[r].clear();
     Slot_Value[r].fill(0);
-    for (auto& s : Slot_Text[r]) s.clear();
+    Slot_Text[r] = SlotTexts();
     Played_Number[r] = 0;
     Rating_Class[r] = 0;
     Identified[r] = false;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/currency.h"
+#include "core/slot_texts.h"
 
 namespace velmora {
 
@@ -16,7 +17,6 @@ class ListBox;
 
 // Rows a Collection can hold: the limit of a list box index.
 constexpr int kMaxTracks = 32766;
-constexpr int kSlotCount = 16;
 constexpr int kClassCount = 6;  // 0 Unmarked, 1 X, 2 C, 3 B, 4 A, 5 S
 
 extern const char* const kCapacityMessage;  // "Η παρούσα συλλογή ξεπερνά ..." head
@@ -38,7 +38,7 @@ struct TrackTable {
     std::vector<std::string> Year;
     std::vector<bool> Identified;
     std::vector<std::array<int16_t, kSlotCount>> Slot_Value;
-    std::vector<std::array<std::string, kSlotCount>> Slot_Text;
+    std::vector<SlotTexts> Slot_Text;
     std::vector<bool> Saved;
 
     // Where the walk stands.

@@ -350,7 +350,7 @@ void Compact_TrackTable(AppContext& ctx, int row) {
     }
     const int blank = std::max(last, row);
     t.ClearRow(blank);
-    for (auto& s : t.Slot_Text[blank]) s = "0";
+    t.Slot_Text[blank].Fill("0");
 }
 
 }  // namespace velmora

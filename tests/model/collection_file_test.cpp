@@ -153,10 +153,10 @@ void Fill_Golden(TestApp& app) {
     t.Played_Number[0] = 1, t.Duration[0] = Currency(200), t.Rating_Class[0] = 3;
     t.File_Size[0] = Currency::FromRaw(45678), t.Stop_Position[0] = Currency(12), t.Bitrate[0] = 128;
     t.Artist[0] = "Μάνος", t.Genre[0] = "Έντεχνο", t.Album[0] = "Album A", t.Title[0] = "Τίτλος", t.Year[0] = "1960";
-    t.Identified[0] = true, t.Slot_Value[0][2] = 7, t.Slot_Text[0][15] = "σχόλιο";
+    t.Identified[0] = true, t.Slot_Value[0][2] = 7, t.Slot_Text[0].Set(15, "σχόλιο");
     t.Played_Number[1] = 2, t.Duration[1] = Currency::FromRaw(3015000), t.Rating_Class[1] = 4;
     t.File_Size[1] = Currency(1024), t.Bitrate[1] = 320, t.Artist[1] = "Artist B", t.Title[1] = "Title B";
-    t.Slot_Value[1][15] = -1, t.Slot_Text[1][0] = "x";
+    t.Slot_Value[1][15] = -1, t.Slot_Text[1].Set(0, "x");
     ctx.form1.List5.Assign({"head", "", "000001|000001|Μάνος|B", "000002|000002|A"});
 
     Engine_At(app, 82.5);

@@ -22,7 +22,7 @@ TrackTable Numbered(int n) {
         t.Title[r] = "title" + std::to_string(r);
         t.Artist[r] = "artist" + std::to_string(r);
         t.Slot_Value[r][15] = static_cast<int16_t>(r);
-        t.Slot_Text[r][0] = "slot" + std::to_string(r);
+        t.Slot_Text[r].Set(0, "slot" + std::to_string(r));
         t.Identified[r] = (r % 2) == 0;
         t.Saved[r] = true;
         t.Total_Duration += t.Duration[r];
@@ -60,7 +60,7 @@ TEST(TrackTable, RemoveRowMovesEveryColumnButStopPosition) {
     EXPECT_EQ(t.Played_Number, (std::vector<int32_t>{1, 3, 4, 5, 0, 0}));
     EXPECT_EQ(t.Duration[1], Currency(102));
     EXPECT_EQ(t.Bitrate[3], 132);
-    EXPECT_EQ(std::tie(t.Slot_Value[2][15], t.Slot_Text[2][0], t.Slot_Text[4][0]), std::tuple(3, "slot3", ""));
+    EXPECT_EQ(std::tuple(t.Slot_Value[2][15], t.Slot_Text[2][0], t.Slot_Text[4][0]), std::tuple(3, "slot3", ""));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, true, false, false}));
     // ...but each stop position stays at its old row number.
     for (int r = 0; r < 5; ++r) EXPECT_EQ(t.Stop_Position[r], Currency(1000 + r)) << r;
@@ -70,6 +70,20 @@ TEST(TrackTable, RemoveRowMovesEveryColumnButStopPosition) {
     EXPECT_EQ(t.Total_Duration, Currency(100 + 102 + 103 + 104));
     EXPECT_EQ(t.Total_Size, Currency(10 + 12 + 13 + 14));
     EXPECT_EQ(std::tuple(t.Class_Count[1], t.Class_Size[1]), std::tuple(Currency(0), Currency(0)));
+}
+
+TEST(TrackTable, SlotTextsChangeOneSlotAndLeaveTheOthers) {
+    SlotTexts s;
+    s.Fill("0");
+    s.Set(7, "σχόλιο");
+    s.Set(3, "ab");
+    s.Set(7, "");
+    for (int j = 0; j < kSlotCount; ++j) EXPECT_EQ(s[j], j == 3 ? "ab" : j == 7 ? "" : "0") << j;
+    SlotTexts same;
+    same.Fill("0");
+    same.Set(3, "ab");
+    same.Set(7, "");
+    EXPECT_EQ(s, same);
 }
 
 TEST(TrackTable, RemoveRowAtTheEdges) {
