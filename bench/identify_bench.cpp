@@ -14,8 +14,6 @@
 //
 // Exits with 2 when the model reads fewer than 5,000 files per second.
 
-#include <QCoreApplication>
-
 #include <taglib/fileref.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
@@ -23,7 +21,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -32,16 +29,13 @@
 #include <string>
 #include <vector>
 
+#include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
-#include "core/startup.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/identification.h"
-#include "platform/mpv_engine.h"
-#include "platform/qt_event_loop.h"
-#include "ratings/reset_views.h"
 
 namespace {
 
@@ -97,27 +91,15 @@ int Bench(const fs::path& dir, int count) {
     }
     const std::vector<std::string> paths = Copies(source, media, count);
 
-    int qt_argc = 1;
-    char qt_name[] = "identify_bench";
-    char* qt_argv[] = {qt_name, nullptr};
-    QCoreApplication app(qt_argc, qt_argv);
-    std::setlocale(LC_NUMERIC, "C");
-
     // The boxes' texts are not wanted here; the first button answers.
     std::ostream quiet(nullptr);
-    QtEventLoop loop;
     cli::TerminalDialogs dialogs(std::cin, quiet, false);
     cli::TerminalShell shell(quiet);
-    MpvEngine player(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine video(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine second(loop, {.ao = "null", .vo = "null", .wid = 0});
-    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    cli::HeadlessProgram program(dialogs, shell);
+    AppContext& ctx = program.Context();
     ctx.program_folder = dir.string() + "/";
     ctx.core.App_Path = ctx.program_folder;
-    for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
-    Initialise(ctx);
-    Reset_Views(ctx, 0);
+    cli::Start_Without_Window(ctx);
     ctx.collection.Collection_Path = (dir / "velmora_sylloges" / "bench.qel").string();
 
     // The search page pointed at the folder, every type, its subfolders on.

@@ -1,28 +1,20 @@
 #include "cli/add_command.h"
 
-#include <QCoreApplication>
-#include <QDir>
 
-#include <clocale>
 #include <filesystem>
 #include <iostream>
-#include <string>
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "cli/collection_reader.h"
-#include "cli/play_command.h"
+#include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
-#include "core/settings_store.h"
-#include "core/startup.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
-#include "platform/mpv_engine.h"
-#include "platform/qt_event_loop.h"
-#include "ratings/reset_views.h"
 
 namespace fs = std::filesystem;
 
@@ -34,12 +26,6 @@ int Usage() {
     std::cerr << "usage: velmora-cli add FILE.qel DIR... [--subdirs]\n"
                  "  adds the media files of each DIR (with --subdirs, of every folder below it too)\n";
     return 2;
-}
-
-std::string DataHome() {
-    const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
-    if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
-    return (QDir::homePath() + "/.local/share").toStdString();
 }
 
 // A folder as the folder box holds it: absolute and without a closing slash,
@@ -117,27 +103,13 @@ int Add_Command(int argc, char** argv) {
         }
     }
 
-    int qt_argc = 1;
-    char qt_name[] = "velmora-cli";
-    char* qt_argv[] = {qt_name, nullptr};
-    QCoreApplication app(qt_argc, qt_argv);
-    std::setlocale(LC_NUMERIC, "C");
-
-    QtEventLoop loop;
     // Not interactive: every question takes its first button.
     CountingDialogs dialogs(std::cin, std::cerr, false);
     TerminalShell shell(std::cerr);
-    MpvEngine player(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine video(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine second(loop, {.ao = "null", .vo = "null", .wid = 0});
-
-    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    HeadlessProgram program(dialogs, shell);
+    AppContext& ctx = program.Context();
     Form1& f = ctx.form1;
-    ctx.program_folder = Program_Folder_Of(file);
-    if (ctx.program_folder.empty())
-        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
-    ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
+    Set_Program_Folder(ctx, file);
 
     // Every entry the program puts at the head of its log is printed as it
     // comes: names that cannot be stored, folders that cannot be read.
@@ -155,13 +127,7 @@ int Add_Command(int argc, char** argv) {
         std::cout << entry << "\n";
     });
 
-    // The start of the window without the window: folders, tables and the
-    // preferences.
-    for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
-    Initialise(ctx);
-    Reset_Views(ctx, 0);
-    bool settings_error = false;
-    Load_Settings(ctx, settings_error);
+    Start_Without_Window(ctx);
     ctx.collection.Collection_Path = file;
     // A Collection read in part must not be saved over the whole.
     const bool whole = !existed || Load_Collection(ctx);

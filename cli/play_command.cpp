@@ -1,14 +1,12 @@
 #include "cli/play_command.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QSocketNotifier>
 
 #include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
@@ -16,14 +14,13 @@
 #include <optional>
 #include <string>
 
+#include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/startup.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
-#include "platform/mpv_engine.h"
-#include "platform/qt_event_loop.h"
 
 namespace fs = std::filesystem;
 
@@ -71,12 +68,6 @@ void OnSignal(int) {
     [[maybe_unused]] const auto written = ::write(g_signal_socket[0], &byte, 1);
 }
 
-std::string DataHome() {
-    const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
-    if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
-    return (QDir::homePath() + "/.local/share").toStdString();
-}
-
 std::string NameOf(const std::string& path) {
     const size_t slash = path.find_last_of('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -107,14 +98,6 @@ int Usage() {
 
 }  // namespace
 
-std::string Program_Folder_Of(const std::string& collection_file) {
-    const fs::path folder = fs::path(collection_file).parent_path();
-    if (folder.filename() != "velmora_sylloges") return {};
-    std::string root = folder.parent_path().string();
-    if (root.empty() || root.back() != '/') root += '/';
-    return root;
-}
-
 int Play_Command(int argc, char** argv) {
     std::string file, ao;
     for (int i = 0; i < argc; ++i) {
@@ -133,37 +116,24 @@ int Play_Command(int argc, char** argv) {
     }
     file = absolute.lexically_normal().string();
 
-    int qt_argc = 1;
-    char qt_name[] = "velmora-cli";
-    char* qt_argv[] = {qt_name, nullptr};
-    QCoreApplication app(qt_argc, qt_argv);
-    // libmpv reads numbers with the C library and wants a '.' decimal point.
-    std::setlocale(LC_NUMERIC, "C");
-
     const bool keys = ::isatty(STDIN_FILENO) != 0;
     const bool status_tty = ::isatty(STDERR_FILENO) != 0;
 
-    QtEventLoop loop;
     TerminalDialogs dialogs(std::cin, std::cerr, keys);
     TerminalShell shell(std::cerr);
-    MpvEngine player(loop, {.ao = ao, .vo = "null", .wid = 0});
-    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine video(loop, {.ao = ao, .vo = "null", .wid = 0});
-    MpvEngine second(loop, {.ao = ao, .vo = "null", .wid = 0});
-    if (!player.InitError().empty()) {
-        std::cerr << "velmora-cli: media engine: " << player.InitError() << "\n";
+    HeadlessProgram program(dialogs, shell, ao);
+    QCoreApplication& app = program.App();
+    if (!program.Player().InitError().empty()) {
+        std::cerr << "velmora-cli: media engine: " << program.Player().InitError() << "\n";
         return 1;
     }
 
-    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
-    ctx.program_folder = Program_Folder_Of(file);
-    if (ctx.program_folder.empty())
-        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+    AppContext& ctx = program.Context();
+    Set_Program_Folder(ctx, file);
 
     // Start-up opens the Collection the pointer file names: point it at this
     // one first, keeping the statistics the pointer carries. The window will
     // open it next time too, as if it had been opened there.
-    ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
     Load_Pointer(ctx);
     ctx.collection.Collection_Path = file;
     Save_Pointer(ctx);
@@ -243,7 +213,7 @@ int Play_Command(int argc, char** argv) {
     links.push_back(ctx.form1.Timer1.Tick.connect([&] {
         if (quitting) return;
         // The cycle is over when its line was written and the engine has let go.
-        if (cycle_over && player.URL().empty() && player.playState() != PS_Playing) {
+        if (cycle_over && ctx.ports.player.URL().empty() && ctx.ports.player.playState() != PS_Playing) {
             quit();
             return;
         }

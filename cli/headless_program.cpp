@@ -1,0 +1,58 @@
+#include "cli/headless_program.h"
+
+#include <QDir>
+
+#include <clocale>
+#include <filesystem>
+
+#include "core/settings_store.h"
+#include "core/startup.h"
+#include "ratings/reset_views.h"
+
+namespace fs = std::filesystem;
+
+namespace velmora::cli {
+
+namespace {
+
+std::string DataHome() {
+    const QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
+    if (!xdg.isEmpty() && QDir::isAbsolutePath(xdg)) return xdg.toStdString();
+    return (QDir::homePath() + "/.local/share").toStdString();
+}
+
+}  // namespace
+
+HeadlessProgram::NumericLocaleC::NumericLocaleC() { std::setlocale(LC_NUMERIC, "C"); }
+
+HeadlessProgram::HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::string& ao)
+    : m_player(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
+      m_reader(m_loop, {.ao = "null", .vo = "null", .wid = 0}),
+      m_video(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
+      m_second(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
+      m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second}) {}
+
+std::string Program_Folder_Of(const std::string& collection_file) {
+    const fs::path folder = fs::path(collection_file).parent_path();
+    if (folder.filename() != "velmora_sylloges") return {};
+    std::string root = folder.parent_path().string();
+    if (root.empty() || root.back() != '/') root += '/';
+    return root;
+}
+
+void Set_Program_Folder(AppContext& ctx, const std::string& collection_file) {
+    ctx.program_folder = Program_Folder_Of(collection_file);
+    if (ctx.program_folder.empty())
+        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+    ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
+}
+
+void Start_Without_Window(AppContext& ctx) {
+    for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
+    Initialise(ctx);
+    Reset_Views(ctx, 0);
+    bool settings_error = false;
+    Load_Settings(ctx, settings_error);
+}
+
+}  // namespace velmora::cli

@@ -1,0 +1,53 @@
+#pragma once
+// The program's model without a window, as the terminal commands run it:
+// Qt's loop without widgets, the four engines on libmpv with no picture.
+
+#include <QCoreApplication>
+
+#include <string>
+
+#include "core/app_context.h"
+#include "platform/mpv_engine.h"
+#include "platform/qt_event_loop.h"
+
+namespace velmora::cli {
+
+class HeadlessProgram {
+public:
+    // ao is the audio output of the engines that play; the reader never does.
+    HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::string& ao = "null");
+
+    QCoreApplication& App() { return m_app; }
+    MpvEngine& Player() { return m_player; }
+    AppContext& Context() { return m_ctx; }
+
+private:
+    // libmpv reads numbers with the C library and wants a '.' decimal point,
+    // from before the first engine is made.
+    struct NumericLocaleC {
+        NumericLocaleC();
+    };
+
+    int m_argc = 1;
+    char m_name[12] = "velmora-cli";
+    char* m_argv[2] = {m_name, nullptr};
+    QCoreApplication m_app{m_argc, m_argv};
+    NumericLocaleC m_locale;
+    QtEventLoop m_loop;
+    MpvEngine m_player, m_reader, m_video, m_second;
+    AppContext m_ctx;
+};
+
+// The program folder of a Collection file: the folder that holds its
+// velmora_sylloges/, or empty when the file does not lie in one.
+std::string Program_Folder_Of(const std::string& collection_file);
+
+// Gives the context the program folder of the Collection file, or the
+// user's data folder when the file lies in none.
+void Set_Program_Folder(AppContext& ctx, const std::string& collection_file);
+
+// What start-up does before a Collection, without the window: the folders,
+// the tables and the preferences.
+void Start_Without_Window(AppContext& ctx);
+
+}  // namespace velmora::cli
