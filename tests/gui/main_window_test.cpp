@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QItemSelectionModel>
@@ -13,7 +12,6 @@
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTableView>
-#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -23,24 +21,15 @@
 #include "core/startup.h"
 #include "desktop/forms.h"
 #include "desktop/qt/main_window.h"
-#include "desktop/qt/redraw_pacer.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"
+#include "settle.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
-// Runs the loop until a paced redraw, asked for just now, has been drawn.
-void Settle() {
-    QElapsedTimer waited;
-    waited.start();
-    do {
-        QApplication::processEvents();
-        QThread::msleep(2);
-    } while (waited.elapsed() <= RedrawPacer::kSpacingMs + 10);
-    QApplication::processEvents();
-}
+using testing::Settle;
 
 void AddTrack(Form1& form, const std::string& number, const std::string& rating, const std::string& time,
               const std::string& size, const std::string& rate, const std::string& path) {

@@ -31,6 +31,7 @@
 #include "desktop/qt/redraw_pacer.h"
 #include "desktop/qt/track_list_model.h"
 #include "intake/file_drop.h"
+#include "settle.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -38,16 +39,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Runs the loop until a paced redraw, asked for just now, has been drawn.
-void Settle() {
-    QElapsedTimer waited;
-    waited.start();
-    do {
-        QApplication::processEvents();
-        QThread::msleep(2);
-    } while (waited.elapsed() <= RedrawPacer::kSpacingMs + 10);
-    QApplication::processEvents();
-}
+using testing::Settle;
 
 QStringList Rows(const QListWidget& list) {
     QStringList rows;

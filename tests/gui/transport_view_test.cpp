@@ -22,15 +22,13 @@
 #include "desktop/qt/transport_view.h"
 #include "playback/transport.h"
 #include "ratings/rating_calculation.h"
+#include "settle.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
-void Settle() {
-    QApplication::processEvents();
-    QApplication::processEvents();
-}
+using testing::Settle;
 
 const char* const kNames[] = {"01 - Μάνος Χατζιδάκις - Ο κύκλος.mp3", "02 - Theodorakis - Zorba.flac",
                               "03 - Σαββόπουλος - Ντιρλαντά.mp3", "04 - Vangelis - Chariots of Fire.ogg",
