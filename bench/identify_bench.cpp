@@ -14,17 +14,11 @@
 //
 // Exits with 2 when the model reads fewer than 5,000 files per second.
 
-#include <taglib/fileref.h>
-#include <taglib/id3v2tag.h>
-#include <taglib/mpegfile.h>
-#include <taglib/tag.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -36,6 +30,7 @@
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/identification.h"
+#include "mp3_copies.h"
 
 namespace {
 
@@ -45,36 +40,10 @@ using namespace velmora;
 
 double Seconds(Clock::time_point from) { return std::chrono::duration<double>(Clock::now() - from).count(); }
 
-// Copies of one file under count names, each given its own title, as the
-// media reader's own benchmark makes them.
-std::vector<std::string> Copies(const fs::path& source, const fs::path& dir, int count) {
-    std::vector<std::string> paths;
-    for (int i = 0; i < count; ++i) {
-        const fs::path to = dir / ("track-" + std::to_string(i) + ".mp3");
-        fs::copy_file(source, to, fs::copy_options::overwrite_existing);
-        TagLib::MPEG::File file(to.c_str());
-        file.ID3v2Tag(true)->setTitle(TagLib::String("Κομμάτι " + std::to_string(i), TagLib::String::UTF8));
-        file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone);
-        paths.push_back(to.string());
-    }
-    return paths;
-}
-
-void Warm(const std::vector<std::string>& paths) {
-    std::vector<char> buffer(1 << 16);
-    for (const auto& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()))) {
-        }
-    }
-}
-
 double Bare_TagLib(const std::vector<std::string>& paths) {
     double sink = 0;
     for (const auto& path : paths) {
-        TagLib::FileRef ref(path.c_str());
-        if (ref.isNull() || ref.audioProperties() == nullptr || ref.tag() == nullptr) continue;
-        sink += ref.audioProperties()->lengthInMilliseconds() / 1000.0 + ref.tag()->title().size();
+        sink += bench::Read_By_TagLib(path);
     }
     return sink;
 }
@@ -89,7 +58,7 @@ int Bench(const fs::path& dir, int count) {
         std::fprintf(stderr, "failed: %s\n", make.c_str());
         return 1;
     }
-    const std::vector<std::string> paths = Copies(source, media, count);
+    const std::vector<std::string> paths = bench::Copies(source, media, "track", count);
 
     // The boxes' texts are not wanted here; the first button answers.
     std::ostream quiet(nullptr);
@@ -116,7 +85,7 @@ int Bench(const fs::path& dir, int count) {
         return 1;
     }
 
-    Warm(paths);
+    bench::Warm(paths);
     Identify_Properties(ctx, kIdentifyNew);
     double model_best = 0, bare_best = 0, sink = 0;
     for (int round = 0; round < 3; ++round) {

@@ -7,21 +7,16 @@
 //
 //   reader_bench [FILES]      FILES defaults to 5000; needs ffmpeg on the PATH
 
-#include <taglib/fileref.h>
-#include <taglib/id3v2tag.h>
-#include <taglib/mpegfile.h>
-#include <taglib/tag.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "mp3_copies.h"
 #include "platform/media_reader.h"
 
 namespace {
@@ -33,29 +28,6 @@ bool Run(const std::string& command) {
     if (std::system(command.c_str()) == 0) return true;
     std::fprintf(stderr, "failed: %s\n", command.c_str());
     return false;
-}
-
-// Copies of one file under count names, each given its own title.
-std::vector<std::string> Copies(const fs::path& source, const fs::path& dir, const std::string& stem, int count) {
-    std::vector<std::string> paths;
-    for (int i = 0; i < count; ++i) {
-        const fs::path to = dir / (stem + "-" + std::to_string(i) + ".mp3");
-        fs::copy_file(source, to, fs::copy_options::overwrite_existing);
-        TagLib::MPEG::File file(to.c_str());
-        file.ID3v2Tag(true)->setTitle(TagLib::String("Κομμάτι " + std::to_string(i), TagLib::String::UTF8));
-        file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone);
-        paths.push_back(to.string());
-    }
-    return paths;
-}
-
-void Warm(const std::vector<std::string>& paths) {
-    std::vector<char> buffer(1 << 16);
-    for (const auto& path : paths) {
-        std::ifstream in(path, std::ios::binary);
-        while (in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()))) {
-        }
-    }
 }
 
 struct Method {
@@ -82,12 +54,6 @@ double ThroughReader(const std::string& path) {
     return item->duration() + static_cast<double>(item->getItemInfo("Title").size());
 }
 
-double ThroughTagLib(const std::string& path) {
-    TagLib::FileRef ref(path.c_str());
-    if (ref.isNull() || ref.audioProperties() == nullptr || ref.tag() == nullptr) return 0;
-    return ref.audioProperties()->lengthInMilliseconds() / 1000.0 + ref.tag()->title().size();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -108,15 +74,16 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    const auto xing = Copies(dir / "xing.mp3", dir, "xing", count);
-    const auto cbr = Copies(dir / "cbr.mp3", dir, "cbr", std::max(1, count / 10));
-    const auto vbr = Copies(dir / "vbr.mp3", dir, "vbr", std::max(1, count / 10));
-    Warm(xing);
-    Warm(cbr);
-    Warm(vbr);
+    const auto xing = velmora::bench::Copies(dir / "xing.mp3", dir, "xing", count);
+    const auto cbr = velmora::bench::Copies(dir / "cbr.mp3", dir, "cbr", std::max(1, count / 10));
+    const auto vbr = velmora::bench::Copies(dir / "vbr.mp3", dir, "vbr", std::max(1, count / 10));
+    velmora::bench::Warm(xing);
+    velmora::bench::Warm(cbr);
+    velmora::bench::Warm(vbr);
 
     double sink = 0;
-    Method bare{ThroughTagLib}, reader{ThroughReader}, reader_cbr{ThroughReader}, reader_vbr{ThroughReader};
+    Method bare{velmora::bench::Read_By_TagLib}, reader{ThroughReader};
+    Method reader_cbr{ThroughReader}, reader_vbr{ThroughReader};
     Measure(xing, {&bare, &reader}, sink);
     Measure(cbr, {&reader_cbr}, sink);
     Measure(vbr, {&reader_vbr}, sink);
