@@ -28,6 +28,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/forms.h"
+#include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 #include "desktop/qt/rating_view.h"
@@ -44,8 +45,6 @@ constexpr int kPageCount = 5;
 // The stack entry that holds each page's frames: pages 0 and 1 share the
 // place of Frame4 and Frame12.
 constexpr std::array<int, kPageCount> kStackOfPage{0, 0, 1, 2, 3};
-
-QString Q(const std::string& text) { return QString::fromStdString(text); }
 
 // The key codes the logic compares against (Esc 27, Enter 13, ...).
 int KeyCode(const QKeyEvent& event) {
@@ -89,12 +88,6 @@ bool TakesText(const QWidget* widget) {
     if (auto* edit = qobject_cast<const QPlainTextEdit*>(widget)) return !edit->isReadOnly();
     if (auto* edit = qobject_cast<const QTextEdit*>(widget)) return !edit->isReadOnly();
     return false;
-}
-
-void ApplyLook(QWidget& widget, const Control& control) {
-    widget.setEnabled(control.Enabled());
-    widget.setVisible(control.Visible());
-    widget.setToolTip(Q(control.ToolTip()));
 }
 
 // The local files among the dragged addresses; a drag with none is refused.
@@ -231,7 +224,7 @@ QGroupBox* MainWindow::BuildFrame(CaptionControl& frame) {
     inside->addStretch(1);
     auto apply = [box, &frame] {
         box->setTitle(MenuText(frame.Caption()));
-        ApplyLook(*box, frame);
+        ApplyLook(*box, frame, QString());
     };
     m_subscriptions.push_back(frame.Changed.connect([this, apply](Change) {
         apply();
@@ -293,13 +286,13 @@ QWidget* MainWindow::BuildLog() {
     m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_subscriptions.push_back(m_form.Text2[0].Changed.connect([this](Change kind) {
         if (kind != Change::Contents) {
-            ApplyLook(*m_log, m_form.Text2[0]);
+            ApplyLook(*m_log, m_form.Text2[0], QString());
             return;
         }
         // A long loop writes the log on every row.
         m_log_pacer.Request();
     }));
-    ApplyLook(*m_log, m_form.Text2[0]);
+    ApplyLook(*m_log, m_form.Text2[0], QString());
     ApplyLog();
     return m_log;
 }
@@ -395,7 +388,7 @@ void MainWindow::ApplyPage() {
     if (page < 0 || page >= kPageCount) return;
     m_page_tabs->setCurrentIndex(page);
     m_pages->setCurrentIndex(kStackOfPage[page]);
-    ApplyLook(*m_pages->parentWidget(), m_form.MultiPage1);
+    ApplyLook(*m_pages->parentWidget(), m_form.MultiPage1, QString());
 }
 
 void MainWindow::UpdatePageTips() {

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "desktop/forms.h"
+#include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/star_pictures.h"
 #include "ratings/rating_marks.h"
@@ -17,14 +18,6 @@
 namespace velmora {
 
 namespace {
-
-QString Q(const std::string& text) { return QString::fromStdString(text); }
-
-void ApplyLook(QWidget& widget, const Control& control) {
-    widget.setEnabled(control.Enabled());
-    widget.setVisible(control.Visible());
-    if (!control.ToolTip().empty()) widget.setToolTip(Q(control.ToolTip()));
-}
 
 // The heads of the class rows, by slot.
 const char* const kHeads[] = {"-", "X", "C", "B", "A", "S"};

@@ -20,19 +20,12 @@
 #include <memory>
 
 #include "desktop/forms.h"
+#include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 
 namespace velmora {
 
 namespace {
-
-QString Q(const std::string& text) { return QString::fromStdString(text); }
-
-void ApplyLook(QWidget& widget, const Control& control) {
-    widget.setEnabled(control.Enabled());
-    widget.setVisible(control.Visible());
-    if (!control.ToolTip().empty()) widget.setToolTip(Q(control.ToolTip()));
-}
 
 // Buttons and boxes whose captions the logic never changes carry them from
 // the window's design; a caption the logic sets wins.

@@ -14,20 +14,13 @@
 #include <algorithm>
 
 #include "desktop/forms.h"
+#include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 
 namespace velmora {
 
 namespace {
-
-QString Q(const std::string& text) { return QString::fromStdString(text); }
-
-void ApplyLook(QWidget& widget, const Control& control, const QString& fallback_tip = {}) {
-    widget.setEnabled(control.Enabled());
-    widget.setVisible(control.Visible());
-    widget.setToolTip(control.ToolTip().empty() ? fallback_tip : Q(control.ToolTip()));
-}
 
 // A separator between groups of buttons.
 QFrame* Rule(QWidget* parent) {
@@ -168,7 +161,7 @@ QLabel* TransportView::Line(CaptionControl& label) {
     widget->setTextFormat(Qt::PlainText);
     auto apply = [widget, &label] {
         widget->setText(Q(label.Caption()));
-        ApplyLook(*widget, label);
+        ApplyLook(*widget, label, QString());
     };
     m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
     apply();
@@ -187,7 +180,7 @@ QSlider* TransportView::Range(RangeControl& range, bool seeks) {
         // The clock moves the position every second; it must not pull the
         // handle from under the user's hand.
         if (!widget->isSliderDown()) widget->setValue(range.Value());
-        ApplyLook(*widget, range);
+        ApplyLook(*widget, range, QString());
     };
     connect(widget, &QSlider::valueChanged, this, [this, &range](int value) {
         if (m_syncing) return;
