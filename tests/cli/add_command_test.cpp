@@ -12,6 +12,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "cli_run.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -21,28 +22,8 @@ namespace fs = std::filesystem;
 
 constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
 
-struct CliRun {
-    int code = -1;
-    std::string out, err;
-};
-
-// Standard input is never a terminal here, so nothing waits for a key; the
-// time limit keeps a player that never stops from hanging the run.
-CliRun Cli(const std::string& args, const fs::path& scratch) {
-    const fs::path err_file = scratch / "stderr.txt";
-    const std::string command =
-        "timeout 60 " + std::string(VELMORA_CLI) + " " + args + " </dev/null 2>'" + err_file.string() + "'";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream in(err_file);
-    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    return run;
-}
+using testing::Cli;
+using testing::CliRun;
 
 std::string Quoted(const fs::path& path) { return "'" + path.string() + "'"; }
 

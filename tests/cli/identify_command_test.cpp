@@ -13,6 +13,7 @@
 #include "collection/collection_paths.h"
 #include "core/startup.h"
 #include "core/track_table.h"
+#include "cli_run.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -20,22 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CliRun {
-    int code = -1;
-    std::string out;
-};
-
-CliRun Identify(const std::string& args) {
-    const std::string command = "timeout 60 " + std::string(VELMORA_CLI) + " identify " + args + " </dev/null 2>/dev/null";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
+using testing::Cli;
+using testing::CliRun;
 
 TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwice) {
     testing::TestApp app;
@@ -66,7 +53,7 @@ TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwic
     Form_QueryUnload(app.ctx);
     const std::string collection = app.ctx.collection.Collection_Path;
 
-    const CliRun first = Identify("'" + collection + "'");
+    const CliRun first = Cli("identify '" + collection + "'", app.folder.Path());
     ASSERT_EQ(first.code, 0) << first.out;
     EXPECT_NE(first.out.find("Calculating... :  -4"), std::string::npos) << first.out;
     EXPECT_EQ(first.out.rfind("Εντάξει...Ok\n", 0), 0u) << first.out;
@@ -83,7 +70,7 @@ TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwic
     EXPECT_EQ(t.Duration[3], Currency());
     Form_QueryUnload(reread.ctx);
 
-    const CliRun again = Identify("'" + collection + "' --continue");
+    const CliRun again = Cli("identify '" + collection + "' --continue", app.folder.Path());
     ASSERT_EQ(again.code, 0) << again.out;
     EXPECT_NE(again.out.find("Calculating... :  -0"), std::string::npos) << again.out;
 
@@ -96,7 +83,7 @@ TEST(IdentifyCommand, ReadsEveryTrackSurvivesBadFilesAndContinueReadsNothingTwic
         return std::string(std::istreambuf_iterator<char>(in), {});
     };
     const std::string main_before = bytes(p.main), files_before = bytes(p.files);
-    const CliRun damaged = Identify("'" + collection + "'");
+    const CliRun damaged = Cli("identify '" + collection + "'", app.folder.Path());
     EXPECT_EQ(damaged.code, 1) << damaged.out;
     EXPECT_EQ(bytes(p.main), main_before);
     EXPECT_EQ(bytes(p.files), files_before);

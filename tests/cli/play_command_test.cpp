@@ -13,6 +13,7 @@
 #include "collection/collection_file.h"
 #include "core/startup.h"
 #include "core/track_table.h"
+#include "cli_run.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -22,24 +23,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
 
-struct PlayRun {
-    int code = -1;
-    std::string err;
-};
-
-PlayRun Play(const std::string& args, const fs::path& scratch) {
-    const fs::path err_file = scratch / "play-stderr.txt";
-    // No terminal on standard input: it plays without keys. The limit keeps
-    // a player that never stops from hanging the run.
-    const std::string command = "timeout 40 " + std::string(VELMORA_CLI) + " play " + args + " </dev/null 2>'" +
-                                err_file.string() + "' >/dev/null";
-    PlayRun run;
-    const int status = std::system(command.c_str());
-    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream in(err_file);
-    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    return run;
-}
+using testing::Cli;
 
 TEST(PlayCommand, PlaysTheCollectionThroughAndEndsWithTheCycle) {
     testing::TestApp app;
@@ -68,7 +52,7 @@ TEST(PlayCommand, PlaysTheCollectionThroughAndEndsWithTheCycle) {
     ASSERT_TRUE(fs::exists(collection)) << collection;
 
     const auto written = fs::last_write_time(collection);
-    const PlayRun run = Play("'" + collection + "' --ao null", app.folder.Path());
+    const auto run = Cli("play '" + collection + "' --ao null", app.folder.Path());
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_NE(run.err.find(kCycleEnd), std::string::npos) << run.err;
     EXPECT_NE(run.err.find("[2/2] tone 1.mp3"), std::string::npos) << "the status names the second Track\n" << run.err;
@@ -86,9 +70,9 @@ TEST(PlayCommand, PlaysTheCollectionThroughAndEndsWithTheCycle) {
 
 TEST(PlayCommand, RefusesWhatItCannotPlay) {
     testing::TempFolder scratch;
-    EXPECT_EQ(Play("'" + (scratch.Path() / "none.qel").string() + "'", scratch.Path()).code, 2);
-    EXPECT_EQ(Play("", scratch.Path()).code, 2);
-    EXPECT_EQ(Play("a.qel --ao", scratch.Path()).code, 2);
+    EXPECT_EQ(Cli("play '" + (scratch.Path() / "none.qel").string() + "'", scratch.Path()).code, 2);
+    EXPECT_EQ(Cli("play", scratch.Path()).code, 2);
+    EXPECT_EQ(Cli("play a.qel --ao", scratch.Path()).code, 2);
 }
 
 }  // namespace

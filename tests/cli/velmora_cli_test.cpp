@@ -2,7 +2,6 @@
 // record, so the tool is checked against the format and not against itself.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -11,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "core/record_file.h"
+#include "cli_run.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -18,26 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CliRun {
-    int code = -1;
-    std::string out, err;
-};
-
-CliRun Cli(const std::string& args, const fs::path& scratch) {
-    const fs::path err_file = scratch / "stderr.txt";
-    const std::string command = std::string(VELMORA_CLI) + " " + args + " 2>'" + err_file.string() + "'";
-    CliRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    size_t n = 0;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::ifstream in(err_file);
-    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    return run;
-}
+using testing::Cli;
+using testing::CliRun;
 
 // A Collection of two Tracks below velmora_sylloges, its files side file in
 // the load's spelling, and a filter file beside it.

@@ -1,0 +1,39 @@
+#pragma once
+// velmora-cli run as a program, as a user's shell runs it: its exit code,
+// standard output and standard error.
+
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace velmora::testing {
+
+struct CliRun {
+    int code = -1;
+    std::string out, err;
+};
+
+// Standard input is never a terminal here, so nothing waits for a key; the
+// time limit keeps a player that never stops from hanging the run. Standard
+// error goes through a file in scratch.
+inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch) {
+    const std::filesystem::path err_file = scratch / "stderr.txt";
+    const std::string command =
+        "timeout 60 " + std::string(VELMORA_CLI) + " " + args + " </dev/null 2>'" + err_file.string() + "'";
+    CliRun run;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return run;
+    char buffer[4096];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.out.append(buffer, n);
+    const int status = pclose(pipe);
+    run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::ifstream in(err_file);
+    run.err.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return run;
+}
+
+}  // namespace velmora::testing
