@@ -97,6 +97,19 @@ struct RecordFile::Impl {
         return false;
     }
 
+    // Writes what is buffered, then hands the file to one of the kernel's
+    // sync calls; a failure there means the writes may not be on the disk.
+    template <class SyncCall>
+    bool FlushThen(const char* what, SyncCall call) {
+        if (fd < 0) return Fail("the file is not open");
+        if (!Flush()) return false;
+        if (call(fd) != 0) {
+            write_failed = true;
+            return Fail(SysError(what));
+        }
+        return !write_failed;
+    }
+
     // Byte offset of a record, or -1 when the number is out of range.
     int64_t Offset(int64_t record) const {
         if (record < 1) return -1;
@@ -288,39 +301,19 @@ bool RecordFile::Close() {
 bool RecordFile::IsOpen() const { return m_impl->fd >= 0; }
 
 bool RecordFile::Sync() {
-    Impl& m = *m_impl;
-    if (m.fd < 0) return m.Fail("the file is not open");
-    if (!m.Flush()) return false;
-    if (::fsync(m.fd) != 0) {
-        m.write_failed = true;
-        return m.Fail(SysError("fsync"));
-    }
-    return !m.write_failed;
+    return m_impl->FlushThen("fsync", [](int fd) { return ::fsync(fd); });
 }
 
 bool RecordFile::SyncData() {
-    Impl& m = *m_impl;
-    if (m.fd < 0) return m.Fail("the file is not open");
-    if (!m.Flush()) return false;
-    if (::fdatasync(m.fd) != 0) {
-        m.write_failed = true;
-        return m.Fail(SysError("fdatasync"));
-    }
-    return !m.write_failed;
+    return m_impl->FlushThen("fdatasync", [](int fd) { return ::fdatasync(fd); });
 }
 
 bool RecordFile::WriteOut() {
-    Impl& m = *m_impl;
-    if (m.fd < 0) return m.Fail("the file is not open");
-    if (m.size != m.opened_size) return Sync();
-    if (!m.Flush()) return false;
-    constexpr unsigned kWriteAndWait =
-        SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
-    if (::sync_file_range(m.fd, 0, 0, kWriteAndWait) != 0) {
-        m.write_failed = true;
-        return m.Fail(SysError("sync_file_range"));
-    }
-    return !m.write_failed;
+    if (m_impl->fd >= 0 && m_impl->size != m_impl->opened_size) return Sync();
+    return m_impl->FlushThen("sync_file_range", [](int fd) {
+        return ::sync_file_range(fd, 0, 0,
+                                 SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
+    });
 }
 
 int RecordFile::RecordLength() const { return m_impl->length; }
