@@ -57,10 +57,11 @@ void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names
         f.List3_0[2].AddItem("00:00:00");
         f.List3_0[3].AddItem("00.00");
         f.List3_0[4].AddItem("000");
-        if (t.Current_Track >= 0 && t.Current_Track < f.List2.ListCount()) f.List2.SetListIndex(t.Current_Track);
         Log_Line(ctx, "-> Αριθμός Προστιθέμενων Αρχείων - Number of Added files = " + std::to_string(added));
     }
     if (added > 0) {
+        // The current Track shown again, once for the drop rather than once a file.
+        if (t.Current_Track >= 0 && t.Current_Track < f.List2.ListCount()) f.List2.SetListIndex(t.Current_Track);
         t.Track_Count = f.List2.ListCount();
         t.Grow_Columns();
         t.Class_Count[0] += Currency(int64_t{added});
