@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
@@ -15,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdio>
 #include <set>
 
@@ -31,14 +31,18 @@ namespace {
 
 using testing::Settle;
 
-void AddTrack(Form1& form, const std::string& number, const std::string& rating, const std::string& time,
-              const std::string& size, const std::string& rate, const std::string& path) {
-    form.List3_0[0].AddItem(number);
-    form.List3_0[1].AddItem(rating);
-    form.List3_0[2].AddItem(time);
-    form.List3_0[3].AddItem(size);
-    form.List3_0[4].AddItem(rate);
-    form.List2.AddItem(path);
+// A row: number, class, time, size and bit rate in the mirrors, then the path.
+void AddTrack(Form1& form, const std::array<std::string, 6>& row) {
+    for (int b = 0; b < 5; ++b) form.List3_0[b].AddItem(row[b]);
+    form.List2.AddItem(row[5]);
+}
+
+// Saves a drawing beside the test binary, for people to look at.
+void Save(const QPixmap& picture, const QString& name) {
+    const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
+    QDir().mkpath(dir);
+    ASSERT_TRUE(picture.save(dir + "/" + name));
+    std::printf("drawn to %s/%s\n", qPrintable(dir), qPrintable(name));
 }
 
 // Every action below the menu, depth first.
@@ -52,9 +56,9 @@ void Collect(const QList<QAction*>& actions, std::vector<QAction*>& out) {
 class MainWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        AddTrack(form, "00001", "S", "00:03:41", "8.45", "320", "/music/Χατζιδάκις/Ο κύκλος.mp3");
-        AddTrack(form, "00002", "-", "00:04:02", "5.10", "192", "/music/Theodorakis/Zorba.flac");
-        AddTrack(form, "00003", "A", "01:12:09", "712.3", "1411", "/video/Ταινία & ήχος.mkv");
+        AddTrack(form, {"00001", "S", "00:03:41", "8.45", "320", "/music/Χατζιδάκις/Ο κύκλος.mp3"});
+        AddTrack(form, {"00002", "-", "00:04:02", "5.10", "192", "/music/Theodorakis/Zorba.flac"});
+        AddTrack(form, {"00003", "A", "01:12:09", "712.3", "1411", "/video/Ταινία & ήχος.mkv"});
         form.Text2[0].SetText("12:00:01 -> Έτοιμο - Done\n12:00:00 -> Φόρτωμα - Loading\n");
         form.Command11.SetPicture("play");
         form.Show();
@@ -67,25 +71,17 @@ protected:
 };
 
 TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
-    const QImage picture = window.grab().toImage();
-    const QString out_dir = QCoreApplication::applicationDirPath() + "/test-output";
-    QDir().mkpath(out_dir);
-    const QString png = out_dir + "/main_window.png";
-    ASSERT_TRUE(picture.save(png));
-    std::printf("main window drawn to %s\n", qPrintable(png));
+    Save(window.grab(), "main_window.png");
     form.Menus("MnuMoreRandom").SetChecked(true);
     QMenu* play = window.MenuActions().ActionFor(form.Menus("MnuPlay"))->menu();
     play->adjustSize();
-    const QString menu_png = out_dir + "/play_menu.png";
-    ASSERT_TRUE(play->grab().save(menu_png));
-    std::printf("play menu drawn to %s\n", qPrintable(menu_png));
+    Save(play->grab(), "play_menu.png");
 
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("VELMORA II"));
-    EXPECT_EQ(window.TrackModel().rowCount(), 3);
-    EXPECT_EQ(window.TrackModel().index(2, TrackListModel::Path).data().toString(),
-              QStringLiteral("/video/Ταινία & ήχος.mkv"));
-    EXPECT_EQ(window.TrackModel().index(0, TrackListModel::Class).data().toString(), QStringLiteral("S"));
+    EXPECT_EQ(std::tuple(window.isVisible(), window.windowTitle(), window.TrackModel().rowCount()),
+              std::tuple(true, QStringLiteral("VELMORA II"), 3));
+    EXPECT_EQ(std::tuple(window.TrackModel().index(2, TrackListModel::Path).data().toString(),
+                         window.TrackModel().index(0, TrackListModel::Class).data().toString()),
+              std::tuple(QStringLiteral("/video/Ταινία & ήχος.mkv"), QStringLiteral("S")));
     EXPECT_TRUE(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().startsWith("12:00:01 -> Έτοιμο"));
 
     // The bar: seven menus and the one command that stands on it alone.
@@ -132,25 +128,21 @@ TEST_F(MainWindowTest, MenuActionsFollowTheirItemsAndRaiseClick) {
         ++clicks;
         random.SetChecked(!random.Checked());
     });
-    action->trigger();
-    EXPECT_EQ(clicks, 1);
-    EXPECT_TRUE(action->isChecked());
-    action->trigger();
-    EXPECT_EQ(clicks, 2);
-    EXPECT_FALSE(action->isChecked());
+    for (int click = 1; click <= 2; ++click) {
+        action->trigger();
+        EXPECT_EQ(std::tuple(clicks, action->isChecked()), std::tuple(click, click == 1));
+    }
 
     // A handler that leaves the mark alone leaves it alone on screen too.
     toggle.reset();
     random.SetChecked(true);
     auto counter = random.Click.connect([&] { ++clicks; });
     action->trigger();
-    EXPECT_EQ(clicks, 3);
-    EXPECT_TRUE(action->isChecked());
+    EXPECT_EQ(std::tuple(clicks, action->isChecked()), std::tuple(3, true));
 
     random.SetEnabled(false);
     random.SetCaption("A & B");
-    EXPECT_FALSE(action->isEnabled());
-    EXPECT_EQ(action->text(), QStringLiteral("A && B"));
+    EXPECT_EQ(std::tuple(action->isEnabled(), action->text()), std::tuple(false, QStringLiteral("A && B")));
     form.Menus("MnuMoreMinimize").SetVisible(false);
     EXPECT_FALSE(window.MenuActions().ActionFor(form.Menus("MnuMoreMinimize"))->isVisible());
     form.Tray.TopLevel().front()->SetEnabled(false);
@@ -166,8 +158,7 @@ TEST_F(MainWindowTest, ABurstOfAddsResetsTheTableOnce) {
     }
     EXPECT_EQ(resets, 0);
     Settle();
-    EXPECT_EQ(resets, 1);
-    EXPECT_EQ(window.TrackModel().rowCount(), 1003);
+    EXPECT_EQ(std::tuple(resets, window.TrackModel().rowCount()), std::tuple(1, 1003));
     EXPECT_EQ(window.TrackView().model()->index(1002, TrackListModel::Path).data().toString(),
               QStringLiteral("/music/999.mp3"));
 }
@@ -183,11 +174,9 @@ TEST_F(MainWindowTest, SelectionTravelsBothWays) {
     selection.select(QItemSelection(model.index(1, 0), model.index(2, TrackListModel::Path)),
                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     Settle();
-    EXPECT_FALSE(form.List2.Selected(0));
-    EXPECT_TRUE(form.List2.Selected(1));
-    EXPECT_TRUE(form.List2.Selected(2));
-    EXPECT_EQ(form.List2.ListIndex(), 2);
-    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(std::tuple(form.List2.Selected(0), form.List2.Selected(1), form.List2.Selected(2)),
+              std::tuple(false, true, true));
+    EXPECT_EQ(std::tuple(form.List2.ListIndex(), clicks), std::tuple(2, 1));
 
     // The logic moves to row 0 and clears row 2; the view follows without
     // telling it back as a click.
@@ -198,16 +187,17 @@ TEST_F(MainWindowTest, SelectionTravelsBothWays) {
     Settle();
     EXPECT_EQ(clicks, 2);
     EXPECT_EQ(selection.currentIndex().row(), 0);
-    std::set<int> rows;
-    for (const QModelIndex& index : selection.selectedRows()) rows.insert(index.row());
-    EXPECT_EQ(rows, std::set<int>({0, 1}));
+    auto rows = [&] {
+        std::set<int> selected;
+        for (const QModelIndex& index : selection.selectedRows()) selected.insert(index.row());
+        return selected;
+    };
+    EXPECT_EQ(rows(), std::set<int>({0, 1}));
 
     // A refill keeps the selection the logic holds.
     form.List2.AddItem("/music/new.mp3");
     Settle();
-    rows.clear();
-    for (const QModelIndex& index : selection.selectedRows()) rows.insert(index.row());
-    EXPECT_EQ(rows, std::set<int>({0, 1}));
+    EXPECT_EQ(rows(), std::set<int>({0, 1}));
 }
 
 TEST_F(MainWindowTest, KeysReachTheLogic) {
@@ -222,13 +212,11 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
     window.activateWindow();
     Settle();
 
-    press(Qt::Key_Escape);
-    EXPECT_EQ(esc_key, 27);
-    press(Qt::Key_A);
-    EXPECT_EQ(esc_key, 65);
-    press(Qt::Key_Space);
+    for (auto [key, code] : {std::pair{Qt::Key_Escape, 27}, {Qt::Key_A, 65}, {Qt::Key_Space, 32}}) {
+        press(key);
+        EXPECT_EQ(esc_key, code);
+    }
     EXPECT_EQ(plays, 1);
-    EXPECT_EQ(esc_key, 32);
 
     form.Command11.SetEnabled(false);
     press(Qt::Key_Space);
@@ -245,26 +233,25 @@ TEST_F(MainWindowTest, PagesShowTheirFrames) {
     auto* tabs = window.findChild<QTabBar*>();
     ASSERT_NE(tabs, nullptr);
     ASSERT_EQ(tabs->count(), 5);
+    auto frame = [&](const char* name) { return window.findChild<QGroupBox*>(name); };
 
     form.MultiPage1.SetValue(2);
     EXPECT_EQ(tabs->currentIndex(), 2);
-    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame1")->isVisible());
-    EXPECT_EQ(window.findChild<QGroupBox*>("Frame1")->title(),
-              QStringLiteral("Αναζήτηση Πολυμέσων - Multimedia Search"));
-    EXPECT_FALSE(window.findChild<QGroupBox*>("Frame8")->isVisible());
+    EXPECT_TRUE(frame("Frame1")->isVisible());
+    EXPECT_EQ(frame("Frame1")->title(), QStringLiteral("Αναζήτηση Πολυμέσων - Multimedia Search"));
+    EXPECT_FALSE(frame("Frame8")->isVisible());
 
     int changes = 0;
     auto sub = form.MultiPage1.Change_.connect([&] { ++changes; });
     tabs->setCurrentIndex(3);
-    EXPECT_EQ(form.MultiPage1.Value(), 3);
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame8")->isVisible());
+    EXPECT_EQ(std::tuple(form.MultiPage1.Value(), changes), std::tuple(3, 1));
+    EXPECT_TRUE(frame("Frame8")->isVisible());
 
     // The shared place of pages 0 and 1 shows whichever of its frames the logic shows.
     form.MultiPage1.SetValue(0);
     form.Frame4.SetVisible(false);
-    EXPECT_FALSE(window.findChild<QGroupBox*>("Frame4")->isVisible());
-    EXPECT_TRUE(window.findChild<QGroupBox*>("Frame12")->isVisible());
+    EXPECT_FALSE(frame("Frame4")->isVisible());
+    EXPECT_TRUE(frame("Frame12")->isVisible());
 }
 
 // The window over a whole program brought up on the test doubles.
@@ -275,10 +262,7 @@ TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
     Form_Load(app.ctx);
     Settle();
 
-    const QString png = QCoreApplication::applicationDirPath() + "/test-output/start_up.png";
-    QDir().mkpath(QFileInfo(png).path());
-    ASSERT_TRUE(window.grab().save(png));
-    std::printf("window after start-up drawn to %s\n", qPrintable(png));
+    Save(window.grab(), "start_up.png");
     EXPECT_EQ(window.isVisible(), app.ctx.form1.Visible());
     EXPECT_EQ(window.windowTitle().toStdString(), app.ctx.form1.Caption());
     EXPECT_EQ(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(),

@@ -27,10 +27,7 @@ public:
         : m_name(name), m_had(qEnvironmentVariableIsSet(name)), m_old(qgetenv(name)) {
         qputenv(name, value);
     }
-    ~ScopedEnv() {
-        if (m_had) qputenv(m_name, m_old);
-        else qunsetenv(m_name);
-    }
+    ~ScopedEnv() { m_had ? qputenv(m_name, m_old) : qunsetenv(m_name); }
 
 private:
     const char* m_name;
@@ -87,8 +84,7 @@ TEST(QtDialogsTest, MessageBoxAnswersTheButtonPressed) {
             box.button(c.press)->click();
         });
         EXPECT_EQ(dialogs.MsgBox("Συνέχεια; - Continue?", c.buttons, MsgIcon::Question, "Velmora II"), c.answer);
-        EXPECT_EQ(shown, c.shown);
-        EXPECT_EQ(text, QStringLiteral("Συνέχεια; - Continue?"));
+        EXPECT_EQ(std::tuple(shown, text), std::tuple(c.shown, QStringLiteral("Συνέχεια; - Continue?")));
     }
 }
 
@@ -110,9 +106,7 @@ TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemoved) {
     ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/config").toUtf8());
     QtShell shell("/opt/My $App/vel\"mora%");
     EXPECT_FALSE(shell.AutostartExists("velmora"));
-
-    ASSERT_TRUE(shell.AutostartWrite(true, "velmora").ok());
-    EXPECT_TRUE(shell.AutostartExists("velmora"));
+    ASSERT_TRUE(shell.AutostartWrite(true, "velmora").ok() && shell.AutostartExists("velmora"));
     QFile entry(home.path() + "/config/autostart/velmora.desktop");
     ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(entry.readAll());
@@ -121,7 +115,7 @@ TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemoved) {
 
     ASSERT_TRUE(shell.AutostartWrite(false, "velmora").ok());
     EXPECT_FALSE(shell.AutostartExists("velmora"));
-    EXPECT_TRUE(shell.AutostartWrite(false, "velmora").ok());
+    EXPECT_TRUE(shell.AutostartWrite(false, "velmora").ok()) << "removing what is not there is no fault";
 }
 
 TEST(QtShellTest, AutostartFolderFallsBackAndFailuresAreReported) {
@@ -132,14 +126,11 @@ TEST(QtShellTest, AutostartFolderFallsBackAndFailuresAreReported) {
         EXPECT_EQ(AutostartFolder(), home.path() + "/.config/autostart");
     }
     // A file where the folder should be.
-    QFile blocker(home.path() + "/blocked");
-    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
+    ASSERT_TRUE(QFile(home.path() + "/blocked").open(QIODevice::WriteOnly));
     ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/blocked").toUtf8());
     QtShell shell("/usr/bin/velmora");
     const Status written = shell.AutostartWrite(true, "velmora");
-    EXPECT_FALSE(written.ok());
-    EXPECT_FALSE(written.error().empty());
+    EXPECT_TRUE(!written.ok() && !written.error().empty());
 }
 
 TEST(QtShellTest, TrashTakesTheFileAndReportsAMissingOne) {
@@ -149,13 +140,11 @@ TEST(QtShellTest, TrashTakesTheFileAndReportsAMissingOne) {
     ScopedEnv home("HOME", root.path().toUtf8());
     const QString path = root.path() + "/Τραγούδι.mp3";
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("ID3");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("ID3") == 3);
     file.close();
 
     QtShell shell;
-    EXPECT_TRUE(shell.MoveToTrash(path.toStdString()).ok());
-    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_TRUE(shell.MoveToTrash(path.toStdString()).ok() && !QFile::exists(path));
     EXPECT_FALSE(QDir(root.path() + "/data/Trash/files").entryList(QDir::Files).isEmpty());
     EXPECT_FALSE(shell.MoveToTrash(path.toStdString()).ok());
 }

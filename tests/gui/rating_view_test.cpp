@@ -53,10 +53,8 @@ protected:
 
     void Save(const char* name) {
         const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
-        QDir().mkpath(dir);
-        const QString png = dir + "/" + name;
-        ASSERT_TRUE(view.grab().save(png));
-        std::printf("rating area drawn to %s\n", qPrintable(png));
+        ASSERT_TRUE(QDir().mkpath(dir) && view.grab().save(dir + "/" + name));
+        std::printf("rating area drawn to %s/%s\n", qPrintable(dir), name);
     }
 
     testing::TestApp app;
@@ -82,26 +80,24 @@ TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
     }
 
     EXPECT_EQ(view.RateButton().text(), Q(f.Command8.Caption()));
-    EXPECT_TRUE(view.RateButton().text().startsWith(QStringLiteral("Προτίμηση Rating C")));
-    EXPECT_TRUE(view.RateButton().isChecked());
+    EXPECT_TRUE(view.RateButton().text().startsWith(QStringLiteral("Προτίμηση Rating C")) &&
+                view.RateButton().isChecked());
     const QColor marked = view.palette().color(QPalette::Highlight);
     for (int index = 0; index <= 6; ++index) {
         EXPECT_FALSE(f.Label9[index].Caption().empty());
         EXPECT_EQ(view.Totals(index).text(), Q(f.Label9[index].Caption())) << index;
         EXPECT_EQ(view.Totals(index).palette().color(QPalette::Window) == marked, index == 3) << index;
     }
-    const QString heads[] = {"-", "X", "C", "B", "A", "S"};
     for (int slot = 1; slot <= 6; ++slot) {
-        EXPECT_EQ(view.Head(slot).text(), heads[slot - 1]);
+        EXPECT_EQ(view.Head(slot).text(), QString(QStringLiteral("-XCBAS")[slot - 1]));
         EXPECT_EQ(view.Head(slot).palette().color(QPalette::Window) == marked, slot == 3) << slot;
     }
 
     // Round to Unmarked: the button comes up while the Unmarked star sinks.
     for (int press = 0; press < 4; ++press) view.RateButton().click();
-    EXPECT_EQ(app.ctx.table.Rating_Class[2], 0);
-    EXPECT_FALSE(view.RateButton().isChecked());
-    EXPECT_EQ(view.Star(1).frameShadow(), QFrame::Sunken);
-    EXPECT_EQ(view.Star(3).frameShadow(), QFrame::Plain);
+    EXPECT_EQ(std::tuple(app.ctx.table.Rating_Class[2], view.RateButton().isChecked()), std::tuple(int16_t{0}, false));
+    EXPECT_EQ(std::tuple(view.Star(1).frameShadow(), view.Star(3).frameShadow()),
+              std::tuple(QFrame::Sunken, QFrame::Plain));
     EXPECT_NE(view.Totals(3).palette().color(QPalette::Window), marked);
     Save("rating_view_unmarked.png");
 }
@@ -143,8 +139,7 @@ TEST_F(RatedTracks, EveryPictureTheLogicNamesIsDrawnInItsShade) {
 
 TEST_F(RatedTracks, TheBarAndTheStarsFollowTheirControls) {
     Show_Progress(f, 1, 3, 0);
-    EXPECT_EQ(view.Progress().Percent(), 33);
-    EXPECT_EQ(view.Progress().Text(), QStringLiteral("033%"));
+    EXPECT_EQ(std::tuple(view.Progress().Percent(), view.Progress().Text()), std::tuple(33, QStringLiteral("033%")));
     Save("rating_view_progress.png");
     f.Label11[0].SetVisible(false);
     EXPECT_EQ(view.Progress().Text(), QString());

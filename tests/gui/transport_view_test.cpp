@@ -53,11 +53,9 @@ protected:
             std::ofstream(path) << "x";
             app.player.SetDuration(path, 240 + 7 * i);
             app.ctx.form1.List2.AddItem(path);
-            app.ctx.form1.List3_0[0].AddItem(Row_Number_Text(i));
-            app.ctx.form1.List3_0[1].AddItem(Class_Letter(kClasses[i]));
-            app.ctx.form1.List3_0[2].AddItem("00:04:" + std::to_string(10 + 7 * i));
-            app.ctx.form1.List3_0[3].AddItem("008.41");
-            app.ctx.form1.List3_0[4].AddItem("320");
+            const std::string mirrors[] = {Row_Number_Text(i), Class_Letter(kClasses[i]),
+                                           "00:04:" + std::to_string(10 + 7 * i), "008.41", "320"};
+            for (int b = 0; b < 5; ++b) app.ctx.form1.List3_0[b].AddItem(mirrors[b]);
             t.Duration[i] = Currency::FromDouble(240 + 7 * i);
             t.Total_Duration += t.Duration[i];
             t.File_Size[i] = Currency::FromDouble(8.41);
@@ -65,8 +63,7 @@ protected:
             t.Saved[i] = true;
         }
         t.Current_Track = 0;
-        t.Played_Count = 1;
-        t.Played_Number[0] = 1;
+        t.Played_Count = t.Played_Number[0] = 1;
         t.Resume_Pending = -1;
         app.ctx.settings.Random_Order = 0;
         Calculate_Ratings(app.ctx);
@@ -110,19 +107,17 @@ TEST_F(PlayingWindow, DrawsWhatPlaysAndWhereItStands) {
     ASSERT_EQ(app.ctx.table.Current_Track, 3);
 
     const QString out_dir = QCoreApplication::applicationDirPath() + "/test-output";
-    QDir().mkpath(out_dir);
-    const QString png = out_dir + "/playing.png";
-    ASSERT_TRUE(window.grab().save(png));
-    std::printf("playing window drawn to %s\n", qPrintable(png));
+    ASSERT_TRUE(QDir().mkpath(out_dir) && window.grab().save(out_dir + "/playing.png"));
+    std::printf("playing window drawn to %s/playing.png\n", qPrintable(out_dir));
 
     // Each box shows its control, as the clock left it.
     for (const auto& box : f.Text5)
         EXPECT_EQ(Find<QLineEdit>(box.Name().c_str()).text().toStdString(), box.Text()) << box.Name();
     EXPECT_EQ(f.Text5[1].Text().substr(0, 7), "00:01:0");
-    EXPECT_EQ(Find<QSlider>("Slider1").maximum(), 261);
-    EXPECT_EQ(Find<QSlider>("Slider1").value(), f.Slider1.Value());
+    EXPECT_EQ(std::tuple(Find<QSlider>("Slider1").maximum(), Find<QSlider>("Slider1").value(),
+                         Find<QSlider>("HScroll1").value()),
+              std::tuple(261, f.Slider1.Value(), f.HScroll1.Value()));
     EXPECT_NEAR(f.Slider1.Value(), 65, 1);
-    EXPECT_EQ(Find<QSlider>("HScroll1").value(), f.HScroll1.Value());
     EXPECT_EQ(Find<QLineEdit>("Text3").text().toStdString(), f.Text3.Text());
     for (const auto* label : {&f.Label2[0], &f.Label2[1], &f.Label3[0], &f.Label3[1], &f.Label6})
         EXPECT_EQ(Find<QLabel>(label->Name().c_str()).text().toStdString(), label->Caption()) << label->Name();
@@ -139,8 +134,7 @@ TEST_F(PlayingWindow, DrawsWhatPlaysAndWhereItStands) {
     // A control the logic hides or disables takes its widget with it.
     app.ctx.form1.Command15[3].SetVisible(false);
     app.ctx.form1.Command3[0].SetEnabled(false);
-    EXPECT_TRUE(Find<QToolButton>("Command15(3)").isHidden());
-    EXPECT_FALSE(Find<QToolButton>("Command3(0)").isEnabled());
+    EXPECT_TRUE(Find<QToolButton>("Command15(3)").isHidden() && !Find<QToolButton>("Command3(0)").isEnabled());
     EXPECT_EQ(window.windowTitle().toStdString(), f.Caption());
 }
 
@@ -154,10 +148,10 @@ TEST_F(PlayingWindow, KeysStepAndPauseButNotWhileTyping) {
     EXPECT_EQ(t.Current_Track, 2);
     Press(list, Qt::Key_Right);
     EXPECT_EQ(t.Current_Track, 4) << "in serial order forward is the walk, not the history";
-    Press(list, Qt::Key_Space);
-    EXPECT_EQ(app.player.playState(), PS_Paused);
-    Press(list, Qt::Key_Space);
-    EXPECT_EQ(app.player.playState(), PS_Playing);
+    for (int state : {PS_Paused, PS_Playing}) {
+        Press(list, Qt::Key_Space);
+        EXPECT_EQ(app.player.playState(), state);
+    }
 
     // Ctrl and the arrow: by the step count through the history.
     app.ctx.form1.Text3.SetText("2");
@@ -170,8 +164,7 @@ TEST_F(PlayingWindow, KeysStepAndPauseButNotWhileTyping) {
     Press(steps, Qt::Key_Right);
     Press(steps, Qt::Key_Left, Qt::ControlModifier);
     Press(steps, Qt::Key_Space);
-    EXPECT_EQ(t.Current_Track, before);
-    EXPECT_EQ(app.player.playState(), PS_Playing);
+    EXPECT_EQ(std::tuple(t.Current_Track, app.player.playState()), std::tuple(before, int{PS_Playing}));
 }
 
 TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
@@ -181,15 +174,14 @@ TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
     position.setValue(200);
     EXPECT_EQ(app.ctx.form1.Slider1.Value(), 200);
     EXPECT_NEAR(app.player.currentPosition().value_or(-1), 200, 0.5);
-    EXPECT_EQ(app.ctx.form1.Slider1.ToolTip(), app.player.currentPositionString());
-    EXPECT_EQ(position.toolTip().toStdString(), app.ctx.form1.Slider1.ToolTip());
+    EXPECT_EQ(std::tuple(app.ctx.form1.Slider1.ToolTip(), position.toolTip().toStdString()),
+              std::tuple(app.player.currentPositionString(), app.player.currentPositionString()));
     // The clock writing the slider does not seek.
     app.loop.Advance(2'000);
     EXPECT_NEAR(app.player.currentPosition().value_or(-1), 202, 0.5);
 
     Find<QSlider>("HScroll1").setValue(1000);
-    EXPECT_EQ(app.ctx.settings.Volume_Step, 50);
-    EXPECT_EQ(app.player.volume(), 50);
+    EXPECT_EQ(std::tuple(app.ctx.settings.Volume_Step, app.player.volume()), std::tuple(50, 50));
 
     QLineEdit& steps = Find<QLineEdit>("Text3");
     steps.selectAll();
@@ -205,8 +197,7 @@ TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
     list.setCurrentIndex(row);
     Q_EMIT list.doubleClicked(row);
     Settle();
-    EXPECT_EQ(app.ctx.table.Current_Track, 5);
-    EXPECT_EQ(app.ctx.table.Played_Number[5], 0);
+    EXPECT_EQ(std::tuple(app.ctx.table.Current_Track, app.ctx.table.Played_Number[5]), std::tuple(5, 0));
     EXPECT_EQ(app.player.URL(), app.ctx.form1.List2.List(5));
 }
 

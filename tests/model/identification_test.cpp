@@ -52,16 +52,19 @@ struct Library : TestApp {
     }
     std::function<void()> esc_check;
     const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
-    std::string Now() const { return TimeText(loop.Now()); }
     const std::string& Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
+    // Whether the log begins with the summary of a run: the corrections of
+    // duration, bit rate and size, then the rows read.
+    bool Summary_Says(int duration, int bitrate, int size, int read) const {
+        const std::string now = TimeText(loop.Now());
+        const std::string summary =
+            "Εντάξει...Ok\n" + now + "Διορθώσεις στη Διάρκεια - Corrections in Duration:" + std::to_string(duration) +
+            "\nΔιορθώσεις σε Δειγματοληψία - Corrections in Bitrate:" + std::to_string(bitrate) + "\n" + now +
+            " -> Διορθώσεις σε Μεγέθη - Corrections on Sizes:" + std::to_string(size) + "\n" + now +
+            "-> Υπολογισμός - Calculating... :  -" + std::to_string(read);
+        return Log().rfind(summary, 0) == 0;
+    }
 };
-
-std::string Summary(const std::string& now, int duration, int bitrate, int size, int read) {
-    return "Εντάξει...Ok\n" + now + "Διορθώσεις στη Διάρκεια - Corrections in Duration:" + std::to_string(duration) +
-           "\nΔιορθώσεις σε Δειγματοληψία - Corrections in Bitrate:" + std::to_string(bitrate) + "\n" + now +
-           " -> Διορθώσεις σε Μεγέθη - Corrections on Sizes:" + std::to_string(size) + "\n" + now +
-           "-> Υπολογισμός - Calculating... :  -" + std::to_string(read);
-}
 
 TEST(Identification, QuestionKeepsBothParagraphsAndNoTouchesNothing) {
     const std::string q = Identify_Question();
@@ -77,10 +80,9 @@ TEST(Identification, QuestionKeepsBothParagraphsAndNoTouchesNothing) {
     const int clock = app.ctx.form1.Timer1.Interval();
     app.dialogs.ExpectMsgBox(MsgAnswer::No);
     EXPECT_FALSE(Identify_Properties(app.ctx, kIdentifyNew));
-    EXPECT_EQ(app.ctx.table.Duration[0], Currency(7));
-    EXPECT_EQ(app.ctx.table.Total_Duration, Currency(7));
-    EXPECT_FALSE(app.ctx.table.Identified[0]);
-    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), clock);
+    const TrackTable& t = app.ctx.table;
+    EXPECT_EQ(std::tuple(t.Duration[0], t.Total_Duration, t.Identified[0], app.ctx.form1.Timer1.Interval()),
+              std::tuple(Currency(7), Currency(7), false, clock));
     ASSERT_EQ(app.dialogs.Messages().size(), 1u);
     EXPECT_EQ(app.dialogs.Messages()[0].text, q);
 
@@ -89,8 +91,7 @@ TEST(Identification, QuestionKeepsBothParagraphsAndNoTouchesNothing) {
     const std::string log = empty.Log();
     empty.dialogs.ExpectMsgBox(MsgAnswer::Yes);
     EXPECT_FALSE(Identify_Properties(empty.ctx, kIdentifyNew));
-    EXPECT_EQ(empty.Log(), log);
-    EXPECT_FALSE(empty.ctx.core.Suppress_Events);
+    EXPECT_EQ(std::tie(empty.Log(), empty.ctx.core.Suppress_Events), std::tuple(log, false));
 }
 
 TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
@@ -118,33 +119,20 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     });
     ASSERT_TRUE(app.Run(kIdentifyNew));
 
-    EXPECT_EQ(clock_during, 10000);
-    EXPECT_FALSE(enabled_during);
-    EXPECT_FALSE(mirrors_during);
+    EXPECT_EQ(std::tuple(clock_during, enabled_during, mirrors_during), std::tuple(10000, false, false));
     EXPECT_EQ(f.Timer1.Interval(), clock);
-    EXPECT_TRUE(f.Enabled() && f.List3_0[2].Visible());
-    EXPECT_TRUE(app.reader.Muted());
-    EXPECT_FALSE(app.ctx.core.Suppress_Events);
+    EXPECT_TRUE(f.Enabled() && f.List3_0[2].Visible() && app.reader.Muted() && !app.ctx.core.Suppress_Events);
 
-    EXPECT_EQ(t.Duration[0], Currency::FromDouble(205.4));
-    EXPECT_EQ(t.File_Size[0], Currency::FromRaw(35000));
-    EXPECT_EQ(t.File_Size[1], Currency(1024));
-    EXPECT_EQ(t.Bitrate[0], 125);
-    EXPECT_EQ(t.Bitrate[1], 188);
-    EXPECT_EQ(t.Title[0], "Ωδή στη χαρά");
-    EXPECT_EQ(t.Artist[0], "Μάνος");
-    EXPECT_EQ(t.Artist[2], "");
-    EXPECT_EQ(t.Duration[2], Currency());
+    EXPECT_EQ(std::tuple(t.Duration[0], t.File_Size[0], t.File_Size[1], t.Bitrate[0], t.Bitrate[1], t.Duration[2]),
+              std::tuple(Currency::FromDouble(205.4), Currency::FromRaw(35000), Currency(1024), 125, 188, Currency()));
+    EXPECT_EQ(std::tie(t.Title[0], t.Artist[0], t.Artist[2]), std::tuple("Ωδή στη χαρά", "Μάνος", ""));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, true, false}));
-    EXPECT_EQ(t.Total_Duration, Currency::FromDouble(205.4) + Currency::FromDouble(3600.6));
-    EXPECT_EQ(t.Total_Size, Currency::FromRaw(35000) + Currency(1024));
-    EXPECT_EQ(t.Class_Count[0], Currency(3));
-
-    EXPECT_EQ(app.Mirror(2, 1), "01:00:01");
-    EXPECT_EQ(app.Mirror(3, 0), "03.50Mb");
-    EXPECT_EQ(app.Mirror(4, 0), "125");
-    EXPECT_EQ(app.Mirror(3, 2), "00.00Mb");
-    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 2, 2, 2, 3), 0), 0u) << app.Log();
+    EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[0]),
+              std::tuple(Currency::FromDouble(205.4) + Currency::FromDouble(3600.6),
+                         Currency::FromRaw(35000) + Currency(1024), Currency(3)));
+    EXPECT_EQ(std::tie(app.Mirror(2, 1), app.Mirror(3, 0), app.Mirror(4, 0), app.Mirror(3, 2)),
+              std::tuple("01:00:01", "03.50Mb", "125", "00.00Mb"));
+    EXPECT_TRUE(app.Summary_Says(2, 2, 2, 3)) << app.Log();
 
     // The run ends by saving, asking first as a save from the menu does.
     ASSERT_EQ(app.dialogs.Messages().size(), 3u);
@@ -159,24 +147,20 @@ TEST(Identification, EscLeavesTheRestForContinueWhichSkipsIdentifiedRows) {
     app.Esc_After(1);
     ASSERT_TRUE(app.Run(kIdentifyNew));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, false, false}));
-    EXPECT_EQ(app.ctx.core.Esc_Key, 0);
-    EXPECT_TRUE(app.ctx.identify.Canceled);
-    EXPECT_EQ(app.Mirror(2, 2), "");
-    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 2, 2, 2, 2), 0), 0u) << app.Log();
+    EXPECT_EQ(std::tie(app.ctx.core.Esc_Key, app.ctx.identify.Canceled, app.Mirror(2, 2)), std::tuple(0, true, ""));
+    EXPECT_TRUE(app.Summary_Says(2, 2, 2, 2)) << app.Log();
 
     // Row 0 would read differently now; Continue must not read it again.
     app.reader.SetDuration(Path(0), 999);
     ASSERT_TRUE(app.Run(kIdentifyContinue));
-    EXPECT_EQ(t.Duration[0], Currency(60));
-    EXPECT_EQ(t.Duration[3], Currency(63));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, true, true, false}));
-    EXPECT_EQ(app.ctx.identify.Rows_Read, 2);
     // The totals count the rows of this run only.
-    EXPECT_EQ(t.Total_Duration, Currency(62 + 63));
+    EXPECT_EQ(std::tuple(t.Duration[0], t.Duration[3], app.ctx.identify.Rows_Read, t.Total_Duration),
+              std::tuple(Currency(60), Currency(63), 2, Currency(62 + 63)));
 
     ASSERT_TRUE(app.Run(kIdentifyContinue));
     EXPECT_EQ(app.ctx.identify.Rows_Read, 0);
-    EXPECT_EQ(app.Log().rfind(Summary(app.Now(), 0, 0, 0, 0), 0), 0u) << app.Log();
+    EXPECT_TRUE(app.Summary_Says(0, 0, 0, 0)) << app.Log();
 }
 
 TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKept) {
@@ -193,8 +177,7 @@ TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKept) {
         app.reader.SetAttribute(Path(i), "UserRating", ratings[i]);
         t.Rating_Class[i] = 4;
     }
-    app.ctx.settings.Read_Ratings = -1;
-    app.ctx.settings.Keep_Ratings = -1;
+    app.ctx.settings.Read_Ratings = app.ctx.settings.Keep_Ratings = -1;
     ASSERT_TRUE(app.Run(kIdentifyNew));
     // A new run clears the classes when it reads them, kept or not.
     EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0, 0}));
@@ -203,19 +186,16 @@ TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKept) {
     app.ctx.settings.Keep_Ratings = 0;
     ASSERT_TRUE(app.Run(kIdentifyNew));
     EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{3, 5, 0, 0, 0}));
-    EXPECT_EQ(app.Mirror(1, 0), "B");
-    EXPECT_EQ(app.Mirror(1, 1), "S");
-    EXPECT_EQ(t.Class_Count[0], Currency(2));
-    EXPECT_EQ(t.Class_Count[5], Currency(1));
-    EXPECT_EQ(t.Class_Size[3], Currency(1));
-    EXPECT_EQ(app.Mirror(4, 0), "000");  // no bit rate given
+    EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5], t.Class_Size[3]),
+              std::tuple(Currency(2), Currency(1), Currency(1)));
+    EXPECT_EQ(std::tie(app.Mirror(1, 0), app.Mirror(1, 1), app.Mirror(4, 0)), std::tuple("B", "S", "000"))
+        << "and no bit rate given";
 
     // Without reading, the classes stand as they are.
     t.Rating_Class[2] = 2;
     app.ctx.settings.Read_Ratings = 0;
     ASSERT_TRUE(app.Run(kIdentifyNew));
-    EXPECT_EQ(t.Rating_Class[2], 2);
-    EXPECT_EQ(t.Class_Count[2], Currency(1));
+    EXPECT_EQ(std::tuple(t.Rating_Class[2], t.Class_Count[2]), std::tuple(2, Currency(1)));
 }
 
 TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
@@ -231,8 +211,7 @@ TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
     MenuItem& read = f.Menus("MnuMoreFileSizesReadRatings");
     MenuItem& keep = f.Menus("MnuMoreFileSizesKeepRatings");
     if (app.ctx.settings.Read_Ratings != 0) read.Click.emit();  // start from off
-    EXPECT_FALSE(read.Checked());
-    EXPECT_FALSE(keep.Enabled());
+    EXPECT_FALSE(read.Checked() || keep.Enabled());
     const size_t before = app.dialogs.Messages().size();
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     read.Click.emit();
@@ -240,14 +219,11 @@ TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
     const std::string& warning = app.dialogs.Messages().back().text;
     const std::string end = "option <Save Ratings within Files> wasn't enabled>";
     EXPECT_EQ(warning.substr(warning.size() - end.size()), end);
-    EXPECT_TRUE(read.Checked());
-    EXPECT_EQ(app.ctx.settings.Read_Ratings, -1);
-    EXPECT_TRUE(keep.Enabled());
+    EXPECT_EQ(std::tuple(read.Checked(), app.ctx.settings.Read_Ratings, keep.Enabled()), std::tuple(true, -1, true));
 
     const bool kept = app.ctx.settings.Keep_Ratings != 0;
     keep.Click.emit();
-    EXPECT_EQ(keep.Checked(), !kept);
-    EXPECT_EQ(app.ctx.settings.Keep_Ratings, kept ? 0 : -1);
+    EXPECT_EQ(std::tuple(keep.Checked(), app.ctx.settings.Keep_Ratings), std::tuple(!kept, kept ? 0 : -1));
 }
 
 }  // namespace

@@ -16,6 +16,8 @@ namespace {
 namespace fs = std::filesystem;
 using testing::TestApp;
 
+using Strings = std::vector<std::string>;
+
 bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // A program with the type list of start-up over a generated tree:
@@ -42,52 +44,57 @@ struct Intake : ::testing::Test {
         std::ofstream(root + "/a/empty.mp3");
     }
 
+    void Open(const std::string& folder) {
+        f.Dir1.SetPath(folder);
+        Dir1_change(app.ctx);
+    }
     void Choose_Types(int button) {
         Command7_Click(app.ctx, button);
-        f.Dir1.SetPath(root);
-        Dir1_change(app.ctx);
+        Open(root);
     }
     // Adds the files of one folder, the way the add button does.
     void Add_Folder(const std::string& folder) {
-        f.Dir1.SetPath(folder);
-        Dir1_change(app.ctx);
+        Open(folder);
         Command18_Click(app.ctx, 0);
     }
+    // Every folder under the root, as the subfolder check finds them.
+    void Add_Everything() {
+        Choose_Types(4);
+        Set_Check2(app.ctx, 1);
+        Add_Files_Under_Path(app.ctx);
+    }
+    bool Status_Has(const std::string& part) const { return Has(f.Text2[1].Text(), part); }
+    bool Log_Has(const std::string& part) const { return Has(f.Text2[0].Text(), part); }
+    const std::string& Last_Box() const { return app.dialogs.Messages().back().text; }
 };
 
 TEST_F(Intake, FileBoxFiltersWithoutCaseAndSortsDriveBoxStartsAtRoot) {
-    EXPECT_TRUE(Matches_Patterns("Song.MP3", "*.wav;*.mp3"));
-    EXPECT_TRUE(Matches_Patterns("Ελληνικό.mp3", "ΕΛΛΗΝΙΚΌ.*"));
+    EXPECT_TRUE(Matches_Patterns("Song.MP3", "*.wav;*.mp3") && Matches_Patterns("Ελληνικό.mp3", "ΕΛΛΗΝΙΚΌ.*"));
     EXPECT_FALSE(Matches_Patterns("song.mp3x", "*.mp3;*.wav"));
     EXPECT_TRUE(Matches_Patterns("x.y", "")) << "no type chosen shows every file";
 
     f.File1.SetPath(root + "/a");
     f.File1.SetPattern("*.MP3;*.wmv");
     Refresh_File_List(f.File1);
-    EXPECT_EQ(f.File1.Items(), (std::vector<std::string>{"clip.wmv", "empty.mp3", "song1.mp3", "song2.MP3",
-                                                         "Ελληνικό.mp3"}));
+    EXPECT_EQ(f.File1.Items(), (Strings{"clip.wmv", "empty.mp3", "song1.mp3", "song2.MP3", "Ελληνικό.mp3"}));
     f.Dir1.SetPath(root);
     Refresh_Dir_List(f.Dir1);
-    EXPECT_EQ(f.Dir1.Items(), (std::vector<std::string>{root + "/a", root + "/cyr", root + "/gone"}));
+    EXPECT_EQ(f.Dir1.Items(), (Strings{root + "/a", root + "/cyr", root + "/gone"}));
 
     const std::string mounts = app.folder.Str() + "mounts";
     std::ofstream(mounts) << "tmpfs /run tmpfs rw 0 0\n/dev/sda1 / ext4 rw 0 0\n"
                              "/dev/sdb1 /media/My\\040Disk vfat rw 0 0\ntmpfs /run tmpfs rw 0 0\n";
     Refresh_Drive_List(f.Drive1, mounts);
-    EXPECT_EQ(f.Drive1.Items(), (std::vector<std::string>{"/", "/run", "/media/My Disk"}));
+    EXPECT_EQ(f.Drive1.Items(), (Strings{"/", "/run", "/media/My Disk"}));
 }
 
 TEST_F(Intake, TypeButtonsSelectTheirRangesAndToggle) {
-    Command7_Click(app.ctx, 4);
-    EXPECT_EQ(f.List3.SelCount(), 1);
-    EXPECT_TRUE(f.List3.Selected(0)) << "Extra selects only *.mp3";
-    EXPECT_EQ(f.File1.Pattern(), "*.mp3");
-    Command7_Click(app.ctx, 4);
-    EXPECT_EQ(f.List3.SelCount(), 0) << "a second click clears";
-    EXPECT_EQ(f.File1.Pattern(), "");
-    Command7_Click(app.ctx, 4);
-    EXPECT_EQ(f.List3.SelCount(), 1) << "a third fills again";
-
+    // Extra selects only *.mp3; a second click clears, a third fills again.
+    for (auto [count, pattern] : {std::pair{1, "*.mp3"}, {0, ""}, {1, "*.mp3"}}) {
+        Command7_Click(app.ctx, 4);
+        EXPECT_EQ(std::tuple(f.List3.SelCount(), f.List3.Selected(0), f.File1.Pattern()),
+                  std::tuple(count, count == 1, pattern));
+    }
     Command7_Click(app.ctx, 2);
     EXPECT_EQ(f.List3.SelCount(), 15);
     EXPECT_TRUE(f.List3.Selected(14) && f.List3.Selected(28) && !f.List3.Selected(13) && !f.List3.Selected(29));
@@ -105,11 +112,9 @@ TEST_F(Intake, TypeButtonsSelectTheirRangesAndToggle) {
     Command1_Click(app.ctx, 1);
     EXPECT_TRUE(!f.List1.Selected(0) && f.List1.Selected(1));
     Command1_Click(app.ctx, 0);
-    EXPECT_EQ(f.List1.SelCount(), 2);
-    EXPECT_EQ(f.Command1[0].Caption(), "Κανένας - None");
+    EXPECT_EQ(std::tuple(f.List1.SelCount(), f.Command1[0].Caption()), std::tuple(2, "Κανένας - None"));
     Command1_Click(app.ctx, 0);
-    EXPECT_EQ(f.List1.SelCount(), 0);
-    EXPECT_EQ(f.Command1[0].Caption(), "Επέλεξε Όλους - Select All");
+    EXPECT_EQ(std::tuple(f.List1.SelCount(), f.Command1[0].Caption()), std::tuple(0, "Επέλεξε Όλους - Select All"));
 }
 
 TEST_F(Intake, SearchFindsFoldersByExactExtensionCountsRepeatsAndSkipsUnreadable) {
@@ -119,14 +124,13 @@ TEST_F(Intake, SearchFindsFoldersByExactExtensionCountsRepeatsAndSkipsUnreadable
     app.loop.Post([&] { fs::remove_all(root + "/gone"); });
     Set_Check2(app.ctx, 1);
 
-    EXPECT_EQ(f.List1.Items(), (std::vector<std::string>{root + "/a/", root + "/cyr/", root + "/a/b/"}))
+    EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/", root + "/a/b/"}))
         << "breadth first; a/b/c holds only capitals";
     // a: song1, clip.wmv twice, empty, Ελληνικό; cyr: two; a/b: one.
     EXPECT_EQ(f.Frame8.Caption(), "Υποφάκελοι - Subdirectories --> 3 Αρχεία - Files ---> 8");
-    EXPECT_TRUE(Has(f.Text2[0].Text(), "-> Αδύνατη η ανάγνωση φακέλου - Cannot read directory: " + root + "/gone/"));
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "-> Έτοιμο - Ready"));
-    EXPECT_FALSE(app.ctx.intake.Search_Stale);
-    EXPECT_TRUE(app.ctx.intake.Use_Subdirectories);
+    EXPECT_TRUE(Log_Has("-> Αδύνατη η ανάγνωση φακέλου - Cannot read directory: " + root + "/gone/"));
+    EXPECT_TRUE(Status_Has("-> Έτοιμο - Ready"));
+    EXPECT_TRUE(!app.ctx.intake.Search_Stale && app.ctx.intake.Use_Subdirectories);
     EXPECT_TRUE(f.List1.Visible() && !f.Command2.Enabled() && !app.ctx.core.Suppress_Events);
 }
 
@@ -134,13 +138,10 @@ TEST_F(Intake, EscStopsTheSearchWithWhatWasFound) {
     Choose_Types(4);
     app.loop.Post([&] { Command2_Click(app.ctx); });
     Set_Check2(app.ctx, 1);
-
-    EXPECT_EQ(app.ctx.core.Esc_Key, 0);
-    EXPECT_EQ(f.Check2.Value(), 0);
-    EXPECT_TRUE(app.ctx.intake.Search_Stale);
+    EXPECT_EQ(std::tuple(app.ctx.core.Esc_Key, f.Check2.Value()), std::tuple(0, 0));
+    EXPECT_TRUE(app.ctx.intake.Search_Stale && f.List1.Visible());
     EXPECT_EQ(f.List1.ListCount(), 0) << "the root holds no media and nothing was read after it";
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "-> Ακυρώθηκε - Canceled\n" + root + "/"));
-    EXPECT_TRUE(f.List1.Visible());
+    EXPECT_TRUE(Status_Has("-> Ακυρώθηκε - Canceled\n" + root + "/"));
 }
 
 TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
@@ -152,42 +153,33 @@ TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
     Add_Folder(root + "/a");
 
     // Four files of File1: three new; four passes over them.
-    EXPECT_EQ(f.List2.ListCount(), 4);
-    EXPECT_EQ(f.List2.List(1), root + "/a/empty.mp3");
-    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"x", "00002", "00003", "00004"}));
-    EXPECT_EQ(f.List3_0[2].List(3), "00:00:00");
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of Added files : 3. Λάθη σε αρχεία με μηδενικό μήκος - Error in "
-                                       "files with zero bytes : 0. Διπλά αρχεία - Double Files : 13"));
-    EXPECT_EQ(app.ctx.table.Track_Count, 4);
-    EXPECT_EQ(app.ctx.table.Bound(), 4);
-    EXPECT_EQ(app.ctx.table.Class_Count[0], Currency(3));
+    EXPECT_EQ(std::tie(f.List2.List(1), f.List3_0[2].List(3)), std::tuple(root + "/a/empty.mp3", "00:00:00"));
+    EXPECT_EQ(f.List3_0[0].Items(), (Strings{"x", "00002", "00003", "00004"}));
+    EXPECT_TRUE(Status_Has("Number of Added files : 3. Λάθη σε αρχεία με μηδενικό μήκος - Error in "
+                           "files with zero bytes : 0. Διπλά αρχεία - Double Files : 13"));
+    const TrackTable& t = app.ctx.table;
+    EXPECT_EQ(std::tuple(f.List2.ListCount(), t.Track_Count, t.Bound(), t.Class_Count[0]), std::tuple(4, 4, 4, Currency(3)));
     EXPECT_TRUE(f.Enabled() && f.List2.Visible() && !app.ctx.core.Busy_Working);
 
     Add_Folder(root + "/a");
     EXPECT_EQ(f.List2.ListCount(), 4);
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of Added files : 0") && Has(f.Text2[1].Text(), "Double Files : 16"));
+    EXPECT_TRUE(Status_Has("Number of Added files : 0") && Status_Has("Double Files : 16"));
 }
 
 TEST_F(Intake, SubfoldersAddWhatCodePageCarriesAndLogTheRest) {
-    Choose_Types(4);
-    Set_Check2(app.ctx, 1);
-    Add_Files_Under_Path(app.ctx);
-
+    Add_Everything();
     EXPECT_EQ(f.List2.ListCount(), 7) << "four of a, ok.mp3, lost.mp3, deep.mp3";
-    EXPECT_EQ(f.List2.FindExact(root + "/cyr/ok.mp3"), 4);
-    EXPECT_EQ(f.List2.FindExact(root + "/cyr/Песня.mp3"), -1);
-    EXPECT_TRUE(Has(f.Text2[0].Text(), "The name cannot be stored in the Collection: " + root + "/cyr/Песня.mp3"));
+    EXPECT_EQ(std::tuple(f.List2.FindExact(root + "/cyr/ok.mp3"), f.List2.FindExact(root + "/cyr/Песня.mp3")),
+              std::tuple(4, -1));
+    EXPECT_TRUE(Log_Has("The name cannot be stored in the Collection: " + root + "/cyr/Песня.mp3"));
     EXPECT_TRUE(app.ctx.intake.Intake_Failed);
     EXPECT_EQ(f.List3_0[0].List(6), "00007");
 }
 
 TEST_F(Intake, RemovingCompactsRenumbersAndLeavesStopPositionAndSaved) {
-    Choose_Types(4);
-    Set_Check2(app.ctx, 1);
-    Add_Files_Under_Path(app.ctx);  // a: empty, song1, song2.MP3, Ελληνικό; cyr: ok; gone: lost; a/b: deep
+    Add_Everything();  // a: empty, song1, song2.MP3, Ελληνικό; cyr: ok; gone: lost; a/b: deep
     TrackTable& t = app.ctx.table;
-    const int deep = f.List2.FindExact(root + "/a/b/deep.mp3");
-    ASSERT_EQ(deep, 6);
+    ASSERT_EQ(f.List2.FindExact(root + "/a/b/deep.mp3"), 6);
     for (int r = 0; r < t.Track_Count; ++r) {
         t.Duration[r] = Currency(10 * (r + 1));
         t.Stop_Position[r] = Currency(r);
@@ -197,23 +189,18 @@ TEST_F(Intake, RemovingCompactsRenumbersAndLeavesStopPositionAndSaved) {
     t.Artist[4] = "ok artist";
 
     Set_Check2(app.ctx, 0);
-    f.Dir1.SetPath(root + "/a");
-    Dir1_change(app.ctx);
+    Open(root + "/a");
     Removing_Files_Under_Path(app.ctx);
 
-    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/cyr/ok.mp3", root + "/gone/lost.mp3",
-                                                         root + "/a/b/deep.mp3"}));
-    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"0001", "0002", "0003"}));
-    EXPECT_EQ(f.List3_0[2].ListCount(), 3);
-    EXPECT_EQ(t.Track_Count, 3);
-    EXPECT_EQ(t.Bound(), 3);
-    EXPECT_EQ(t.Artist[0], "ok artist");
-    EXPECT_EQ(t.Duration[2], Currency(70));
+    EXPECT_EQ(f.List2.Items(), (Strings{root + "/cyr/ok.mp3", root + "/gone/lost.mp3", root + "/a/b/deep.mp3"}));
+    EXPECT_EQ(f.List3_0[0].Items(), (Strings{"0001", "0002", "0003"}));
+    EXPECT_EQ(std::tuple(f.List3_0[2].ListCount(), t.Track_Count, t.Bound()), std::tuple(3, 3, 3));
+    EXPECT_EQ(std::tie(t.Artist[0], t.Duration[2], t.Total_Duration),
+              std::tuple("ok artist", Currency(70), Currency(180)));
     EXPECT_EQ(t.Slot_Text[3][15], "0") << "the row left behind is blanked";
-    EXPECT_EQ(t.Total_Duration, Currency(180));
     EXPECT_EQ(t.Stop_Position[0], Currency(0)) << "stop positions stay at their rows";
     EXPECT_TRUE(t.Saved[0]) << "so does the saved mark";
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "Number of removed files : 4"));
+    EXPECT_TRUE(Status_Has("Number of removed files : 4"));
 }
 
 TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
@@ -222,11 +209,8 @@ TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
     Add_Folder(root + "/cyr");
     TrackTable& t = app.ctx.table;
     const std::string deep = root + "/a/b/deep.mp3";
-    t.Rating_Class[0] = 5;
-    t.Class_Count[5] = Currency(1);
-    t.Class_Count[0] = Currency(1);
-    t.File_Size[0] = Currency(3);
-    t.Class_Size[5] = Currency(3);
+    t.Rating_Class[0] = 5, t.Class_Count[5] = t.Class_Count[0] = Currency(1);
+    t.File_Size[0] = t.Class_Size[5] = Currency(3);
     app.player.SetDuration(deep, 100);
     ASSERT_TRUE(app.player.setURL(deep).ok());
     app.loop.DoEvents();
@@ -240,25 +224,21 @@ TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
     app.ctx.settings.Delete_From_Disk = -1;
     RemovalTally tally;
     Remove_the_Files(app.ctx, deep, 0, tally);
-    EXPECT_EQ(f.List2.ListCount(), 2);
-    EXPECT_EQ(tally.errors, 1);
-    EXPECT_TRUE(Has(f.Text2[1].Text(), "Αδύνατη η διαγραφή - ?X?X??X?X? - Impossible to delete file"));
+    EXPECT_EQ(std::tuple(f.List2.ListCount(), tally.errors), std::tuple(2, 1));
+    EXPECT_TRUE(Status_Has("Αδύνατη η διαγραφή - ?X?X??X?X? - Impossible to delete file"));
 
     app.ctx.settings.Delete_On_Disk_Error = -1;
     Remove_the_Files(app.ctx, deep, 0, tally);
-    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/cyr/ok.mp3"}));
-    EXPECT_EQ(tally.removed, 1);
-    EXPECT_EQ(tally.freed_size, Currency(3));
-    EXPECT_EQ(t.Class_Count[5], Currency(0));
-    EXPECT_EQ(t.Class_Size[5], Currency(0));
+    EXPECT_EQ(f.List2.Items(), (Strings{root + "/cyr/ok.mp3"}));
+    EXPECT_EQ(std::tuple(tally.removed, tally.freed_size, t.Class_Count[5], t.Class_Size[5]),
+              std::tuple(1, Currency(3), Currency(0), Currency(0)));
     EXPECT_EQ(app.player.playState(), PS_Stopped) << "the removed Track was playing";
-    EXPECT_TRUE(Has(f.Text2[1].Text(),
-                    " ---> XXXXXXXX\n3.00Mb\nΛάθη διαγραφής από δίσκο - Errors while deleting from disk: 1"));
+    EXPECT_TRUE(Status_Has(" ---> XXXXXXXX\n3.00Mb\nΛάθη διαγραφής από δίσκο - Errors while deleting from disk: 1"));
 }
 
 TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAdded) {
     Choose_Types(4);
-    std::vector<std::string> rows;
+    Strings rows;
     for (int i = 0; i < kMaxTracks - 2; ++i) rows.push_back("/full/" + std::to_string(i));
     f.List2.Assign(rows);
     app.ctx.table.Track_Count = kMaxTracks - 2;
@@ -266,11 +246,9 @@ TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAdded) {
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Add_Folder(root + "/a");
 
-    EXPECT_EQ(f.List2.ListCount(), kMaxTracks);
-    EXPECT_EQ(app.dialogs.Messages().back().text, kIntakeFullMessage);
-    EXPECT_TRUE(app.ctx.intake.Intake_Failed);
-    EXPECT_EQ(app.ctx.table.Bound(), kMaxTracks);
-    EXPECT_TRUE(f.Enabled());
+    EXPECT_EQ(std::tuple(f.List2.ListCount(), app.ctx.table.Bound()), std::tuple(kMaxTracks, kMaxTracks));
+    EXPECT_EQ(Last_Box(), kIntakeFullMessage);
+    EXPECT_TRUE(app.ctx.intake.Intake_Failed && f.Enabled());
 }
 
 TEST_F(Intake, AddButtonRefusesAnEmptyFileBoxOrNoType) {
@@ -278,11 +256,11 @@ TEST_F(Intake, AddButtonRefusesAnEmptyFileBoxOrNoType) {
     Command7_Click(app.ctx, 4);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Add_Folder(root + "/gone/none");
-    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "There aren't any under search type files"));
+    EXPECT_TRUE(Has(Last_Box(), "There aren't any under search type files"));
     Command7_Click(app.ctx, 4);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Add_Folder(root + "/a");
-    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Select at least one type of media file"));
+    EXPECT_TRUE(Has(Last_Box(), "Select at least one type of media file"));
     EXPECT_EQ(f.List2.ListCount(), 0);
 }
 
@@ -296,43 +274,38 @@ TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
     app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
     Command18_Click(app.ctx, 1);
     EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "delete selected files from collection"));
+    EXPECT_TRUE(Has(Last_Box(), "delete selected files from collection"));
 
     // To the trash: a second question, whose Cancel still keeps everything.
-    app.ctx.settings.Delete_From_Disk = -1;
-    app.ctx.settings.Recycle_Deleted = -1;
+    app.ctx.settings.Delete_From_Disk = app.ctx.settings.Recycle_Deleted = -1;
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
     Command5_Click(app.ctx);
     EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Continue?"));
+    EXPECT_TRUE(Has(Last_Box(), "Continue?"));
 
-    // Off the disk, then the filters question; No returns to the page it was on.
+    // Off the disk, then the filters question; No returns to the page the removal showed.
     app.ctx.settings.Delete_From_Disk = 0;
     f.MultiPage1.SetValue(3);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::No);
     Command5_Click(app.ctx);
-    EXPECT_EQ(f.List2.ListCount(), 0);
-    EXPECT_TRUE(Has(app.dialogs.Messages().back().text, "Would you like to remake the song filters?"));
-    EXPECT_EQ(f.MultiPage1.Value(), 2) << "No returns to the page the removal showed";
+    EXPECT_TRUE(Has(Last_Box(), "Would you like to remake the song filters?"));
+    EXPECT_EQ(std::tuple(f.List2.ListCount(), f.MultiPage1.Value()), std::tuple(0, 2));
 }
 
 TEST_F(Intake, AddAndIdentifyAsksToIdentifyAndOnlyThenToRemakeTheFilters) {
     Choose_Types(4);
     app.ctx.collection.Collection_Path = app.folder.Str() + "intake.qel";
-    f.Dir1.SetPath(root + "/a/b");
-    Dir1_change(app.ctx);
+    Open(root + "/a/b");
     app.dialogs.ExpectMsgBox(MsgAnswer::No);  // identify
     Command4_Click(app.ctx);
     EXPECT_EQ(f.List2.ListCount(), 1) << "the files are added whatever the answer";
     EXPECT_EQ(app.dialogs.Messages().size(), 1u) << "no filters question after a refused identification";
 
-    f.Dir1.SetPath(root + "/cyr");
-    Dir1_change(app.ctx);
-    for (MsgAnswer a : {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::OK})  // identify, save, saved
-        app.dialogs.ExpectMsgBox(a);
-    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);  // remake the filters
+    Open(root + "/cyr");
+    // identify, save, saved, remake the filters
+    for (MsgAnswer a : {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::OK, MsgAnswer::Yes}) app.dialogs.ExpectMsgBox(a);
     Command4_Click(app.ctx);
     EXPECT_EQ(f.List2.ListCount(), 2);
     EXPECT_TRUE(app.ctx.table.Identified[0] && app.ctx.table.Identified[1]);
@@ -351,18 +324,14 @@ TEST_F(Intake, DroppedFilesPassByTheirLastFourCharactersAndGetTheirColumns) {
     t.Current_Track = 0;
     Accept_Dropped_Files(app.ctx, {root + "/a/b/DEEP.mp3", "/m/new.mp3", "/m/notes.txt", "/m/Песня.mp3",
                                    "/m/other.wma"});
-    EXPECT_EQ(f.List2.Items(), (std::vector<std::string>{root + "/a/b/deep.mp3", "/m/new.mp3", "/m/other.wma"}))
+    EXPECT_EQ(f.List2.Items(), (Strings{root + "/a/b/deep.mp3", "/m/new.mp3", "/m/other.wma"}))
         << "a double by case is not added, nor a name the Collection cannot store";
-    EXPECT_EQ(f.List3_0[0].Items(), (std::vector<std::string>{"00001", "00002", "00003"}));
+    EXPECT_EQ(f.List3_0[0].Items(), (Strings{"00001", "00002", "00003"}));
     for (const auto& box : f.List3_0) EXPECT_EQ(box.ListCount(), 3);
-    EXPECT_EQ(t.Track_Count, 3);
-    EXPECT_EQ(t.Bound(), 3);
-    EXPECT_EQ(t.Class_Count[0], Currency(3));
+    EXPECT_EQ(std::tuple(t.Track_Count, t.Bound(), t.Class_Count[0]), std::tuple(3, 3, Currency(3)));
     EXPECT_EQ(f.List2.ListIndex(), 0) << "the current Track stays shown";
-    const std::string& log = f.Text2[0].Text();
-    EXPECT_TRUE(Has(log, "-> Άκυρα Αρχεία - Non Valid Files: 1"));
-    EXPECT_TRUE(Has(log, "Number of Added files = 2"));
-    EXPECT_TRUE(Has(log, "The name cannot be stored in the Collection: /m/Песня.mp3"));
+    EXPECT_TRUE(Log_Has("-> Άκυρα Αρχεία - Non Valid Files: 1") && Log_Has("Number of Added files = 2"));
+    EXPECT_TRUE(Log_Has("The name cannot be stored in the Collection: /m/Песня.mp3"));
 }
 
 TEST_F(Intake, AnyChangeOfPageEndsTheSubfolderMode) {
@@ -374,8 +343,7 @@ TEST_F(Intake, AnyChangeOfPageEndsTheSubfolderMode) {
     ASSERT_GT(f.List1.ListCount(), 0);
     f.MultiPage1.SetValue(3);
     EXPECT_EQ(f.Check2.Value(), 0);
-    EXPECT_FALSE(app.ctx.intake.Use_Subdirectories);
-    EXPECT_FALSE(f.Frame10.Visible());
+    EXPECT_FALSE(app.ctx.intake.Use_Subdirectories || f.Frame10.Visible());
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 #include <filesystem>
+#include <fstream>
 #include <numeric>
 #include <tuple>
 
@@ -17,6 +18,9 @@ namespace {
 using testing::Player;
 
 TEST(Walk, OnePressPlaysEveryTrackOnceNumberedInTheOrderPlayed) {
+    std::vector<int> all(300), numbers(300);
+    std::iota(all.begin(), all.end(), 0);
+    std::iota(numbers.begin(), numbers.end(), 1);
     for (int16_t order : {int16_t{0}, int16_t{-1}}) {
         SCOPED_TRACE(order == 0 ? "serial" : "shuffled");
         Player app(300);
@@ -24,42 +28,35 @@ TEST(Walk, OnePressPlaysEveryTrackOnceNumberedInTheOrderPlayed) {
         app.Press();
         ASSERT_TRUE(app.RunToCycleEnd(3'000'000));
 
-        ASSERT_EQ(app.started.size(), 300u);
-        std::vector<int> rows;
-        for (size_t i = 0; i < app.started.size(); ++i) {
-            EXPECT_EQ(app.started[i].number, static_cast<int>(i) + 1);
-            rows.push_back(app.started[i].row);
-        }
-        std::vector<int> sorted = rows;
-        std::sort(sorted.begin(), sorted.end());
-        std::vector<int> all(300);
-        std::iota(all.begin(), all.end(), 0);
-        EXPECT_EQ(sorted, all) << "every Track exactly once";
+        const std::vector<int> rows = app.Rows();
+        std::vector<int> numbered;
+        for (const auto& s : app.started) numbered.push_back(s.number);
+        EXPECT_EQ(numbered, numbers);
+        EXPECT_TRUE(std::is_permutation(rows.begin(), rows.end(), all.begin(), all.end())) << "every Track once";
         EXPECT_EQ(rows == all, order == 0) << "serial plays in row order, shuffled does not";
 
         // Replay_Mode 0: the engine is stopped and let go, and stays so.
-        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
-        EXPECT_EQ(app.player.URL(), "");
-        EXPECT_EQ(std::tuple(app.ctx.table.Played_Count, app.ctx.table.Played_High), std::tuple(0, 0));
-        EXPECT_EQ(app.ctx.table.Played_Number, std::vector<int32_t>(301, 0));
+        const TrackTable& t = app.ctx.table;
+        EXPECT_EQ(std::tuple(Player::Count(app.Log(), Player::kCycleEnd), app.player.URL(), t.Played_Count,
+                             t.Played_High),
+                  std::tuple(1u, "", 0, 0));
+        EXPECT_EQ(t.Played_Number, std::vector<int32_t>(301, 0));
         app.loop.Advance(60'000);
-        EXPECT_EQ(app.started.size(), 300u);
-        EXPECT_EQ(std::tuple(app.ctx.form1.Command11.Picture(), app.ctx.playback.Window_Icon), std::tuple("stop", 102));
+        EXPECT_EQ(std::tuple(app.started.size(), app.ctx.form1.Command11.Picture(), app.ctx.playback.Window_Icon),
+                  std::tuple(300u, "stop", 102));
     }
 }
 
 TEST(Walk, TheShuffledOrderIsTheSameAtEveryStart) {
-    std::vector<int> first;
-    for (int run = 0; run < 2; ++run) {
+    std::vector<int> runs[2];
+    for (auto& rows : runs) {
         Player app(40);
         app.ctx.settings.Random_Order = -1;
         app.Press();
         ASSERT_TRUE(app.RunToCycleEnd(600'000));
-        std::vector<int> rows;
-        for (const auto& s : app.started) rows.push_back(s.row);
-        if (run == 0) first = rows;
-        else EXPECT_EQ(rows, first);
+        rows = app.Rows();
     }
+    EXPECT_EQ(runs[0], runs[1]);
 }
 
 TEST(Walk, ReplayModes) {
@@ -82,7 +79,7 @@ TEST(Walk, ReplayModes) {
         app.Press();
         app.loop.Advance(30'000);
         ASSERT_GE(app.started.size(), 8u);
-        for (const auto& s : app.started) EXPECT_EQ(s.row, 0);
+        EXPECT_EQ(app.Rows(), std::vector<int>(app.started.size(), 0));
         EXPECT_EQ(app.ctx.table.Played_Count, 1);
         EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 0u);
     }
@@ -91,6 +88,7 @@ TEST(Walk, ReplayModes) {
 TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
     Player app(30);
     TrackTable& t = app.ctx.table;
+    const Form1& f = app.ctx.form1;
     app.ctx.settings.Random_Order = -1;
     std::vector<int> row_of(11, -1);
     for (int n = 1; n <= 10; ++n) {
@@ -98,37 +96,31 @@ TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
         ASSERT_EQ(t.Played_Number[t.Current_Track], n);
         row_of[n] = t.Current_Track;
     }
-    EXPECT_EQ(app.ctx.form1.Label6.Caption(), "Τυχαία Αναπαραγωγή - Suffle Play");
+    const std::string shuffle = "Τυχαία Αναπαραγωγή - Suffle Play";
+    EXPECT_EQ(f.Label6.Caption(), shuffle);
 
     Command15_Click(app.ctx, 1);  // back by the step count, 3
-    EXPECT_EQ(t.Current_Track, row_of[7]);
-    EXPECT_EQ(t.Played_Count, 7);
-    EXPECT_EQ(app.ctx.form1.Label6.Caption(),
-              "Τυχαία Αναπαραγωγή [σε οπισθοδρόμηση] -> [-3] <- Suffle Play [in backtracking]");
-    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3");
-
+    EXPECT_EQ(std::tie(t.Current_Track, t.Played_Count, f.Text3.Text(), f.Label6.Caption()),
+              std::tuple(row_of[7], 7, "3",
+                         "Τυχαία Αναπαραγωγή [σε οπισθοδρόμηση] -> [-3] <- Suffle Play [in backtracking]"));
     for (int n = 8; n <= 10; ++n) {
         app.Press();
-        EXPECT_EQ(t.Current_Track, row_of[n]) << "forward retraces number " << n;
-        EXPECT_EQ(t.Played_Count, n);
+        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Count), std::tuple(row_of[n], n)) << "forward retraces " << n;
     }
-    EXPECT_EQ(app.ctx.form1.Label6.Caption(), "Τυχαία Αναπαραγωγή - Suffle Play");
+    EXPECT_EQ(f.Label6.Caption(), shuffle);
     app.Press();
     EXPECT_EQ(t.Played_Number[t.Current_Track], 11) << "past the top the walk draws anew";
     EXPECT_EQ(std::count(row_of.begin(), row_of.end(), t.Current_Track), 0);
-    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3") << "the step count survives the presses";
+    EXPECT_EQ(f.Text3.Text(), "3") << "the step count survives the presses";
 }
 
-struct ClassCase {
-    const char* name;
-    std::array<int16_t, 6> class_play;
-    int16_t rating;
-    bool played;
-    bool acceptable;
-};
-
 TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
-    const ClassCase cases[] = {
+    const struct {
+        const char* name;
+        std::array<int16_t, 6> class_play;
+        int16_t rating;
+        bool played, acceptable;
+    } cases[] = {
         {"no restriction", {0, 0, 0, 0, 0, 0}, 2, false, true},
         {"only S: Unmarked's flag is the switch", {0, 0, 0, 0, 0, -1}, 2, false, true},
         {"S and Unmarked: S passes", {-1, 0, 0, 0, 0, -1}, 5, false, true},
@@ -152,12 +144,9 @@ TEST(Walk, ClassRestrictionsInTheWalk) {
         Player app(6);
         TrackTable& t = app.ctx.table;
         app.ctx.settings.Random_Order = 0;
-        t.Resume_Pending = 0;
-        t.Played_Number[0] = 0;
-        t.Played_Count = 0;
+        t.Resume_Pending = t.Played_Number[0] = t.Played_Count = 0;
         t.Class_Play = {-1, 0, 0, 0, 0, 0};
-        for (int r = 0; r < 6; ++r) t.Rating_Class[r] = 2;
-        t.Rating_Class[1] = 0;
+        t.Rating_Class = {2, 0, 2, 2, 2, 2, 0};
         t.Current_Track = 4;
         ASSERT_TRUE(Bres_Kommati(app.ctx).ok());
         EXPECT_EQ(std::tuple(app.ctx.playback.Walk_Mark, t.Current_Track, t.Played_Number[1]), std::tuple(-1, 1, 1));
@@ -168,7 +157,7 @@ TEST(Walk, ClassRestrictionsInTheWalk) {
         TrackTable& t = app.ctx.table;
         t.Resume_Pending = 0;
         t.Class_Play = {-1, 0, 0, 0, 0, -1};
-        for (int r = 0; r < 4; ++r) t.Rating_Class[r] = 3;
+        t.Rating_Class = {3, 3, 3, 3, 0};
         t.Played_Number = {1, 0, 0, 0, 0};
         ASSERT_TRUE(Bres_Kommati(app.ctx).ok());
         EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
@@ -181,11 +170,8 @@ TEST(Walk, EdgesOfTheListAndFaults) {
         SCOPED_TRACE("an empty list: nothing moves, a pending resume ends at once");
         Player app(0);
         app.ctx.table.Resume_Pending = -1;
-        EXPECT_TRUE(Step_Forward(app.ctx).ok());
-        EXPECT_TRUE(Step_Backward(app.ctx).ok());
-        EXPECT_TRUE(Bres_Kommati(app.ctx).ok());
-        EXPECT_EQ(app.ctx.table.Resume_Pending, 0);
-        EXPECT_EQ(app.player.URL(), "");
+        EXPECT_TRUE(Step_Forward(app.ctx).ok() && Step_Backward(app.ctx).ok() && Bres_Kommati(app.ctx).ok());
+        EXPECT_EQ(std::tuple(app.ctx.table.Resume_Pending, app.player.URL()), std::tuple(0, ""));
     }
     {
         SCOPED_TRACE("a single row played: the next walk ends the cycle, stops, wraps to row 0");
@@ -194,18 +180,16 @@ TEST(Walk, EdgesOfTheListAndFaults) {
         app.loop.Advance(500);
         ASSERT_NE(app.player.URL(), "");
         app.Press();
-        EXPECT_EQ(Player::Count(app.Log(), Player::kCycleEnd), 1u);
-        EXPECT_EQ(app.ctx.table.Current_Track, 0);
-        EXPECT_EQ(app.player.URL(), "");
+        EXPECT_EQ(std::tuple(Player::Count(app.Log(), Player::kCycleEnd), app.ctx.table.Current_Track,
+                             app.player.URL()),
+                  std::tuple(1u, 0, ""));
     }
     {
         SCOPED_TRACE("rows removed under Current_Track, and Played_Count past the list");
         Player app(5);
         TrackTable& t = app.ctx.table;
         app.ctx.settings.Random_Order = 0;
-        t.Resume_Pending = 0;
-        t.Current_Track = 9;
-        t.Played_Count = 7;
+        t.Resume_Pending = 0, t.Current_Track = 9, t.Played_Count = 7;
         ASSERT_TRUE(Step_Forward(app.ctx).ok());
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Count, t.Played_Number[1]), std::tuple(1, 1, 1))
             << "repaired to row 0, whose number makes the walk move on";
@@ -214,14 +198,10 @@ TEST(Walk, EdgesOfTheListAndFaults) {
         SCOPED_TRACE("overflow is a fault of the procedure, not a wrap");
         Player app(5);
         TrackTable& t = app.ctx.table;
-        t.Resume_Pending = 0;
-        t.Played_Count = INT32_MAX;
-        const Status walk = Bres_Kommati(app.ctx);
-        EXPECT_FALSE(walk.ok());
+        t.Resume_Pending = 0, t.Played_Count = INT32_MAX;
+        EXPECT_FALSE(Bres_Kommati(app.ctx).ok());
         EXPECT_EQ(std::count(t.Played_Number.begin(), t.Played_Number.end(), 0), 5) << "nothing was numbered";
-        t.Played_Count = 1;
-        t.Current_Track = 0;
-        t.Played_Number[0] = INT32_MAX;
+        t.Played_Count = 1, t.Current_Track = 0, t.Played_Number[0] = INT32_MAX;
         EXPECT_FALSE(Step_Forward(app.ctx).ok());
     }
 }
@@ -238,10 +218,9 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
     EXPECT_EQ(t.Current_Track, 2) << "the walk moves on from the loop, not inside the press";
     app.loop.RunPosted();
     EXPECT_EQ(t.Current_Track, 4);
-    for (int r : {2, 3}) {
-        EXPECT_EQ(t.Rating_Class[r], 1) << r;
-        EXPECT_EQ(t.Played_Number[r], r + 1) << "stays counted as played";
-    }
+    // Marked X, and still counted as played.
+    EXPECT_EQ(std::tuple(t.Rating_Class[2], t.Rating_Class[3], t.Played_Number[2], t.Played_Number[3]),
+              std::tuple(1, 1, 3, 4));
     EXPECT_EQ(Player::Count(app.Log(), "dosn't not longer exists or has zero lenght"), 2u);
     EXPECT_NE(app.Log().find("-> Το αρχείο ( 3)" + app.Path(2) + "\n δεν υφίσταται πλέον ή έχει μηδενικό μήκος."),
               std::string::npos);
@@ -256,8 +235,8 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
     std::filesystem::remove(single.Path(0));
     single.Press();
     single.loop.RunPosted();
-    EXPECT_EQ(std::tuple(single.ctx.table.Rating_Class[0], single.ctx.table.Current_Track), std::tuple(1, 0));
-    EXPECT_EQ(single.player.URL(), "") << "with one row nothing moves";
+    EXPECT_EQ(std::tuple(single.ctx.table.Rating_Class[0], single.ctx.table.Current_Track, single.player.URL()),
+              std::tuple(1, 0, "")) << "with one row nothing moves";
 }
 
 }  // namespace

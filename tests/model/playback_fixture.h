@@ -75,6 +75,13 @@ struct Player : TestApp {
         return Log().find(kCycleEnd) != std::string::npos;
     }
 
+    // The rows in the order the engine got them.
+    std::vector<int> Rows() const {
+        std::vector<int> rows;
+        for (const Started& s : started) rows.push_back(s.row);
+        return rows;
+    }
+
     const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
     static size_t Count(const std::string& text, const std::string& part) {
         size_t n = 0;

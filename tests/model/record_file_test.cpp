@@ -6,6 +6,7 @@
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <tuple>
 
 #include "support/test_app.h"
 
@@ -42,8 +43,7 @@ TEST(RecordFile, TextsMustFitTheRecordAndTheCodePage) {
 
     ASSERT_TRUE(f.Open(path.string(), 400, RecordFile::Mode::ReadOnly));
     std::string s;
-    EXPECT_TRUE(f.GetString(3, s));
-    EXPECT_EQ(s, greek);
+    EXPECT_TRUE(f.GetString(3, s) && s == greek);
     EXPECT_FALSE(f.PutInteger(1, 5)) << "a read-only file takes no writes";
 }
 
@@ -61,14 +61,11 @@ TEST(RecordFile, DamagedInputIsAReadErrorNeverAnOverrun) {
     EXPECT_FALSE(f.GetString(1, s));
     EXPECT_NE(f.LastError().find("past its record"), std::string::npos) << f.LastError();
     EXPECT_EQ(s, "kept") << "a failed read leaves the value as it was";
-    EXPECT_TRUE(f.GetString(2, s));
-    EXPECT_EQ(s, std::string("ab\0\0", 4));
+    EXPECT_TRUE(f.GetString(2, s) && s == std::string("ab\0\0", 4));
     int16_t i = 7;
-    EXPECT_FALSE(f.GetInteger(3, i));
-    EXPECT_EQ(i, 7);
     uint8_t b = 0;
-    EXPECT_TRUE(f.GetByte(3, b));
-    EXPECT_EQ(b, 5);
+    EXPECT_TRUE(!f.GetInteger(3, i) && i == 7);
+    EXPECT_TRUE(f.GetByte(3, b) && b == 5);
     int32_t l = 0;
     for (int64_t record : {int64_t{4}, int64_t{0}, int64_t{-3}, int64_t{1} << 62})
         EXPECT_FALSE(f.GetLong(record, l)) << record;
@@ -123,16 +120,12 @@ TEST(RecordFile, AFailedWriteIsNeverReportedAsSaved) {
     RecordFile f;
     bool all_ok = f.Open((dir.Path() / "limited.bin").string(), 400);
     for (int r = 1; r <= 100; ++r) all_ok &= f.PutLong(r, r);
-    const bool synced = f.Sync();
-    const bool failed = f.WriteFailed();
-    const bool closed = f.Close();
+    const bool synced = f.Sync(), failed = f.WriteFailed(), closed = f.Close();
 
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, old_handler);
     EXPECT_TRUE(all_ok) << "the puts went to the buffer";
-    EXPECT_FALSE(synced);
-    EXPECT_TRUE(failed);
-    EXPECT_FALSE(closed);
+    EXPECT_EQ(std::tuple(synced, failed, closed), std::tuple(false, true, false));
 }
 
 }  // namespace

@@ -24,9 +24,7 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         first.ctx.settings.Random_Order = 0;
         first.ctx.settings.Autostart_Index = c.mode;
         Save_Collection(first.ctx, false, true);  // the Collection as it stands on disk
-        first.Press();
-        first.Press();
-        first.Press();  // row 2, the third played
+        for (int press = 0; press < 3; ++press) first.Press();  // row 2, the third played
         first.loop.Advance(37'400);
         ASSERT_NEAR(first.player.currentPosition().value_or(0), 37, 0.5);
         Form_QueryUnload(first.ctx);
@@ -38,16 +36,12 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         again.loop.Advance(400);
 
         const TrackTable& t = again.ctx.table;
-        EXPECT_EQ(t.Current_Track, 2);
-        EXPECT_EQ(t.Played_Number[2], 3);
-        EXPECT_EQ(t.Played_Count, 3);
-        EXPECT_EQ(again.player.URL(), first.Path(2));
-        EXPECT_EQ(again.player.playState(), PS_Playing);
-        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), c.second);
+        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[2], t.Played_Count, again.player.URL(),
+                             again.player.playState(), std::lround(again.player.currentPosition().value_or(-1))),
+                  std::tuple(2, 3, 3, first.Path(2), PS_Playing, c.second));
 
         again.ctx.form1.Command3[0].Click.emit();
-        EXPECT_EQ(again.ctx.table.Current_Track, 3) << "and the walk goes on from there";
-        EXPECT_EQ(again.ctx.table.Played_Number[3], 4);
+        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3]), std::tuple(3, 4)) << "the walk goes on from there";
     }
 }
 

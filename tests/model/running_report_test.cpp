@@ -17,7 +17,7 @@ using testing::TestApp;
 
 std::string ReadAll(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 size_t Count(const std::string& text, const std::string& what) {
@@ -77,8 +77,7 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
 
 TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
     Report_Size(app.ctx);
-    EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
-    EXPECT_TRUE(Log().empty());
+    EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled() || !Log().empty());
     EXPECT_TRUE(fs::is_directory(app.folder.Path() / "velmora_reports"));
 
     std::ofstream(Report_File(app.ctx), std::ios::binary) << std::string(1048576, 'x');

@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include <cmath>
 #include <filesystem>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "playback/play_modes.h"
 #include "playback_fixture.h"
@@ -24,8 +23,7 @@ int Position(const StubEngine& engine) {
 TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
     Player app(3, 100.0);
     Settings& s = app.ctx.settings;
-    s.Preview_Active = -1;
-    s.Preview_Seconds = 10;
+    s.Preview_Active = -1, s.Preview_Seconds = 10;
     s.Preview_Points.assign(4, 0);
     std::map<int, std::set<int>> heard;  // row -> positions seen at ticks while playing
     auto watch = app.ctx.form1.Timer1.Tick.connect([&] {
@@ -46,9 +44,7 @@ TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
 
 TEST(StartTrack, ATrackShorterThanTheSampleMovesOn) {
     Player app(3, 4.0);
-    app.ctx.settings.Random_Order = 0;
-    app.ctx.settings.Preview_Active = -1;
-    app.ctx.settings.Preview_Seconds = 10;
+    app.ctx.settings.Random_Order = 0, app.ctx.settings.Preview_Active = -1, app.ctx.settings.Preview_Seconds = 10;
     app.Press();
     app.loop.Advance(8'000);
     ASSERT_GE(app.started.size(), 2u);
@@ -72,9 +68,11 @@ TEST(StartTrack, AutoVideoModeStartsNothingForAFileThatIsNotVideo) {
     app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
     app.Press();
     app.loop.Advance(5'000);
-    EXPECT_EQ(app.player.URL() + app.video.URL(), "") << "neither engine was given the file";
-    EXPECT_EQ(app.ctx.table.Current_Track, 0) << "the walk stands on the Track";
-    EXPECT_EQ(app.ctx.form1.Text1[0].Text(), "Το πρώτο") << "the tag boxes are filled all the same";
+    // Neither engine was given the file, the walk stands on the Track, the
+    // tag boxes are filled all the same.
+    EXPECT_EQ(std::tuple(app.player.URL() + app.video.URL(), app.ctx.table.Current_Track,
+                         app.ctx.form1.Text1[0].Text()),
+              std::tuple("", 0, "Το πρώτο"));
 }
 
 TEST(StartTrack, TheKindOfAFile) {
@@ -98,7 +96,8 @@ TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) 
     for (bool paused : {false, true}) {
         SCOPED_TRACE(paused ? "paused" : "playing");
         Player app(2, 100.0);
-        app.player.SetDuration(Dump_File_Path(app.ctx), 0.2);
+        const std::string dump = Dump_File_Path(app.ctx);
+        app.player.SetDuration(dump, 0.2);
         app.Press();
         app.loop.Advance(30'000);
         if (paused) {
@@ -111,23 +110,22 @@ TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) 
         bool dump_there = false;
         Replace_Playing_File(app.ctx, file, "", "tags", [&] {
             held = app.player.URL();
-            dump_there = std::filesystem::file_size(Dump_File_Path(app.ctx)) > 0;
+            dump_there = std::filesystem::file_size(dump) > 0;
         });
-        EXPECT_EQ(held, Dump_File_Path(app.ctx)) << "the engine held the dump file while the tags were written";
-        EXPECT_TRUE(dump_there);
-        EXPECT_FALSE(std::filesystem::exists(Dump_File_Path(app.ctx)));
+        EXPECT_EQ(std::tuple(held, dump_there), std::tuple(dump, true))
+            << "the engine held the dump file while the tags were written";
+        EXPECT_FALSE(std::filesystem::exists(dump));
         app.loop.RunPosted();
-        EXPECT_EQ(std::tuple(app.player.URL(), Position(app.player), app.player.playState()),
-                  std::tuple(file, before, paused ? PS_Paused : PS_Playing));
-        EXPECT_FALSE(app.ctx.core.Suppress_Events);
+        EXPECT_EQ(std::tuple(app.player.URL(), Position(app.player), app.player.playState(),
+                             app.ctx.core.Suppress_Events),
+                  std::tuple(file, before, paused ? PS_Paused : PS_Playing, false));
     }
 }
 
 TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
     Player app(3, 5.0);
     app.ctx.form1.Menus("MnuMorePauseActive").SetChecked(true);
-    app.ctx.settings.Sound_On = -1;
-    app.ctx.settings.Pause_Seconds = 8;
+    app.ctx.settings.Sound_On = -1, app.ctx.settings.Pause_Seconds = 8;
     std::vector<int64_t> playing_at;
     auto watch = app.player.PlayStateChange.connect([&](int) {
         if (app.player.playState() == PS_Playing) playing_at.push_back(app.loop.TickCount());

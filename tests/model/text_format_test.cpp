@@ -4,31 +4,24 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace velmora {
 namespace {
 
-struct DoubleFormatCase {
-    double value;
-    const char* pattern;
-    const char* expected;
-};
-
 TEST(TextFormat, PatternsRoundHalvesAwayFromZero) {
-    const DoubleFormatCase cases[] = {
-        {5, "0#", "05"},           {5, "#0", "5"},
-        {123, "00", "123"},        {-5, "00", "-05"},
-        {7, "#00000", "00007"},    {123456, "#00000", "123456"},
-        {0, "00000", "00000"},     {3.14159, "#0000", "0003"},
-        {45, "000", "045"},        {2.5, "#0", "3"},
-        {3.5, "#0", "4"},          {-2.5, "#0", "-3"},
-        {0.5, "#0", "1"},          {0.4999, "#0", "0"},
-        {2.675, "#0.00", "2.68"},  {1.005, "0000.00", "0001.01"},
-        {1.05, "00.0", "01.1"},    {0.125, "00.00", "00.13"},
-        {99.995, "#00.00", "100.00"}, {12.3456, "000.00", "012.35"},
-        {-0.004, "#0.00", "0.00"}, {-0.005, "#0.00", "-0.01"},
-        {-0.4, "00", "00"},        {1e-20, "#0.00", "0.00"},
-        {5.5, "00.0", "05.5"},     {999.5, "#0", "1000"},
+    const struct {
+        double value;
+        const char* pattern;
+        const char* expected;
+    } cases[] = {
+        {5, "0#", "05"},            {5, "#0", "5"},               {123, "00", "123"},        {-5, "00", "-05"},
+        {7, "#00000", "00007"},     {123456, "#00000", "123456"}, {0, "00000", "00000"},     {3.14159, "#0000", "0003"},
+        {45, "000", "045"},         {2.5, "#0", "3"},             {3.5, "#0", "4"},          {-2.5, "#0", "-3"},
+        {0.5, "#0", "1"}, {0.4999, "#0", "0"}, {2.675, "#0.00", "2.68"}, {1.005, "0000.00", "0001.01"},
+        {1.05, "00.0", "01.1"},     {0.125, "00.00", "00.13"},    {99.995, "#00.00", "100.00"},
+        {12.3456, "000.00", "012.35"}, {-0.004, "#0.00", "0.00"}, {-0.005, "#0.00", "-0.01"}, {-0.4, "00", "00"},
+        {1e-20, "#0.00", "0.00"},   {5.5, "00.0", "05.5"},        {999.5, "#0", "1000"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(Format(c.value, c.pattern), c.expected) << c.value << " with " << c.pattern;
@@ -38,18 +31,17 @@ TEST(TextFormat, IntegerAndCurrencyPatternsAreExact) {
     EXPECT_EQ(Format(int64_t{42}, "00.0"), "42.0");
     EXPECT_EQ(Format(std::numeric_limits<int64_t>::min(), "0"), "-9223372036854775808");
     EXPECT_EQ(Format(-7, "000"), "-007");
-    EXPECT_EQ(Format(Currency::FromRaw(50), "#0.00"), "0.01");      // 0.005
-    EXPECT_EQ(Format(Currency::FromRaw(49), "#0.00"), "0.00");      // 0.0049
-    EXPECT_EQ(Format(Currency::FromRaw(26745), "#0.00"), "2.67");   // 2.6745
-    EXPECT_EQ(Format(Currency::FromRaw(-1235000), "#0"), "-124");  // -123.5
-    EXPECT_EQ(Format(Currency::FromRaw(-40), "#0.00"), "0.00");     // -0.004
-    EXPECT_EQ(Format(Currency::FromRaw(125000), "00.0"), "12.5");
+    // Raw is in ten-thousandths: 0.005, 0.0049, 2.6745, -123.5, -0.004, 12.5.
+    const std::tuple<int64_t, const char*, const char*> currencies[] = {
+        {50, "#0.00", "0.01"}, {49, "#0.00", "0.00"},  {26745, "#0.00", "2.67"},
+        {-1235000, "#0", "-124"}, {-40, "#0.00", "0.00"}, {125000, "00.0", "12.5"},
+    };
+    for (const auto& [raw, pattern, expected] : currencies)
+        EXPECT_EQ(Format(Currency::FromRaw(raw), pattern), expected) << raw;
 }
 
 TEST(TextFormat, StrLeavesRoomForTheSign) {
-    EXPECT_EQ(Str(5), " 5");
-    EXPECT_EQ(Str(-5), "-5");
-    EXPECT_EQ(Str(int64_t{0}), " 0");
+    EXPECT_EQ(std::tuple(Str(5), Str(-5), Str(int64_t{0})), std::tuple(" 5", "-5", " 0"));
     const std::pair<double, const char*> doubles[] = {
         {1.5, " 1.5"},       {0.25, " 0.25"},     {-0.25, "-0.25"},
         {0.1 + 0.2, " 0.3"}, {100.0, " 100"},     {0.0, " 0"},
@@ -58,11 +50,9 @@ TEST(TextFormat, StrLeavesRoomForTheSign) {
         {2.0 / 3.0, " 0.666666666666667"},
     };
     for (const auto& [value, expected] : doubles) EXPECT_EQ(Str(value), expected) << value;
-    EXPECT_EQ(Str(Currency::FromRaw(125000)), " 12.5");
-    EXPECT_EQ(Str(Currency(-3)), "-3");
-    EXPECT_EQ(Str(Currency::FromRaw(1)), " 0.0001");
-    EXPECT_EQ(Str(Currency::FromRaw(-5000)), "-0.5");
-    EXPECT_EQ(Str(Currency()), " 0");
+    const std::pair<int64_t, const char*> currencies[] = {
+        {125000, " 12.5"}, {-30000, "-3"}, {1, " 0.0001"}, {-5000, "-0.5"}, {0, " 0"}};
+    for (const auto& [raw, expected] : currencies) EXPECT_EQ(Str(Currency::FromRaw(raw)), expected) << raw;
 }
 
 TEST(TextFormat, ValReadsTheLeadingNumber) {
@@ -76,9 +66,8 @@ TEST(TextFormat, ValReadsTheLeadingNumber) {
         {"007", 7},
     };
     for (const auto& [text, expected] : cases) EXPECT_DOUBLE_EQ(Val(text), expected) << text;
-    EXPECT_EQ(Val("1e400"), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(Val("-1e400"), -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(Val("0.0001e400"), std::numeric_limits<double>::infinity());
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(std::tuple(Val("1e400"), Val("-1e400"), Val("0.0001e400")), std::tuple(inf, -inf, inf));
 }
 
 TEST(TextFormat, IsNumericNeedsTheWholeText) {
@@ -91,11 +80,8 @@ TEST(TextFormat, IsNumericNeedsTheWholeText) {
 }
 
 TEST(TextFormat, TrimRemovesSpacesOnly) {
-    EXPECT_EQ(Trim("  a b  "), "a b");
-    EXPECT_EQ(LTrim("  a "), "a ");
-    EXPECT_EQ(RTrim("  a "), "  a");
-    EXPECT_EQ(Trim("\ta\t"), "\ta\t");
-    EXPECT_EQ(Trim("    "), "");
+    EXPECT_EQ(std::tuple(Trim("  a b  "), LTrim("  a "), RTrim("  a "), Trim("\ta\t"), Trim("    ")),
+              std::tuple("a b", "a ", "  a", "\ta\t", ""));
 }
 
 TEST(TextFormat, RoundingToIntegersGoesToEven) {
@@ -109,9 +95,7 @@ TEST(TextFormat, RoundingToIntegersGoesToEven) {
     EXPECT_TRUE(CInt(32767.4, i) && i == 32767);
     EXPECT_TRUE(CInt(-32768.5, i) && i == -32768);
     i = 9;
-    EXPECT_FALSE(CInt(32767.5, i));
-    EXPECT_FALSE(CInt(-32769, i));
-    EXPECT_FALSE(CInt(std::nan(""), i));
+    for (double refused : {32767.5, -32769.0, std::nan("")}) EXPECT_FALSE(CInt(refused, i)) << refused;
     EXPECT_EQ(i, 9) << "a failed conversion leaves the target alone";
 
     int32_t l = 0;
@@ -121,9 +105,8 @@ TEST(TextFormat, RoundingToIntegersGoesToEven) {
 }
 
 TEST(TextFormat, ClockTexts) {
-    LocalTime t{2024, 3, 7, 9, 5, 0};
-    EXPECT_EQ(TimeText(t), "09:05:00");
-    EXPECT_EQ(DateText(t), "07/03/2024");
+    const LocalTime t{2024, 3, 7, 9, 5, 0};
+    EXPECT_EQ(std::tuple(TimeText(t), DateText(t)), std::tuple("09:05:00", "07/03/2024"));
 }
 
 TEST(Currency, ConversionsRoundHalfToEven) {
@@ -140,23 +123,20 @@ TEST(Currency, ConversionsRoundHalfToEven) {
 
 TEST(Currency, ProductsAndQuotientsRoundToFourDecimals) {
     auto c = [](int64_t raw) { return Currency::FromRaw(raw); };
-    EXPECT_EQ((c(15000) * c(10001)).Raw(), 15002);   // 1.50015
-    EXPECT_EQ((c(15000) * c(10003)).Raw(), 15004);   // 1.50045
-    EXPECT_EQ((c(-15000) * c(10003)).Raw(), -15004);
-    EXPECT_EQ((Currency(1) / Currency(3)).Raw(), 3333);
-    EXPECT_EQ((Currency(2) / Currency(3)).Raw(), 6667);
-    EXPECT_EQ((Currency(-2) / Currency(3)).Raw(), -6667);
-    EXPECT_EQ((c(1) / Currency(2)).Raw(), 0);         // 0.00005
-    EXPECT_EQ((c(3) / Currency(2)).Raw(), 2);         // 0.00015
-    EXPECT_EQ((c(3) / Currency(-2)).Raw(), -2);
+    // 1.50015, 1.50045, -1.50045, 1/3, 2/3, -2/3, 0.00005, 0.00015, -0.00015.
+    const std::pair<Currency, int64_t> cases[] = {
+        {c(15000) * c(10001), 15002},      {c(15000) * c(10003), 15004},      {c(-15000) * c(10003), -15004},
+        {Currency(1) / Currency(3), 3333}, {Currency(2) / Currency(3), 6667}, {Currency(-2) / Currency(3), -6667},
+        {c(1) / Currency(2), 0},           {c(3) / Currency(2), 2},           {c(3) / Currency(-2), -2},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].first.Raw(), cases[i].second) << i;
     // Raw products beyond 64 bits are fine while the result fits.
     EXPECT_EQ(Currency(int64_t{3'000'000'000}) * Currency(1000), Currency(int64_t{3'000'000'000'000}));
     EXPECT_EQ(Currency(int64_t{900'000'000'000'000}) / Currency(1000),
               Currency(int64_t{900'000'000'000}));
     EXPECT_EQ((Currency(int64_t{1'000'000'000'000}) * Currency(1000)).Raw(),
               std::numeric_limits<int64_t>::max());
-    EXPECT_EQ(Currency(7).IntDiv(2), 3);
-    EXPECT_EQ(c(-75000).IntDiv(2), -3);
+    EXPECT_EQ(std::tuple(Currency(7).IntDiv(2), c(-75000).IntDiv(2)), std::tuple(3, -3));
 }
 
 }  // namespace

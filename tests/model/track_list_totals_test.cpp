@@ -22,8 +22,7 @@ TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
     for (int i = 0; i < 3; ++i) app.ctx.form1.List2.AddItem(app.Path(i));
 
     t.Played_Number = {1, 2, 0, 0};
-    t.Played_Count = 2;
-    t.Played_High = 2;
+    t.Played_Count = t.Played_High = 2;
     t.Current_Track = 1;
     app.ctx.settings.Random_Order = 0;
     Etiketes_Synol_Songs(app.ctx);
@@ -33,9 +32,8 @@ TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
     EXPECT_EQ(f.Label6.Caption(), "Σειριακή Αναπαραγωγή - Serial Play");
     EXPECT_EQ(f.Label3[0].Caption(),
               "Τρέχων - Current: 2" + kTen + "Όλα - Total: 3" + kTen + "Εναπομείναντα - Remaining: 1");
-    EXPECT_EQ(f.Text6.Text(), app.Path(1));
-    EXPECT_EQ(f.Text6.SelLength(), 13);
-    EXPECT_EQ(f.Text6.SelStart(), static_cast<int>(app.Path(1).size()) - 13);
+    EXPECT_EQ(std::tuple(f.Text6.Text(), f.Text6.SelStart(), f.Text6.SelLength()),
+              std::tuple(app.Path(1), static_cast<int>(app.Path(1).size()) - 13, 13));
     EXPECT_EQ(app.ctx.playback.Played_Duration, Currency(10)) << "the Tracks before the current one";
     EXPECT_EQ(app.ctx.form4.Label4.Caption(), f.Label3[0].Caption());
     // The first 38 characters of the caption and the last 56 of the counts.
@@ -75,8 +73,7 @@ TEST(TrackListTotals, ClassCountsStandInBrackets) {
     t.Class_Play = {0, 0, 0, 0, 0, -1};
     t.Rating_Class = {5, 2, 5, 5, 0};
     t.Played_Number = {1, 2, 0, 0, 0};
-    t.Played_Count = 2;
-    t.Played_High = 2;
+    t.Played_Count = t.Played_High = 2;
     Etiketes_Synol_Songs(app.ctx);
     EXPECT_EQ(app.ctx.form1.Label3[0].Caption(), "Τρέχων - Current: 2 [0]" + kTen + "Όλα - Total: 4 [0]" + kTen +
                                                       "Εναπομείναντα - Remaining: 2 [0]")

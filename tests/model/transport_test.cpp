@@ -16,16 +16,14 @@ TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMove) {
     Player app(6, 100.0);
     TrackTable& t = app.ctx.table;
     app.ctx.settings.Random_Order = 0;
-    app.Press();
-    app.Press();
-    app.Press();  // row 2
+    for (int press = 0; press < 3; ++press) app.Press();  // row 2
     Command3_Click(app.ctx, 1);
     ASSERT_EQ(t.Current_Track, 1);
     (void)app.player.stop();
     app.loop.RunPosted();
     Command11_Click(app.ctx);
-    EXPECT_EQ(t.Current_Track, 0) << "back, as the last move was";
-    EXPECT_EQ(app.ctx.form1.Command11.Picture(), "stop");
+    EXPECT_EQ(std::tuple(t.Current_Track, app.ctx.form1.Command11.Picture()), std::tuple(0, "stop"))
+        << "back, as the last move was";
 
     app.Press();  // forward: in serial order always the walk, never the history
     app.loop.Advance(2'000);
@@ -43,9 +41,10 @@ TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCount) {
     app.Press();
     EXPECT_NEAR(app.ctx.table.Stop_Position[0].ToDouble(), 12, 1);
     EXPECT_FALSE(app.ctx.table.Saved[0]);
-    EXPECT_EQ(std::tuple(app.ctx.form1.Text3.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("5", 5));
+    const TextBox& steps = app.ctx.form1.Text3;
+    EXPECT_EQ(std::tie(steps.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("5", 5));
     app.ctx.form1.Text3.SetText("abc");
-    EXPECT_EQ(std::tuple(app.ctx.form1.Text3.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("3", 3));
+    EXPECT_EQ(std::tie(steps.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("3", 3));
 }
 
 TEST(Transport, ADoubleClickPlaysTheRowWithoutNumberingIt) {
@@ -65,8 +64,9 @@ TEST(Transport, TheTrayPauseResumesThroughTheStartOfATrack) {
     app.loop.Advance(20'000);
     mnusystemtraypause_Click(app.ctx);
     app.loop.RunPosted();
-    EXPECT_EQ(std::tuple(app.player.playState(), app.ctx.playback.Is_Paused), std::tuple(PS_Paused, -1));
-    EXPECT_TRUE(app.ctx.form1.Tray("mnusystemtraypause").Checked());
+    EXPECT_EQ(std::tuple(app.player.playState(), app.ctx.playback.Is_Paused,
+                         app.ctx.form1.Tray("mnusystemtraypause").Checked()),
+              std::tuple(PS_Paused, -1, true));
 
     mnusystemtraypause_Click(app.ctx);
     app.loop.Advance(400);
@@ -81,8 +81,7 @@ TEST(Transport, TheFolderOfTheSelectedFile) {
     EXPECT_TRUE(app.shell.opened.empty());
     app.ctx.form1.List2.SetListIndex(1);
     Command10_Click(app.ctx, 0);
-    ASSERT_EQ(app.shell.opened.size(), 1u);
-    EXPECT_EQ(app.shell.opened[0], (app.folder.Path() / "media").string() + "/");
+    EXPECT_EQ(app.shell.opened, std::vector<std::string>{(app.folder.Path() / "media").string() + "/"});
 }
 
 TEST(Modes, TheInputDialogsAndTheirLoops) {
@@ -120,7 +119,6 @@ TEST(Modes, TheMenusKeepTheirQuirks) {
     Player app(0);
     Form1& f = app.ctx.form1;
     Settings& s = app.ctx.settings;
-
     f.Menus("mnumorereplayn", 0).SetChecked(true);
     f.Menus("mnumorereplayn", 1).Click.emit();
     EXPECT_EQ(s.Replay_Mode, 1);

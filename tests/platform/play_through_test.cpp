@@ -16,11 +16,7 @@
 #include "playback/transport.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
-#include "support/recording_shell.h"
-#include "support/scripted_dialogs.h"
-#include "support/stub_engine.h"
 #include "support/test_app.h"
-#include "support/virtual_event_loop.h"
 
 namespace velmora {
 namespace {
@@ -29,12 +25,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
 
-bool MakeTone(const fs::path& file, int frequency) {
-    const std::string command = "ffmpeg -v error -y -f lavfi -i sine=frequency=" + std::to_string(frequency) +
-                                ":duration=1 '" + file.string() + "'";
-    return std::system(command.c_str()) == 0;
-}
-
 TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
     testing::TempFolder folder;
     const fs::path media = folder.Path() / "media";
@@ -42,7 +32,8 @@ TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
     std::vector<std::string> files;
     for (int i = 0; i < 5; ++i) {
         files.push_back((media / ("tone_" + std::to_string(i) + ".mp3")).string());
-        ASSERT_TRUE(MakeTone(files.back(), 330 + 110 * i));
+        ASSERT_EQ(std::system(("ffmpeg -v error -y -f lavfi -i sine=frequency=" + std::to_string(330 + 110 * i) +
+                               ":duration=1 '" + files.back() + "'").c_str()), 0);
     }
 
     QtEventLoop loop;
@@ -68,8 +59,7 @@ TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
         t.Saved[i] = true;
     }
     t.Current_Track = 0;
-    t.Played_Count = 1;
-    t.Played_Number[0] = 1;
+    t.Played_Count = t.Played_Number[0] = 1;
     t.Resume_Pending = -1;
 
     // The rows in the order the engine was given them.
@@ -104,18 +94,14 @@ TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
     loop.WaitForEvents(200);
     EXPECT_NE(player.playState(), PS_Playing);
 
-    // The saved Collection, read by a fresh program, holds the same numbers.
-    VirtualEventLoop fresh_loop;
-    testing::ScriptedDialogs fresh_dialogs;
-    testing::RecordingShell fresh_shell;
-    StubEngine e1(fresh_loop), e2(fresh_loop), e3(fresh_loop), e4(fresh_loop);
-    AppContext fresh(Ports{fresh_loop, fresh_dialogs, fresh_shell, e1, e2, e3, e4});
-    fresh.program_folder = folder.Str();
-    Form_Load(fresh);
-    ASSERT_EQ(fresh.form1.List2.ListCount(), 5);
+    // The saved Collection, read by a fresh program on the test doubles, holds the same numbers.
+    testing::TestApp fresh;
+    fresh.ctx.program_folder = folder.Str();
+    Form_Load(fresh.ctx);
+    ASSERT_EQ(fresh.ctx.form1.List2.ListCount(), 5);
     for (size_t k = 0; k < order.size(); ++k)
-        EXPECT_EQ(fresh.table.Played_Number[order[k]], static_cast<int>(k) + 1) << "row " << order[k];
-    Form_QueryUnload(fresh);
+        EXPECT_EQ(fresh.ctx.table.Played_Number[order[k]], static_cast<int>(k) + 1) << "row " << order[k];
+    Form_QueryUnload(fresh.ctx);
     Form_QueryUnload(ctx);
 }
 

@@ -22,8 +22,7 @@ TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     poster.join();
     EXPECT_TRUE(ran_on.empty()) << "nothing runs inside Post";
     for (int i = 0; i < 50 && ran_on.size() < 3; ++i) loop.WaitForEvents(20);
-    ASSERT_EQ(ran_on.size(), 3u);
-    for (auto id : ran_on) EXPECT_EQ(id, main_thread);
+    EXPECT_EQ(ran_on, std::vector<std::thread::id>(3, main_thread));
 }
 
 TEST(QtEventLoop, NowIsTheLocalTimeInAnyZone) {
@@ -43,10 +42,7 @@ TEST(QtEventLoop, NowIsTheLocalTimeInAnyZone) {
         EXPECT_LE(std::abs(mine - theirs) % (24 * 3600 - 1), 1) << zone;
         EXPECT_EQ(now.year, local.tm_year + 1900) << zone;
     }
-    if (old_tz)
-        setenv("TZ", saved.c_str(), 1);
-    else
-        unsetenv("TZ");
+    old_tz ? setenv("TZ", saved.c_str(), 1) : unsetenv("TZ");
     tzset();
 }
 
@@ -71,7 +67,6 @@ TEST(QtEventLoop, AnAttachedTimerFollowsItsControl) {
     timer.SetInterval(50);
     Wait(loop, 120);
     EXPECT_EQ(ticks, 0) << "not enabled";
-
     timer.SetEnabled(true);
     Wait(loop, 280);
     EXPECT_GE(ticks, 4);

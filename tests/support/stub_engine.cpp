@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace velmora {
 
@@ -10,45 +9,39 @@ namespace {
 
 Error NoMedia() { return Error{"no media loaded"}; }
 
+// A file the stub does not know, or one that fails, reads as empty, with
+// duration 0, and takes no writes.
+class StubMediaItem : public MediaItem {
+public:
+    StubMediaItem(std::shared_ptr<StubEngine::Files> files, std::string path, bool opened)
+        : m_files(std::move(files)), m_path(std::move(path)), m_opened(opened) {}
+
+    double duration() const override { return Find() != nullptr && m_opened ? Find()->duration : 0.0; }
+    std::string sourceURL() const override { return m_path; }
+    std::string getItemInfo(const std::string& attribute) const override {
+        const StubEngine::File* file = Find();
+        if (file == nullptr || !file->attributes.contains(attribute)) return {};
+        return file->attributes.at(attribute);
+    }
+    Status setItemInfo(const std::string& attribute, const std::string& value) override {
+        if (Find() == nullptr) return Error{"cannot open " + m_path};
+        Find()->attributes[attribute] = value;
+        return {};
+    }
+    bool isReadOnlyItem(const std::string&) const override { return Find() == nullptr; }
+
+private:
+    StubEngine::File* Find() const {
+        auto it = m_files->find(m_path);
+        return it == m_files->end() || it->second.failing ? nullptr : &it->second;
+    }
+
+    std::shared_ptr<StubEngine::Files> m_files;
+    std::string m_path;
+    bool m_opened;
+};
+
 }  // namespace
-
-// ---- StubMediaItem
-
-StubMediaItem::StubMediaItem(std::shared_ptr<StubMediaLibrary> library, std::string path, bool opened)
-    : m_library(std::move(library)), m_path(std::move(path)), m_opened(opened) {}
-
-const StubMediaLibrary::File* StubMediaItem::Find() const {
-    auto it = m_library->files.find(m_path);
-    if (it == m_library->files.end() || it->second.failing) return nullptr;
-    return &it->second;
-}
-
-double StubMediaItem::duration() const {
-    const auto* file = Find();
-    return (file != nullptr && m_opened) ? file->duration : 0.0;
-}
-
-std::string StubMediaItem::getItemInfo(const std::string& attribute) const {
-    const auto* file = Find();
-    if (file == nullptr) return {};
-    auto it = file->attributes.find(attribute);
-    return it == file->attributes.end() ? std::string() : it->second;
-}
-
-Status StubMediaItem::setItemInfo(const std::string& attribute, const std::string& value) {
-    auto it = m_library->files.find(m_path);
-    if (it == m_library->files.end() || it->second.failing) return Error{"cannot open " + m_path};
-    if (it->second.read_only) return Error{"attribute is read-only: " + attribute};
-    it->second.attributes[attribute] = value;
-    return {};
-}
-
-bool StubMediaItem::isReadOnlyItem(const std::string&) const {
-    const auto* file = Find();
-    return file == nullptr || file->read_only;
-}
-
-// ---- StubEngine
 
 StubEngine::StubEngine(VirtualEventLoop& loop) : m_loop(loop) {
     m_end_tick = m_end_timer.Tick.connect([this] { OnEnd(); });
@@ -60,21 +53,9 @@ StubEngine::~StubEngine() {
     m_loop.Detach(m_end_timer);
 }
 
-void StubEngine::SetDuration(const std::string& path, double seconds) {
-    m_library->files[path].duration = seconds;
-}
-
-void StubEngine::SetFailing(const std::string& path) { m_library->files[path].failing = true; }
-
-void StubEngine::SetAttribute(const std::string& path, const std::string& attribute, const std::string& value) {
-    m_library->files[path].attributes[attribute] = value;
-}
-
-void StubEngine::SetReadOnly(const std::string& path) { m_library->files[path].read_only = true; }
-
 double StubEngine::Duration() const {
-    auto it = m_library->files.find(m_url);
-    return it == m_library->files.end() ? 0.0 : it->second.duration;
+    auto it = m_files->find(m_url);
+    return it == m_files->end() ? 0.0 : it->second.duration;
 }
 
 void StubEngine::Enter(int state) {
@@ -85,19 +66,21 @@ void StubEngine::Enter(int state) {
     });
 }
 
-Status StubEngine::setURL(const std::string& path) {
-    // The file held so far is let go first, whether the new one loads or not.
+void StubEngine::Release() {
     FreezeClock();
-    m_end_timer.SetEnabled(false);
     m_url.clear();
     m_loading = false;
     m_position = 0;
     ++m_load_id;
+}
 
-    auto it = m_library->files.find(path);
-    if (it == m_library->files.end() || it->second.failing) {
+Status StubEngine::setURL(const std::string& path) {
+    // The file held so far is let go first, whether the new one loads or not.
+    Release();
+    auto it = m_files->find(path);
+    if (it == m_files->end() || it->second.failing) {
         Enter(PS_Ready);
-        return Error{(it == m_library->files.end() ? "file not found: " : "cannot play: ") + path};
+        return Error{(it == m_files->end() ? "file not found: " : "cannot play: ") + path};
     }
     m_url = path;
     m_loading = true;
@@ -110,50 +93,39 @@ Status StubEngine::setURL(const std::string& path) {
 }
 
 void StubEngine::CompleteLoad() {
+    // What was asked for during the load is done now.
     m_loading = false;
     switch (m_intent) {
     case Intent::Ready: Enter(PS_Ready); break;
-    case Intent::Pause: Enter(PS_Paused); break;
-    case Intent::Stop:
-        m_position = 0;
-        Enter(PS_Stopped);
-        break;
-    case Intent::Play:
-        StartClock();
-        Enter(PS_Playing);
-        break;
+    case Intent::Play: (void)play(); break;
+    case Intent::Pause: (void)pause(); break;
+    case Intent::Stop: (void)stop(); break;
     }
 }
 
 Status StubEngine::close() {
-    FreezeClock();
-    m_end_timer.SetEnabled(false);
-    m_url.clear();
-    m_loading = false;
-    m_position = 0;
-    ++m_load_id;
+    Release();
     Enter(PS_Undefined);
     return {};
 }
 
 std::unique_ptr<MediaItem> StubEngine::newMedia(const std::string& path) {
-    return std::make_unique<StubMediaItem>(m_library, path);
+    return std::make_unique<StubMediaItem>(m_files, path, true);
 }
 
 std::unique_ptr<MediaItem> StubEngine::currentMedia() {
     if (m_url.empty()) return nullptr;
-    return std::make_unique<StubMediaItem>(m_library, m_url, !m_loading);
+    return std::make_unique<StubMediaItem>(m_files, m_url, !m_loading);
 }
 
 Status StubEngine::play() {
     if (m_url.empty()) return NoMedia();
     if (m_loading) {
         m_intent = Intent::Play;
-        return {};
+    } else if (m_state != PS_Playing) {
+        StartClock();
+        Enter(PS_Playing);
     }
-    if (m_state == PS_Playing) return {};
-    StartClock();
-    Enter(PS_Playing);
     return {};
 }
 
@@ -161,29 +133,32 @@ Status StubEngine::pause() {
     if (m_url.empty()) return NoMedia();
     if (m_loading) {
         m_intent = Intent::Pause;
-        return {};
+    } else if (m_state != PS_MediaEnded) {
+        FreezeClock();
+        Enter(PS_Paused);
     }
-    if (m_state == PS_MediaEnded) return {};
-    FreezeClock();
-    Enter(PS_Paused);
     return {};
 }
 
 Status StubEngine::stop() {
-    if (m_url.empty()) return {};
     if (m_loading) {
         m_intent = Intent::Stop;
-        return {};
+    } else if (!m_url.empty()) {
+        FreezeClock();
+        m_position = 0;
+        Enter(PS_Stopped);
     }
-    FreezeClock();
-    m_position = 0;
-    Enter(PS_Stopped);
     return {};
 }
 
 void StubEngine::StartClock() {
     m_clock_start = m_loop.TickCount();
-    ArmEnd();
+    // The end timer fires at the first virtual millisecond at which the
+    // position has reached the duration.
+    const double left = std::max(0.0, Duration() - m_position);
+    m_end_timer.SetEnabled(false);
+    m_end_timer.SetInterval(std::max(1, static_cast<int>(std::ceil(left * 1000.0))));
+    m_end_timer.SetEnabled(true);
 }
 
 void StubEngine::FreezeClock() {
@@ -192,16 +167,6 @@ void StubEngine::FreezeClock() {
         m_clock_start.reset();
     }
     m_end_timer.SetEnabled(false);
-}
-
-void StubEngine::ArmEnd() {
-    // The end timer fires at the first virtual millisecond at which the
-    // position has reached the duration.
-    const double left = std::max(0.0, Duration() - m_position);
-    const int ms = std::max(1, static_cast<int>(std::ceil(left * 1000.0)));
-    m_end_timer.SetEnabled(false);
-    m_end_timer.SetInterval(ms);
-    m_end_timer.SetEnabled(true);
 }
 
 void StubEngine::OnEnd() {
@@ -215,17 +180,14 @@ void StubEngine::OnEnd() {
 Result<double> StubEngine::currentPosition() const {
     if (m_url.empty()) return 0.0;
     if (!m_clock_start) return m_position;
-    const double played = (m_loop.TickCount() - *m_clock_start) / 1000.0;
-    return std::min(Duration(), m_position + played);
+    return std::min(Duration(), m_position + (m_loop.TickCount() - *m_clock_start) / 1000.0);
 }
 
 Status StubEngine::setCurrentPosition(double seconds) {
     if (m_url.empty()) return NoMedia();
     if (!std::isfinite(seconds)) return Error{"invalid position"};
     const double duration = Duration();
-    seconds = std::max(0.0, seconds);
-    if (duration > 0) seconds = std::min(seconds, duration);
-    m_position = seconds;
+    m_position = duration > 0 ? std::clamp(seconds, 0.0, duration) : std::max(0.0, seconds);
     if (m_clock_start) StartClock();
     return {};
 }

@@ -18,58 +18,35 @@
 
 namespace velmora {
 
-// What the stub knows of the files it may be asked about, shared with the
-// media items it hands out so that attributes written through one are read
-// through another.
-struct StubMediaLibrary {
+class StubEngine : public MediaEngine {
+public:
+    // What the stub knows of a file; shared with the media items it hands out
+    // so that attributes written through one are read through another.
     struct File {
         double duration = 0;
         bool failing = false;
-        bool read_only = false;
         std::map<std::string, std::string> attributes;
     };
-    std::map<std::string, File> files;
-};
+    using Files = std::map<std::string, File>;
 
-class StubMediaItem : public MediaItem {
-public:
-    // A file the library does not know reads as empty, with duration 0.
-    StubMediaItem(std::shared_ptr<StubMediaLibrary> library, std::string path, bool opened = true);
-
-    double duration() const override;
-    std::string sourceURL() const override { return m_path; }
-    std::string getItemInfo(const std::string& attribute) const override;
-    Status setItemInfo(const std::string& attribute, const std::string& value) override;
-    bool isReadOnlyItem(const std::string& attribute) const override;
-
-private:
-    const StubMediaLibrary::File* Find() const;
-
-    std::shared_ptr<StubMediaLibrary> m_library;
-    std::string m_path;
-    bool m_opened;
-};
-
-class StubEngine : public MediaEngine {
-public:
     explicit StubEngine(VirtualEventLoop& loop);
     ~StubEngine() override;
 
     // The test's files.
-    void SetDuration(const std::string& path, double seconds);
-    void SetFailing(const std::string& path);
-    void SetAttribute(const std::string& path, const std::string& attribute, const std::string& value);
-    void SetReadOnly(const std::string& path);
+    void SetDuration(const std::string& path, double seconds) { (*m_files)[path].duration = seconds; }
+    void SetFailing(const std::string& path) { (*m_files)[path].failing = true; }
+    void SetAttribute(const std::string& path, const std::string& attribute, const std::string& value) {
+        (*m_files)[path].attributes[attribute] = value;
+    }
     bool Muted() const { return m_mute; }
     bool AutoStart() const { return m_auto_start; }
-    bool IsEnabled() const { return m_enabled; }
-    const std::string& UiMode() const { return m_ui_mode; }
 
     std::string URL() const override { return m_url; }
     Status setURL(const std::string& path) override;
     Status close() override;
-    void setEnabled(bool enabled) override { m_enabled = enabled; }
-    void setUiMode(const std::string& mode) override { m_ui_mode = mode; }
+    // Nothing is shown, so there is nothing to enable or lay out.
+    void setEnabled(bool) override {}
+    void setUiMode(const std::string&) override {}
     std::unique_ptr<MediaItem> newMedia(const std::string& path) override;
     std::unique_ptr<MediaItem> currentMedia() override;
     int playState() const override { return m_state; }
@@ -90,17 +67,18 @@ private:
     // What a call asked for while the load was still under way.
     enum class Intent { Ready, Play, Pause, Stop };
 
+    // Lets go of the file held, whatever comes next.
+    void Release();
     void CompleteLoad();
     void StartClock();
     void FreezeClock();
-    void ArmEnd();
     void OnEnd();
     // Changes the state and reports it on the loop's next turn.
     void Enter(int state);
     double Duration() const;
 
     VirtualEventLoop& m_loop;
-    std::shared_ptr<StubMediaLibrary> m_library = std::make_shared<StubMediaLibrary>();
+    std::shared_ptr<Files> m_files = std::make_shared<Files>();
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
     Timer m_end_timer{"StubEngineEnd"};
     Subscription m_end_tick;
@@ -117,8 +95,6 @@ private:
     int m_volume = 100;
     bool m_mute = false;
     bool m_auto_start = false;
-    bool m_enabled = true;
-    std::string m_ui_mode = "full";
 };
 
 }  // namespace velmora

@@ -11,38 +11,20 @@ namespace {
 
 LocalTime AddSeconds(const LocalTime& base, int64_t seconds) {
     using namespace std::chrono;
-    const sys_days day = year_month_day{year{base.year}, month{static_cast<unsigned>(base.month)},
-                                        std::chrono::day{static_cast<unsigned>(base.day)}};
-    const sys_seconds start = day + hours{base.hour} + minutes{base.minute} + std::chrono::seconds{base.second};
-    const sys_seconds moved = start + std::chrono::seconds{seconds};
+    const sys_days day = year_month_day{year{base.year}, month(base.month), std::chrono::day(base.day)};
+    const sys_seconds moved =
+        day + hours{base.hour} + minutes{base.minute} + std::chrono::seconds{base.second + seconds};
     const sys_days moved_day = floor<days>(moved);
     const year_month_day ymd{moved_day};
-    const hh_mm_ss<std::chrono::seconds> clock{moved - moved_day};
-    LocalTime out;
-    out.year = static_cast<int>(ymd.year());
-    out.month = static_cast<int>(static_cast<unsigned>(ymd.month()));
-    out.day = static_cast<int>(static_cast<unsigned>(ymd.day()));
-    out.hour = static_cast<int>(clock.hours().count());
-    out.minute = static_cast<int>(clock.minutes().count());
-    out.second = static_cast<int>(clock.seconds().count());
-    return out;
+    const hh_mm_ss clock{moved - moved_day};
+    return LocalTime{static_cast<int>(ymd.year()), static_cast<int>(unsigned{ymd.month()}),
+                     static_cast<int>(unsigned{ymd.day()}), static_cast<int>(clock.hours().count()),
+                     static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count())};
 }
 
 }  // namespace
 
-VirtualEventLoop::VirtualEventLoop() {
-    m_base_time.year = 2024;
-    m_base_time.month = 3;
-    m_base_time.day = 15;
-    m_base_time.hour = 12;
-}
-
-VirtualEventLoop::~VirtualEventLoop() = default;
-
-LocalTime VirtualEventLoop::Now() const {
-    const int64_t elapsed_ms = m_now - m_base_tick;
-    return AddSeconds(m_base_time, elapsed_ms / 1000);
-}
+LocalTime VirtualEventLoop::Now() const { return AddSeconds(m_base_time, (m_now - m_base_tick) / 1000); }
 
 void VirtualEventLoop::SetNow(const LocalTime& time) {
     m_base_time = time;
@@ -54,12 +36,7 @@ void VirtualEventLoop::Post(std::function<void()> fn) { m_posted.push_back(std::
 void VirtualEventLoop::DoEvents() {
     // Only what was queued before this call: a handler that posts again is
     // served by the next call, as a real loop would do.
-    size_t n = m_posted.size();
-    while (n-- > 0 && !m_posted.empty()) {
-        auto fn = std::move(m_posted.front());
-        m_posted.pop_front();
-        fn();
-    }
+    RunPosted(static_cast<int>(m_posted.size()));
     FireDueNow();
 }
 
@@ -103,7 +80,7 @@ int VirtualEventLoop::RunPosted(int limit) {
 }
 
 void VirtualEventLoop::Attach(Timer& timer) {
-    if (IsAttached(timer)) return;
+    if (std::any_of(m_timers.begin(), m_timers.end(), [&](const auto& a) { return a->timer == &timer; })) return;
     auto armed = std::make_unique<Armed>();
     armed->timer = &timer;
     armed->order = m_next_order++;
@@ -118,12 +95,7 @@ void VirtualEventLoop::Attach(Timer& timer) {
 }
 
 void VirtualEventLoop::Detach(Timer& timer) {
-    std::erase_if(m_timers, [&](const std::unique_ptr<Armed>& a) { return a->timer == &timer; });
-}
-
-bool VirtualEventLoop::IsAttached(const Timer& timer) const {
-    return std::any_of(m_timers.begin(), m_timers.end(),
-                       [&](const std::unique_ptr<Armed>& a) { return a->timer == &timer; });
+    std::erase_if(m_timers, [&](const auto& a) { return a->timer == &timer; });
 }
 
 void VirtualEventLoop::Restart(Armed& armed) {

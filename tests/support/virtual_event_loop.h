@@ -19,9 +19,6 @@ class VirtualEventLoop : public EventLoop {
 public:
     static constexpr int64_t kStartTick = 1'000'000;
 
-    VirtualEventLoop();
-    ~VirtualEventLoop() override;
-
     // Runs the calls posted before this call and the timers due now; time
     // stands, so code that waits for time to pass must wait through
     // WaitForEvents or Wait: a loop of DoEvents alone would spin here forever.
@@ -47,8 +44,6 @@ public:
     // posting cannot hang a test). Returns how many ran.
     int RunPosted(int limit = 100000);
     void SetNow(const LocalTime& time);
-    size_t PendingPosts() const { return m_posted.size(); }
-    bool IsAttached(const Timer& timer) const;
 
 private:
     struct Armed {
@@ -66,7 +61,7 @@ private:
     void FireDueNow();
 
     int64_t m_now = kStartTick;
-    LocalTime m_base_time;
+    LocalTime m_base_time{2024, 3, 15, 12, 0, 0};
     int64_t m_base_tick = kStartTick;
     std::deque<std::function<void()>> m_posted;
     std::vector<std::unique_ptr<Armed>> m_timers;
