@@ -6,8 +6,8 @@
 #include <fstream>
 #include <memory>
 
+#include "app/startup.h"
 #include "catalogue/track_list_totals.h"
-#include "core/startup.h"
 #include "playback/next_track.h"
 #include "playback/playback_clock.h"
 #include "support/test_app.h"

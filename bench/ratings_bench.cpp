@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "core/startup.h"
+#include "app/startup.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"
 #include "support/test_app.h"

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <string>
 
+#include "base/char_span.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
-#include "core/text_format.h"
-#include "playback/char_span.h"
-#include "playback/playback_clock.h"
 
 namespace velmora {
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "core/currency.h"
-#include "core/record_file.h"
+#include "base/currency.h"
+#include "base/record_file.h"
 
 namespace velmora::cli {
 

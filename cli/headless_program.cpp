@@ -5,8 +5,9 @@
 #include <clocale>
 #include <filesystem>
 
+#include "app/startup.h"
+#include "core/program_folders.h"
 #include "core/settings_store.h"
-#include "core/startup.h"
 #include "ratings/reset_views.h"
 
 namespace fs = std::filesystem;

@@ -14,11 +14,11 @@
 #include <optional>
 #include <string>
 
+#include "app/startup.h"
 #include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
-#include "core/startup.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
 

@@ -9,13 +9,13 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/codepage1253.h"
+#include "base/record_file.h"
+#include "base/text_format.h"
 #include "collection/collection_paths.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
-#include "core/record_file.h"
+#include "core/program_folders.h"
 #include "core/running_report.h"
-#include "core/startup.h"
-#include "core/text_format.h"
 
 namespace velmora {
 

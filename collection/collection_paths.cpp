@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/app_context.h"
-#include "core/startup.h"
+#include "core/program_folders.h"
 
 namespace velmora {
 

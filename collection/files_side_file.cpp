@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "base/record_file.h"
 #include "collection/collection_file.h"
-#include "collection/collection_progress.h"
 #include "core/app_context.h"
-#include "core/record_file.h"
+#include "core/progress.h"
 
 namespace velmora {
 
@@ -91,7 +91,7 @@ bool Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows, int32_t& playe
         if (t.Played_Number[i] != 0) ++played;
         ++read;
         ctx.ports.loop.DoEvents();
-        if (Progress_Due(i, total)) Draw_Collection_Progress(f, i, total);
+        if (Progress_Due(i, total)) Show_Progress(f, i, total, 1);
     }
     return true;
 }
@@ -184,7 +184,7 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
             }
             if (!ok) error = true;
         }
-        if (Progress_Due(i, total)) Draw_Collection_Progress(f, i, total);
+        if (Progress_Due(i, total)) Show_Progress(f, i, total, 1);
     }
     // Nothing is reported as saved before it is on the disk.
     if (file.WriteFailed() || !(flush == Flush::Later ? file.WriteOut() : file.Sync())) disk_error();

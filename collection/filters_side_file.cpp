@@ -5,11 +5,11 @@
 #include <limits>
 #include <string>
 
+#include "base/record_file.h"
 #include "collection/collection_file.h"
 #include "collection/collection_paths.h"
-#include "collection/collection_progress.h"
 #include "core/app_context.h"
-#include "core/record_file.h"
+#include "core/progress.h"
 
 namespace velmora {
 
@@ -73,7 +73,7 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
             return false;
         }
         ++done;
-        if (Progress_Due(done, total)) Draw_Collection_Progress(f, done, total);
+        if (Progress_Due(done, total)) Show_Progress(f, done, total, 1);
         if (file.GetString(record++, text)) return true;
         error = true;
         return false;

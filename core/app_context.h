@@ -10,15 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "base/signal.h"
 #include "core/dialogs.h"
 #include "core/event_loop.h"
+#include "core/forms.h"
+#include "core/media_engine.h"
+#include "core/playback_state.h"
 #include "core/settings.h"
 #include "core/shell.h"
-#include "core/signal.h"
 #include "core/track_table.h"
-#include "desktop/forms.h"
-#include "playback/media_engine.h"
-#include "playback/playback_state.h"
 
 namespace velmora {
 

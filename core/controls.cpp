@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/codepage1253.h"
+#include "base/codepage1253.h"
 
 namespace velmora {
 

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/signal.h"
+#include "base/signal.h"
 
 namespace velmora {
 

@@ -6,15 +6,11 @@
 #include <cstdint>
 #include <functional>
 
+#include "base/local_time.h"
+
 namespace velmora {
 
 class Timer;
-
-struct LocalTime {
-    int year = 2000, month = 1, day = 1;
-    int hour = 0, minute = 0, second = 0;
-    int SecondsSinceMidnight() const { return hour * 3600 + minute * 60 + second; }
-};
 
 class EventLoop {
 public:

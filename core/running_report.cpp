@@ -5,10 +5,10 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/codepage1253.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
-#include "core/startup.h"
-#include "core/text_format.h"
+#include "core/program_folders.h"
 
 namespace fs = std::filesystem;
 

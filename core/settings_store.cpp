@@ -5,9 +5,9 @@
 #include <limits>
 #include <system_error>
 
+#include "base/record_file.h"
 #include "core/app_context.h"
-#include "core/record_file.h"
-#include "core/startup.h"
+#include "core/program_folders.h"
 
 namespace fs = std::filesystem;
 

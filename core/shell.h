@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "core/result.h"
+#include "base/result.h"
 
 namespace velmora {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "core/text_format.h"
+#include "base/text_format.h"
 
 namespace velmora {
 

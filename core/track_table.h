@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "core/currency.h"
-#include "core/slot_texts.h"
+#include "base/currency.h"
+#include "base/slot_texts.h"
 
 namespace velmora {
 

@@ -4,13 +4,14 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/codepage1253.h"
+#include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
+#include "core/progress.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 #include "fileops/file_batch_confirm.h"
 #include "fileops/file_engine.h"
 #include "intake/directory_search.h"

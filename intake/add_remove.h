@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/currency.h"
+#include "base/currency.h"
 
 namespace velmora {
 

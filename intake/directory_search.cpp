@@ -12,10 +12,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include "base/codepage1253.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 
 namespace velmora {
 

@@ -1,10 +1,10 @@
 #include "intake/file_drop.h"
 
+#include "base/codepage1253.h"
+#include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 #include "intake/directory_search.h"
 
 namespace velmora {

@@ -2,11 +2,12 @@
 
 #include <memory>
 
+#include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
+#include "core/progress.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 

@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "core/result.h"
+#include "base/result.h"
 
 namespace velmora {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "playback/media_engine.h"
+#include "core/media_engine.h"
 
 namespace velmora {
 

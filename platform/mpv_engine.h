@@ -13,7 +13,7 @@
 #include <string>
 
 #include "core/event_loop.h"
-#include "playback/media_engine.h"
+#include "core/media_engine.h"
 #include "platform/av_probe.h"
 
 struct mpv_handle;

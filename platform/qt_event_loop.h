@@ -7,8 +7,8 @@
 #include <map>
 #include <memory>
 
+#include "base/signal.h"
 #include "core/event_loop.h"
-#include "core/signal.h"
 
 class QElapsedTimer;
 class QObject;

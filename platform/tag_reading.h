@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/result.h"
+#include "base/result.h"
 
 namespace velmora {
 

@@ -3,10 +3,10 @@
 #include <limits>
 #include <vector>
 
+#include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 #include "playback/start_track.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"

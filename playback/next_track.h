@@ -7,7 +7,7 @@
 // row lies outside the table; that ends the procedure where it stands, and
 // the event handler that started it reports it (see Report_Fault).
 
-#include "core/result.h"
+#include "base/result.h"
 
 namespace velmora {
 

@@ -3,10 +3,10 @@
 #include <optional>
 #include <string>
 
+#include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 
 namespace velmora {
 

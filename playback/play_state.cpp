@@ -1,7 +1,7 @@
 #include "playback/play_state.h"
 
 #include "core/app_context.h"
-#include "desktop/tray.h"
+#include "core/tray_icon.h"
 #include "playback/playback_clock.h"
 
 namespace velmora {

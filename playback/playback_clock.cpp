@@ -2,11 +2,11 @@
 
 #include <string>
 
+#include "base/char_span.h"
+#include "base/text_format.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
-#include "playback/char_span.h"
 #include "playback/start_track.h"
 #include "playback/transport.h"
 
@@ -62,17 +62,6 @@ void Blank_Display(AppContext& ctx) {
 }
 
 }  // namespace
-
-std::string Day_Time_Text(int64_t s) {
-    return Format(s / 86400, "000") + ":" + Format(s % 86400 / 3600, "00") + ":" + Format(s % 3600 / 60, "00") +
-           ":" + Format(s % 60, "00");
-}
-
-void File_Name_Of(const std::string& path, std::string& name) {
-    if (path.empty()) return;
-    const size_t slash = path.rfind('/');
-    name = slash == std::string::npos ? path : path.substr(slash + 1);
-}
 
 void Arm_Short_Tick(AppContext& ctx, uint8_t action, int saved_interval) {
     Timer& clock = ctx.form1.Timer1;

@@ -16,8 +16,6 @@ struct CollectionState;
 void Timer1_Timer(AppContext& ctx);
 // The totals of the labels above the list, from the last tick's figures.
 void Show_Progress_Labels(AppContext& ctx);
-// The part of path behind the last slash; an empty path leaves name as it is.
-void File_Name_Of(const std::string& path, std::string& name);
 
 // Leaves `action` for the next tick and makes that tick come after 300 ms;
 // the period in force is kept in Saved_Interval, to be restored then.
@@ -26,8 +24,5 @@ void Arm_Short_Tick(AppContext& ctx, uint8_t action, int saved_interval);
 // Adds one tick's playing time to the listening statistics and carries it
 // up: 60 seconds, 60 minutes, 24 hours, 30 days, 13 months.
 void Count_Listening_Time(CollectionState& stats, int interval_ms);
-
-// "DDD:HH:MM:SS" of whole seconds.
-std::string Day_Time_Text(int64_t seconds);
 
 }  // namespace velmora

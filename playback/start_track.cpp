@@ -4,11 +4,11 @@
 #include <fstream>
 #include <system_error>
 
+#include "base/char_span.h"
+#include "base/codepage1253.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
-#include "core/codepage1253.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
-#include "playback/char_span.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"

@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "base/char_span.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
-#include "playback/char_span.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/second_player.h"

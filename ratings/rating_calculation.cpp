@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/text_format.h"
 #include "core/app_context.h"
-#include "core/text_format.h"
-#include "playback/playback_clock.h"
+#include "core/progress.h"
 
 namespace velmora {
 
@@ -160,14 +160,6 @@ void Class_Play_Totals(AppContext& ctx) {
         r.Class_Total_Duration += t.Class_Duration[k];
         r.Class_Total_Count += static_cast<int32_t>(t.Class_Count[k].Round());
     }
-}
-
-void Show_Progress(Form1& f, int64_t current, int64_t total, int bar) {
-    if (total <= 0 || bar < 0 || bar >= static_cast<int>(f.Shape1.size())) return;
-    constexpr int64_t kMax = 100;  // the bar is drawn as a width in percent
-    const int64_t value = kMax * std::clamp<int64_t>(current, 0, total) / total;
-    f.Shape1[bar].SetWidth(static_cast<int>(value));
-    f.Label11[bar].SetCaption(Format(100 * value / kMax, "000") + "%");
 }
 
 }  // namespace velmora

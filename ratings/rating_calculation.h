@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/currency.h"
+#include "base/currency.h"
 
 namespace velmora {
 
@@ -22,8 +22,6 @@ void Class_Stats_Texts(AppContext& ctx);
 void Class_Duration_Texts(AppContext& ctx);
 // The totals of the classes chosen for playing, and Any_Class_Play.
 void Class_Play_Totals(AppContext& ctx);
-// Bar `bar` of Shape1 and its label Label11(bar): current of total, in percent.
-void Show_Progress(Form1& f, int64_t current, int64_t total, int bar);
 
 // " [00012] - [03.50 Mb] - [25.0%]": a class's count, size and share of count.
 std::string Class_Stats_Line(Currency count, Currency megabytes, float of_count);

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
-#include "core/text_format.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/reset_views.h"
 

@@ -2,7 +2,7 @@
 # Fails when a model file includes a Qt, mpv, TagLib or FFmpeg header.
 set -u
 root=${1:-.}
-dirs=(core collection playback ratings catalogue intake fileops metadata timed desktop)
+dirs=(base core app collection playback ratings catalogue intake fileops metadata timed desktop)
 hits=$(cd "$root" && grep -rnE '^\s*#\s*include\s*[<"](Q[A-Za-z]|qt|mpv/|taglib/|tag\.h|fileref\.h|libav)' \
   --include='*.h' --include='*.cpp' "${dirs[@]}" 2>/dev/null | grep -v '^desktop/qt/')
 if [ -n "$hits" ]; then

@@ -27,7 +27,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "desktop/forms.h"
+#include "core/forms.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/signal.h"
+#include "base/signal.h"
 
 class QAction;
 class QMenu;

@@ -17,8 +17,9 @@
 
 #include "desktop/qt/program.h"
 
+#include "app/startup.h"
 #include "core/app_context.h"
-#include "core/startup.h"
+#include "core/program_folders.h"
 #include "desktop/qt/main_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-#include "desktop/forms.h"
+#include "core/forms.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/star_pictures.h"

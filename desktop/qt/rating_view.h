@@ -10,7 +10,7 @@
 #include <array>
 #include <vector>
 
-#include "core/signal.h"
+#include "base/signal.h"
 
 class QLabel;
 class QPushButton;

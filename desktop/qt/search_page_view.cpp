@@ -19,7 +19,7 @@
 
 #include <memory>
 
-#include "desktop/forms.h"
+#include "core/forms.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 

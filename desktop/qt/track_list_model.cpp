@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "desktop/forms.h"
+#include "core/forms.h"
 
 namespace velmora {
 

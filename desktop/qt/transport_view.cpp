@@ -13,7 +13,7 @@
 
 #include <algorithm>
 
-#include "desktop/forms.h"
+#include "core/forms.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"

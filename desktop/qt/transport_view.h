@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "core/signal.h"
+#include "base/signal.h"
 
 class QLabel;
 class QLineEdit;

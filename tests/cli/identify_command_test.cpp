@@ -9,11 +9,11 @@
 #include <fstream>
 #include <iterator>
 
+#include "app/startup.h"
+#include "cli_run.h"
 #include "collection/collection_file.h"
 #include "collection/collection_paths.h"
-#include "core/startup.h"
 #include "core/track_table.h"
-#include "cli_run.h"
 #include "support/test_app.h"
 
 namespace velmora {

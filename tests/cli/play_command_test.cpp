@@ -10,10 +10,10 @@
 #include <fstream>
 #include <iterator>
 
-#include "collection/collection_file.h"
-#include "core/startup.h"
-#include "core/track_table.h"
+#include "app/startup.h"
 #include "cli_run.h"
+#include "collection/collection_file.h"
+#include "core/track_table.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "core/record_file.h"
+#include "base/record_file.h"
 #include "cli_run.h"
 #include "support/test_app.h"
 

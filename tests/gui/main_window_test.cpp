@@ -18,8 +18,8 @@
 #include <cstdio>
 #include <set>
 
-#include "core/startup.h"
-#include "desktop/forms.h"
+#include "app/startup.h"
+#include "core/forms.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"

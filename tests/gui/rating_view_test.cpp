@@ -11,7 +11,8 @@
 #include <cstdio>
 #include <string>
 
-#include "core/startup.h"
+#include "app/startup.h"
+#include "core/progress.h"
 #include "core/track_table.h"
 #include "desktop/qt/rating_view.h"
 #include "desktop/qt/star_pictures.h"

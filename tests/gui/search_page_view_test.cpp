@@ -25,7 +25,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/startup.h"
+#include "app/startup.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/redraw_pacer.h"
 #include "desktop/qt/track_list_model.h"

@@ -16,7 +16,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/startup.h"
+#include "app/startup.h"
 #include "core/track_table.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/transport_view.h"

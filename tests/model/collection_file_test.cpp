@@ -16,9 +16,9 @@
 #include <random>
 #include <tuple>
 
+#include "app/startup.h"
+#include "base/record_file.h"
 #include "collection/collection_paths.h"
-#include "core/record_file.h"
-#include "core/startup.h"
 #include "support/test_app.h"
 
 namespace velmora {

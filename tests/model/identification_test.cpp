@@ -6,8 +6,8 @@
 #include <functional>
 #include <utility>
 
-#include "core/startup.h"
-#include "core/text_format.h"
+#include "app/startup.h"
+#include "base/text_format.h"
 #include "support/test_app.h"
 
 namespace velmora {

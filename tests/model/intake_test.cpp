@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/handlers.h"
 #include "core/constant_tables.h"
-#include "desktop/handlers.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "core/codepage1253.h"
+#include "base/codepage1253.h"
 #include "core/controls.h"
 
 namespace velmora {

@@ -1,4 +1,4 @@
-#include "desktop/menu_table.h"
+#include "core/menu_table.h"
 
 #include <gtest/gtest.h>
 

@@ -9,8 +9,8 @@
 #include <numeric>
 #include <tuple>
 
-#include "playback_fixture.h"
 #include "playback/transport.h"
+#include "playback_fixture.h"
 
 namespace velmora {
 namespace {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "core/startup.h"
-#include "core/text_format.h"
+#include "app/startup.h"
+#include "base/text_format.h"
 #include "playback/transport.h"
 #include "support/test_app.h"
 

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "core/startup.h"
-#include "core/text_format.h"
+#include "app/startup.h"
+#include "base/text_format.h"
+#include "core/progress.h"
 #include "playback_fixture.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"

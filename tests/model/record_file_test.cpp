@@ -1,4 +1,4 @@
-#include "core/record_file.h"
+#include "base/record_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -3,8 +3,8 @@
 
 #include <cmath>
 
+#include "app/startup.h"
 #include "collection/collection_file.h"
-#include "core/startup.h"
 #include "playback_fixture.h"
 
 namespace velmora {

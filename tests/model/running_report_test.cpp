@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "core/codepage1253.h"
+#include "base/codepage1253.h"
 #include "support/test_app.h"
 
 namespace velmora {

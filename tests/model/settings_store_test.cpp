@@ -7,8 +7,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "core/codepage1253.h"
-#include "core/startup.h"
+#include "app/startup.h"
+#include "base/codepage1253.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -1,7 +1,8 @@
-#include "core/startup.h"
+#include "app/startup.h"
 
 #include <gtest/gtest.h>
 
+#include "core/program_folders.h"
 #include "support/test_app.h"
 
 namespace velmora {

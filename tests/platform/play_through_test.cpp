@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "app/startup.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
-#include "core/startup.h"
-#include "playback/transport.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
+#include "playback/transport.h"
 #include "support/test_app.h"
 
 namespace velmora {

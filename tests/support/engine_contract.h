@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "core/event_loop.h"
-#include "playback/media_engine.h"
+#include "core/media_engine.h"
 
 namespace velmora::contract {
 

@@ -13,7 +13,7 @@
 #include <string>
 
 #include "core/controls.h"
-#include "playback/media_engine.h"
+#include "core/media_engine.h"
 #include "support/virtual_event_loop.h"
 
 namespace velmora {

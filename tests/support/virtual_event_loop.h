@@ -10,8 +10,8 @@
 #include <memory>
 #include <vector>
 
+#include "base/signal.h"
 #include "core/event_loop.h"
-#include "core/signal.h"
 
 namespace velmora {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/currency.h"
+#include "base/currency.h"
 
 namespace velmora {
 

@@ -1,4 +1,4 @@
-#include "desktop/forms.h"
+#include "core/forms.h"
 
 namespace velmora {
 

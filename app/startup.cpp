@@ -1,17 +1,18 @@
-#include "core/startup.h"
+#include "app/startup.h"
 
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
+#include "app/handlers.h"
+#include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/constant_tables.h"
+#include "core/program_folders.h"
 #include "core/running_report.h"
 #include "core/settings_store.h"
-#include "core/text_format.h"
-#include "desktop/handlers.h"
+#include "core/tray_icon.h"
 #include "desktop/tray.h"
 #include "playback/second_player.h"
 #include "playback/transport.h"
@@ -21,51 +22,6 @@
 namespace fs = std::filesystem;
 
 namespace velmora {
-
-namespace {
-
-const char* const kFolders[4] = {"velmora_reports/", "velmora_sylloges/", "velmora_preferences/",
-                                 "velmora_filtra/"};
-
-bool Writable(const std::string& folder) {
-    std::error_code ec;
-    if (!fs::is_directory(folder, ec)) return false;
-    const fs::path probe = fs::path(folder) / ".velmora-write-test";
-    {
-        std::ofstream out(probe);
-        if (!out) return false;
-    }
-    fs::remove(probe, ec);
-    return true;
-}
-
-std::string WithSlash(std::string path) {
-    if (path.empty() || path.back() != '/') path += '/';
-    return path;
-}
-
-}  // namespace
-
-std::string Resolve_App_Path(const std::string& executable_folder, const std::string& data_home) {
-    if (!executable_folder.empty() && Writable(executable_folder)) return WithSlash(executable_folder);
-    std::string folder = WithSlash(data_home) + "velmora";
-    std::error_code ec;
-    fs::create_directories(folder, ec);
-    return WithSlash(folder);
-}
-
-std::string Folder_Path(const AppContext& ctx, int index) {
-    if (index < 0 || index > 3) return ctx.core.App_Path;
-    return ctx.core.App_Path + kFolders[index];
-}
-
-void Make_Folder(AppContext& ctx, int index) {
-    std::string name = Folder_Path(ctx, index);
-    name.pop_back();  // looked up without its last character, the slash
-    std::error_code ec;
-    if (!fs::exists(name, ec) && !fs::create_directory(name, ec))
-        Log_Line(ctx, "-> " + name + ": " + ec.message());
-}
 
 void Set_Defaults(AppContext& ctx) {
     ctx.settings = Settings{};

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/currency.h"
-#include "core/event_loop.h"
+#include "base/currency.h"
+#include "base/local_time.h"
 
 namespace velmora {
 
@@ -50,5 +50,10 @@ bool CLng(double value, int32_t& out);
 std::string TimeText(const LocalTime& t);
 // "DD/MM/YYYY".
 std::string DateText(const LocalTime& t);
+
+// "DDD:HH:MM:SS" of whole seconds.
+std::string Day_Time_Text(int64_t seconds);
+// The part of path behind the last slash; an empty path leaves name as it is.
+void File_Name_Of(const std::string& path, std::string& name);
 
 }  // namespace velmora

@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/currency.h"
+#include "base/currency.h"
 
 namespace velmora {
 

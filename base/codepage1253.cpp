@@ -1,4 +1,4 @@
-#include "core/codepage1253.h"
+#include "base/codepage1253.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 #pragma once
-// The order in which the program comes up and goes down.
+// The program's folder and the four data folders below it.
 
 #include <string>
 
@@ -11,17 +11,11 @@ struct AppContext;
 // it is writable, else the per-user data folder. Always ends in '/'.
 std::string Resolve_App_Path(const std::string& executable_folder, const std::string& data_home);
 
-void Form_Load(AppContext& ctx);
-// Saves and ends; there is no question and no cancel.
-void Form_QueryUnload(AppContext& ctx);
+// The folder with one trailing slash, as App_Path is always kept.
+std::string WithSlash(std::string path);
 
 // index 0 reports, 1 collections, 2 preferences, 3 filters.
 void Make_Folder(AppContext& ctx, int index);
 std::string Folder_Path(const AppContext& ctx, int index);
-void Apply_Class_Play(AppContext& ctx);
-// The initialisation that Form_Load runs as its second step.
-void Initialise(AppContext& ctx);
-void Set_Defaults(AppContext& ctx);
-void Main();
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-#include "core/record_file.h"
+#include "base/record_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,7 +12,7 @@
 #include <limits>
 #include <vector>
 
-#include "core/codepage1253.h"
+#include "base/codepage1253.h"
 
 namespace velmora {
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "core/result.h"
-#include "core/signal.h"
+#include "base/result.h"
+#include "base/signal.h"
 
 namespace velmora {
 

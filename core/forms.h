@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/controls.h"
-#include "desktop/menu_table.h"
+#include "core/menu_table.h"
 
 namespace velmora {
 

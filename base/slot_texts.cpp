@@ -1,4 +1,4 @@
-#include "core/slot_texts.h"
+#include "base/slot_texts.h"
 
 #include <limits>
 

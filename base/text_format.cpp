@@ -1,4 +1,4 @@
-#include "core/text_format.h"
+#include "base/text_format.h"
 
 #include <charconv>
 #include <cmath>
@@ -400,6 +400,17 @@ std::string DateText(const LocalTime& t) {
     char year[16];
     std::snprintf(year, sizeof year, "%04d", t.year);
     return TwoDigits(t.day) + "/" + TwoDigits(t.month) + "/" + year;
+}
+
+std::string Day_Time_Text(int64_t s) {
+    return Format(s / 86400, "000") + ":" + Format(s % 86400 / 3600, "00") + ":" + Format(s % 3600 / 60, "00") +
+           ":" + Format(s % 60, "00");
+}
+
+void File_Name_Of(const std::string& path, std::string& name) {
+    if (path.empty()) return;
+    const size_t slash = path.rfind('/');
+    name = slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-#include "playback/media_engine.h"
+#include "core/media_engine.h"
 
 #include <cstdio>
 

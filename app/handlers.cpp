@@ -1,8 +1,8 @@
-#include "desktop/handlers.h"
+#include "app/handlers.h"
 
+#include "app/startup.h"
 #include "catalogue/filter_building.h"
 #include "core/app_context.h"
-#include "core/startup.h"
 #include "desktop/pages.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
