@@ -106,6 +106,17 @@ struct IdentifyState {
 // The rating work: what a press of the rating button goes on from, and the
 // class texts of the labels. The class totals themselves live in the table.
 struct RatingsState {
+    // What the rows looked like when the totals were last counted whole, so
+    // that a missing file met while nothing else has changed can move its
+    // one row instead of counting all of them again. Valid only after a
+    // recount that ran to its end over rows whose letters were all classes.
+    struct Counted {
+        bool valid = false;
+        uint64_t paths = 0;    // Revision of List2
+        uint64_t letters = 0;  // Revision of List3_0(1), the class letters
+        int32_t track_count = 0;
+    };
+    Counted Last_Count;
     bool Stats_Dirty = false;          // the class texts must be rebuilt at the next label refresh
     int16_t Rating_Code = 0;           // the pending code for Command8_Click (9..14: a class by the tray)
     int16_t Repeat_Rating = 0;         // the class the last plain press gave; Auto_Rating repeats it
