@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "app/handlers.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
@@ -50,7 +51,7 @@ void Initialise(AppContext& ctx) {
     ctx.ports.shell.Beep(1500, 50);
     std::error_code ec;
     fs::current_path(core.App_Path, ec);
-    core.Version_String = "5.0";
+    core.Version_String = kCollectionVersion;
     f.Timer1.SetEnabled(false);
     ctx.table.Class_Play.fill(0);
     ctx.settings.Trigger_Time.fill(0);

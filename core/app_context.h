@@ -36,7 +36,7 @@ struct Ports {
 // What start-up and the running loop share across subsystems.
 struct CoreState {
     std::string App_Path;        // always ends in '/'
-    std::string Version_String;  // "5.0"
+    std::string Version_String;  // kCollectionVersion, that of the Collection files
     std::string Executable_Name = "velmora";
     std::array<std::string, 128> Genre_List;
     std::array<std::string, 32> Media_Extensions;
