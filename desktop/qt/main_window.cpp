@@ -134,7 +134,7 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     // Files dragged from the desktop's file manager join the Collection.
     setAcceptDrops(true);
 
-    m_subscriptions.push_back(form.Changed.connect([this](Change) { ApplyForm(); }));
+    m_subscriptions.push_back(form.Changed.connect([this](Change) { m_form_pacer.Request(); }));
     qApp->installEventFilter(this);
     ApplyForm();
 }
@@ -211,7 +211,7 @@ QWidget* MainWindow::BuildTrackList() {
     connect(m_model, &TrackListModel::SelectionChanged, this, &MainWindow::ApplySelection);
     for (int c = 0; c < TrackListModel::ColumnCount; ++c)
         m_subscriptions.push_back(m_model->Box(c).Changed.connect([this](Change kind) {
-            if (kind == Change::Look) ApplyTrackLook();
+            if (kind == Change::Look) m_track_look_pacer.Request();
         }));
     ApplyTrackLook();
     return m_tracks;
@@ -284,6 +284,7 @@ QWidget* MainWindow::BuildLog() {
     m_log->setObjectName(Q(m_form.Text2[0].Name()));
     m_log->setReadOnly(true);
     m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_log_text = std::make_unique<NewestFirstText>(*m_log);
     m_subscriptions.push_back(m_form.Text2[0].Changed.connect([this](Change kind) {
         if (kind != Change::Contents) {
             ApplyLook(*m_log, m_form.Text2[0], QString());
@@ -400,13 +401,7 @@ void MainWindow::UpdatePageTips() {
     for (int page = 0; page < kPageCount; ++page) m_page_tabs->setTabToolTip(page, tips[page]);
 }
 
-void MainWindow::ApplyLog() {
-    const QString text = Q(m_form.Text2[0].Text());
-    if (m_log->toPlainText() == text) return;
-    // The newest line is the first; keep it in sight.
-    m_log->setPlainText(text);
-    m_log->verticalScrollBar()->setValue(0);
-}
+void MainWindow::ApplyLog() { m_log_text->Show(m_form.Text2[0].Text()); }
 
 void MainWindow::SetOnTop(bool on) {
     const bool shown = isVisible();

@@ -6,10 +6,12 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/signal.h"
+#include "desktop/qt/newest_first_text.h"
 #include "desktop/qt/redraw_pacer.h"
 
 class QGroupBox;
@@ -101,6 +103,7 @@ private:
     QTabBar* m_page_tabs = nullptr;
     QStackedWidget* m_pages = nullptr;
     QPlainTextEdit* m_log = nullptr;
+    std::unique_ptr<NewestFirstText> m_log_text;
 
     std::function<void()> m_on_tray_click;
     std::function<void()> m_on_close;
@@ -108,6 +111,10 @@ private:
 
     bool m_syncing = false;       // the view is being set from the controls
     RedrawPacer m_log_pacer{this, [this] { ApplyLog(); }};
+    // A recount disables the window and the Track list and enables them again
+    // within one handler: applied at once, each turn would repaint it all.
+    RedrawPacer m_form_pacer{this, [this] { ApplyForm(); }, 0};
+    RedrawPacer m_track_look_pacer{this, [this] { ApplyTrackLook(); }, 0};
     int m_applied_index = -1;     // the list index last shown
     int m_applied_top = 0;        // the top row last shown
     std::vector<Subscription> m_subscriptions;

@@ -6,14 +6,14 @@
 
 namespace velmora {
 
-RedrawPacer::RedrawPacer(QObject* owner, std::function<void()> redraw)
-    : m_owner(owner), m_redraw(std::move(redraw)) {}
+RedrawPacer::RedrawPacer(QObject* owner, std::function<void()> redraw, int spacing_ms)
+    : m_owner(owner), m_redraw(std::move(redraw)), m_spacing_ms(spacing_ms) {}
 
 void RedrawPacer::Request() {
     if (m_pending || !m_owner) return;
     m_pending = true;
     const int wait =
-        m_since_last.isValid() ? std::max<int>(0, kSpacingMs - static_cast<int>(m_since_last.elapsed())) : 0;
+        m_since_last.isValid() ? std::max<int>(0, m_spacing_ms - static_cast<int>(m_since_last.elapsed())) : 0;
     QTimer::singleShot(wait, m_owner, [this] {
         m_pending = false;
         m_since_last.restart();

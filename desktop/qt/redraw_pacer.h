@@ -18,8 +18,9 @@ class RedrawPacer {
 public:
     static constexpr int kSpacingMs = 50;
 
-    // The redraw runs in the context of owner, and never after owner is gone.
-    RedrawPacer(QObject* owner, std::function<void()> redraw);
+    // The redraw runs in the context of owner, and never after owner is gone;
+    // spacing_ms 0 only gathers the changes of one turn of the loop.
+    RedrawPacer(QObject* owner, std::function<void()> redraw, int spacing_ms = kSpacingMs);
 
     // Asks for a redraw; requests before it runs are one.
     void Request();
@@ -28,6 +29,7 @@ public:
 private:
     QPointer<QObject> m_owner;
     std::function<void()> m_redraw;
+    int m_spacing_ms;
     QElapsedTimer m_since_last;
     bool m_pending = false;
 };
