@@ -9,6 +9,7 @@
 #include "app/startup.h"
 #include "base/text_format.h"
 #include "support/test_app.h"
+#include "support/track_rows.h"
 
 namespace velmora {
 namespace {
@@ -21,13 +22,9 @@ std::string Path(int i) { return "/music/track_" + std::to_string(i) + ".mp3"; }
 struct Library : TestApp {
     explicit Library(int rows) {
         Form_Load(ctx);
-        for (int i = 0; i < rows; ++i) {
-            ctx.form1.List2.AddItem(Path(i));
-            for (int b = 0; b < 5; ++b)
-                ctx.form1.List3_0[b].AddItem(b == 0 ? Row_Number_Text(i) : b == 1 ? "-" : "");
-        }
-        ctx.table.Track_Count = rows;
-        ctx.table.Grow_Columns();
+        std::vector<testing::TrackRow> tracks;
+        for (int i = 0; i < rows; ++i) tracks.push_back({Path(i)});
+        testing::Fill_Tracks(ctx, tracks);
     }
     void File(int i, double seconds, const std::string& bytes, const std::string& bits) {
         reader.SetDuration(Path(i), seconds);

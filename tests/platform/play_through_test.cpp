@@ -5,36 +5,35 @@
 
 #include <QElapsedTimer>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "app/startup.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
+#include "media_folder.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
 #include "playback/transport.h"
 #include "support/test_app.h"
+#include "support/track_rows.h"
 
 namespace velmora {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
 
 TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
+    std::vector<testing::TrackRow> rows;
+    const testing::MediaFolder media("velmora-play", [&](testing::MediaFolder& f) {
+        for (int i = 0; i < 5; ++i) {
+            const std::string name = "tone_" + std::to_string(i) + ".mp3";
+            f.Ffmpeg("-f lavfi -i sine=frequency=" + std::to_string(330 + 110 * i) + ":duration=1 " + f.Q(name));
+            rows.push_back({f.Path(name), 1.0});
+        }
+    });
+    ASSERT_EQ(media.error, "");
     testing::TempFolder folder;
-    const fs::path media = folder.Path() / "media";
-    fs::create_directories(media);
-    std::vector<std::string> files;
-    for (int i = 0; i < 5; ++i) {
-        files.push_back((media / ("tone_" + std::to_string(i) + ".mp3")).string());
-        ASSERT_EQ(std::system(("ffmpeg -v error -y -f lavfi -i sine=frequency=" + std::to_string(330 + 110 * i) +
-                               ":duration=1 '" + files.back() + "'").c_str()), 0);
-    }
 
     QtEventLoop loop;
     testing::ScriptedDialogs dialogs;
@@ -44,23 +43,9 @@ TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
     ASSERT_EQ(player.InitError(), "");
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     ctx.program_folder = folder.Str();
-    ctx.settings.Auto_Start = 0;
     Form_Load(ctx);
     ctx.settings.Auto_Start = 0;  // the preferences file of a first run holds the default
-
-    TrackTable& t = ctx.table;
-    t.Track_Count = 5;
-    t.Dimension(5);
-    for (int i = 0; i < 5; ++i) {
-        ctx.form1.List2.AddItem(files[i]);
-        for (auto& mirror : ctx.form1.List3_0) mirror.AddItem(Row_Number_Text(i));
-        t.Duration[i] = Currency(1);
-        t.Total_Duration += t.Duration[i];
-        t.Saved[i] = true;
-    }
-    t.Current_Track = 0;
-    t.Played_Count = t.Played_Number[0] = 1;
-    t.Resume_Pending = -1;
+    testing::Fill_Tracks(ctx, rows);
 
     // The rows in the order the engine was given them.
     std::vector<int> order;
@@ -80,11 +65,10 @@ TEST(PlayThrough, FiveFilesPlayByThemselvesAfterOnePress) {
         if (!saved && order.size() == 5 && player.playState() == PS_Playing) {
             Save_Collection(ctx, false, true);
             saved = true;
-            for (int row : order) numbers_at_save.push_back(t.Played_Number[row]);
+            for (int row : order) numbers_at_save.push_back(ctx.table.Played_Number[row]);
         }
     }
-    const qint64 spent = clock.elapsed();
-    std::printf("five one-second files played through in %lld ms\n", static_cast<long long>(spent));
+    std::printf("five one-second files played through in %lld ms\n", static_cast<long long>(clock.elapsed()));
 
     ASSERT_NE(log().find(kCycleEnd), std::string::npos) << log();
     ASSERT_TRUE(saved);
