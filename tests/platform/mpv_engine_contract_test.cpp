@@ -23,30 +23,23 @@ const testing::MediaFolder& Files() {
     return folder;
 }
 
-class MpvHarness : public contract::EngineHarness {
-public:
-    EventLoop& Loop() override { return m_loop; }
-    MediaEngine& Engine() override { return m_engine; }
-    std::string AudioFile() const override { return Files().Path("tone.mp3"); }
-    double AudioSeconds() const override { return 2.0; }
-    std::string AudioTitle() const override { return "Contract Tone"; }
-    std::string VideoFile() const override { return Files().Path("clip.mp4"); }
-    std::string MissingFile() const override { return Files().Path("missing.mp3"); }
-    std::string GarbageFile() const override { return Files().Path("garbage.mp3"); }
-    double Tolerance() const override { return 0.3; }
-    int TimeoutMs() const override { return 5000; }
-    const std::string& InitError() const { return m_engine.InitError(); }
+struct MpvHarness : contract::EngineHarness {
+    MpvHarness() {
+        audio = Files().Path("tone.mp3"), video = Files().Path("clip.mp4");
+        missing = Files().Path("missing.mp3"), garbage = Files().Path("garbage.mp3");
+    }
+    EventLoop& Loop() override { return loop; }
+    MediaEngine& Engine() override { return engine; }
 
-private:
-    QtEventLoop m_loop;
-    MpvEngine m_engine{m_loop, MpvEngine::Options{"null", "null", 0}};
+    QtEventLoop loop;
+    MpvEngine engine{loop, MpvEngine::Options{"null", "null", 0}};
 };
 
 std::unique_ptr<contract::EngineHarness> MakeMpvHarness() {
     EXPECT_EQ(Files().error, "");
     auto harness = std::make_unique<MpvHarness>();
-    EXPECT_EQ(harness->InitError(), "");
-    if (!Files().error.empty() || !harness->InitError().empty()) return nullptr;
+    EXPECT_EQ(harness->engine.InitError(), "");
+    if (!Files().error.empty() || !harness->engine.InitError().empty()) return nullptr;
     return harness;
 }
 

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "ratings/rating_calculation.h"
 #include "support/test_app.h"
@@ -51,17 +50,6 @@ std::vector<TrackRow> Numbered_Rows(const std::string& dir, int n, double second
         rows.push_back({dir + name, seconds});
     }
     return rows;
-}
-
-std::string Read_All(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-size_t Count(const std::string& text, const std::string& part) {
-    size_t n = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
-    return n;
 }
 
 }  // namespace velmora::testing

@@ -26,8 +26,4 @@ void Make_Files(TestApp& app, const std::vector<TrackRow>& rows);
 // n rows "dir/track_000.mp3"... of `seconds` each.
 std::vector<TrackRow> Numbered_Rows(const std::string& dir, int n, double seconds);
 
-// Every file's bytes, and how often a part occurs in a text.
-std::string Read_All(const std::string& path);
-size_t Count(const std::string& text, const std::string& part);
-
 }  // namespace velmora::testing
