@@ -168,9 +168,10 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         again.loop.Advance(400);
 
         const TrackTable& t = again.ctx.table;
-        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[2], t.Played_Count, again.player.URL(),
-                             again.player.playState(), std::lround(again.player.currentPosition().value_or(-1))),
-                  std::tuple(2, 3, 3, first.Path(2), PS_Playing, c.second));
+        EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[2], t.Played_Count), std::tuple(2, 3, 3));
+        EXPECT_EQ(again.player.URL(), first.Path(2));
+        EXPECT_EQ(again.player.playState(), PS_Playing);
+        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), c.second);
 
         again.ctx.form1.Command3[0].Click.emit();
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3]), std::tuple(3, 4)) << "the walk goes on from there";
