@@ -1,8 +1,11 @@
 #include "app/handlers.h"
 
+#include <cstddef>
+
 #include "app/startup.h"
 #include "catalogue/filter_building.h"
 #include "core/app_context.h"
+#include "core/running_report.h"
 #include "desktop/pages.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
@@ -16,10 +19,37 @@
 
 namespace velmora {
 
-void Wire_Handlers(AppContext& ctx) {
+const char* const kNotBuiltTip = "Δεν υπάρχει ακόμη - Not available yet";
+
+namespace {
+
+// Rows that stay enabled and do nothing when chosen: the sleep entries exist
+// as menu entries only, and Cancel closes the tray menu, as any choice does.
+constexpr const char* kInertRows[] = {"mnurepeatsleepstart", "mnurepeatsleepvolume", "mnurepeatalarm",
+                                      "mnurepeatoff",        "mnurepeatexit",        "mnurepeatsleeprestore",
+                                      "mnusystemtraycancel"};
+
+bool Is_Inert(const MenuItem& item) {
+    for (const char* name : kInertRows)
+        if (item.Name() == name) return true;
+    return false;
+}
+
+void Disable_Unbuilt(MenuSet& set) {
+    for (const auto& item : set.All()) {
+        if (!item->Children().empty() || !item->Click.empty() || Is_Inert(*item)) continue;
+        item->SetEnabled(false);
+        item->SetToolTip(kNotBuiltTip);
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     Form1& f = ctx.form1;
     MenuSet& m = f.Menus;
     MenuSet& tray = f.Tray;
+    const size_t missed_before[] = {m.Missed().size(), tray.Missed().size()};
     auto& links = ctx.handlers;
     auto on = [&](Signal<>& signal, void (*handler)(AppContext&)) {
         links.push_back(signal.connect([&ctx, handler] { handler(ctx); }));
@@ -142,6 +172,22 @@ void Wire_Handlers(AppContext& ctx) {
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);
     on(tray("mnusystemtrayexit").Click, Form_QueryUnload);
+
+    // The report's rows keep their links in the report's state.
+    Wire_Report_Menus(ctx);
+
+    std::vector<std::string> missing;
+    const MenuSet* sets[] = {&m, &tray};
+    for (int k = 0; k < 2; ++k) {
+        const auto& missed = sets[k]->Missed();
+        missing.insert(missing.end(), missed.begin() + static_cast<std::ptrdiff_t>(missed_before[k]), missed.end());
+    }
+    return missing;
+}
+
+void Disable_Unbuilt_Rows(AppContext& ctx) {
+    Disable_Unbuilt(ctx.form1.Menus);
+    Disable_Unbuilt(ctx.form1.Tray);
 }
 
 }  // namespace velmora

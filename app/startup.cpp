@@ -1,9 +1,14 @@
 #include "app/startup.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "app/handlers.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
@@ -22,6 +27,18 @@
 namespace fs = std::filesystem;
 
 namespace velmora {
+
+namespace {
+
+// A handler wired to a row the menu tables lack could never be reached: a
+// fault of the program itself, which must not start half wired.
+void Stop_On_Missing_Rows(const std::vector<std::string>& missing) {
+    if (missing.empty()) return;
+    for (const auto& row : missing) std::fprintf(stderr, "velmora: no menu row %s to wire\n", row.c_str());
+    std::abort();
+}
+
+}  // namespace
 
 void Set_Defaults(AppContext& ctx) {
     ctx.settings = Settings{};
@@ -50,7 +67,7 @@ void Initialise(AppContext& ctx) {
     ctx.ports.shell.Beep(1500, 50);
     std::error_code ec;
     fs::current_path(core.App_Path, ec);
-    core.Version_String = "5.0";
+    core.Version_String = kCollectionVersion;
     f.Timer1.SetEnabled(false);
     ctx.table.Class_Play.fill(0);
     ctx.settings.Trigger_Time.fill(0);
@@ -93,8 +110,7 @@ void Form_Load(AppContext& ctx) {
     ctx.ports.loop.Attach(ctx.form5.Timer1);
     // Wired before anything runs, so that the load's own presses and settings
     // reach their handlers as a user's would.
-    Wire_Handlers(ctx);
-    Wire_Report_Menus(ctx);
+    Stop_On_Missing_Rows(Wire_Handlers(ctx));
     for (int i = 0; i < 4; ++i) Make_Folder(ctx, i);
     Initialise(ctx);
     Reset_Views(ctx, 0);
@@ -103,6 +119,7 @@ void Form_Load(AppContext& ctx) {
     bool error = false;
     Load_Settings(ctx, error);
     if (error) Log_Line(ctx, "-> Λάθος κατά τη φόρτωση προτιμήσεων - Error while loading preferences");
+    Disable_Unbuilt_Rows(ctx);
 
     // 5, 6, 7
     if (s.Splash_Show == -1) {

@@ -1,6 +1,7 @@
 #include "catalogue/track_list_totals.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "base/char_span.h"
@@ -46,23 +47,36 @@ void Etiketes_Synol_Songs(AppContext& ctx) {
         f.Text6.SetSelection(0, 0);
     } else {
         // What has been played in this cycle, and within the chosen classes.
-        Currency played_seconds, class_seconds;
-        bool current_counted = false, current_in_class = false;
+        // It runs after every step of the walk, over every row: the loop is
+        // kept free of branches so that it runs as fast as the columns stream.
         const int rows = static_cast<int>(std::min<int64_t>(total, t.Bound() + 1));
+        const int32_t played_count = t.Played_Count;
+        std::array<int64_t, kClassCount> in_class{};  // all ones for a class counted, else 0
+        for (int k = 0; k < kClassCount; ++k) in_class[k] = by_class && t.Class_Play[k] != 0 ? -1 : 0;
+        const int32_t* number = t.Played_Number.data();
+        const Currency* duration = t.Duration.data();
+        const int16_t* rating = t.Rating_Class.data();
+        int64_t played_raw = 0, class_raw = 0;
         for (int i = 0; i < rows; ++i) {
-            const int32_t number = t.Played_Number[i];
-            if (number == 0 || number > t.Played_Count) continue;
-            played_seconds += t.Duration[i];
-            const bool counted_in_class =
-                by_class && t.Rating_Class[i] >= 0 && t.Rating_Class[i] < kClassCount && t.Class_Play[t.Rating_Class[i]] != 0;
-            if (counted_in_class) {
-                ++class_played;
-                class_seconds += t.Duration[i];
+            const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
+            played_raw += duration[i].Raw() & played;
+        }
+        if (by_class) {
+            for (int i = 0; i < rows; ++i) {
+                const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
+                const int rc = rating[i];
+                const int64_t counted = played & (static_cast<unsigned>(rc) < kClassCount ? in_class[rc] : 0);
+                class_raw += duration[i].Raw() & counted;
+                class_played -= counted;
             }
-            if (i == t.Current_Track) {
-                current_counted = true;
-                current_in_class = counted_in_class;
-            }
+        }
+        const Currency played_seconds = Currency::FromRaw(played_raw), class_seconds = Currency::FromRaw(class_raw);
+        bool current_counted = false, current_in_class = false;
+        if (t.Current_Track >= 0 && t.Current_Track < rows) {
+            const int i = t.Current_Track;
+            current_counted = number[i] != 0 && number[i] <= played_count;
+            current_in_class = current_counted && by_class && rating[i] >= 0 && rating[i] < kClassCount &&
+                               t.Class_Play[rating[i]] != 0;
         }
         // The clock adds the position in the current Track to what was played
         // before it, so the current Track's own length stays out here.

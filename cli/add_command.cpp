@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/collection_reader.h"
 #include "cli/headless_program.h"
+#include "cli/read_only_collection.h"
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
@@ -89,12 +89,12 @@ int Add_Command(int argc, char** argv) {
     if (missing) return 1;
     const bool existed = fs::exists(file, ec);
     if (existed) {
-        Header header;
+        StoredHeader header;
         if (!fs::is_regular_file(file, ec)) {
             std::cerr << "velmora-cli: " << file << ": not a Collection file\n";
             return 1;
         }
-        if (!Read_Current_Header(file, header, std::cerr)) return 1;
+        if (!ReadOnlyCollection(file).Read_Header(header, std::cerr)) return 1;
     } else {
         fs::create_directories(fs::path(file).parent_path(), ec);
         if (ec) {

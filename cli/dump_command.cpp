@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "cli/collection_reader.h"
+#include "cli/read_only_collection.h"
 #include "core/track_table.h"
 
 namespace velmora::cli {
@@ -29,7 +29,7 @@ std::string Text(const Json& j, int indent) {
     return out;
 }
 
-Json Header_Json(const Header& h) {
+Json Header_Json(const StoredHeader& h) {
     Json j;
     j["Version_String"] = h.Version_String;
     j["Drive"] = h.Drive;
@@ -45,7 +45,7 @@ Json Header_Json(const Header& h) {
     return j;
 }
 
-Json Track_Json(const TrackRecord& t) {
+Json Track_Json(const StoredTrack& t) {
     Json j;
     j["Played_Number"] = t.Played_Number;
     j["Duration"] = Number(t.Duration);
@@ -65,9 +65,9 @@ Json Track_Json(const TrackRecord& t) {
     return j;
 }
 
-Json Filters_Json(const FilterLists& f) {
+Json Filters_Json(const StoredFilters& f) {
     Json j;
-    for (int b = 0; b < kFilterBoxes; ++b) j["Combo4_0(" + std::to_string(b + 1) + ")"] = f.Boxes[b];
+    for (int b = 0; b < filter_record::kValueBoxes; ++b) j["Combo4_0(" + std::to_string(b + 1) + ")"] = f.Boxes[b];
     j["List5"] = f.List5;
     return j;
 }
@@ -75,10 +75,9 @@ Json Filters_Json(const FilterLists& f) {
 }  // namespace
 
 int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& err) {
-    const CollectionFiles where = Files_Of(main_path);
-    Header header;
-    if (!Read_Current_Header(where.main, header, err)) return 1;
-    std::string error;
+    ReadOnlyCollection collection(main_path);
+    StoredHeader header;
+    if (!collection.Read_Header(header, err)) return 1;
     int code = 0;
     if (header.Track_Count > kMaxTracks) {
         err << "velmora-cli: " << main_path << ": " << header.Track_Count
@@ -92,15 +91,12 @@ int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     // An empty version is a file that was created and never saved: no Tracks.
     const int32_t count = header.Version_String.empty() ? 0 : header.Track_Count;
     if (count > 0) {
-        TrackStream tracks;
-        if (!tracks.Open(where.files, error)) {
-            err << "velmora-cli: " << error << '\n';
+        if (!collection.Open_Tracks(err)) {
             code = 1;
         } else {
-            TrackRecord track;
+            StoredTrack track;
             for (int32_t i = 0; i < count; ++i) {
-                if (!tracks.Read(i, track, error)) {
-                    err << "velmora-cli: " << error << '\n';
+                if (!collection.Read_Track(i, track, err)) {
                     code = 1;
                     break;
                 }
@@ -111,14 +107,11 @@ int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     }
     out << ']';
 
-    const std::string& filters_path = where.filters;
+    const std::string filters_path = collection.Filters_Path();
     std::error_code ec;
     if (!filters_path.empty() && std::filesystem::exists(filters_path, ec)) {
-        FilterLists filters;
-        if (!Read_Filters(filters_path, filters, error)) {
-            err << "velmora-cli: " << error << '\n';
-            code = 1;
-        }
+        StoredFilters filters;
+        if (!collection.Read_Filters(filters, err)) code = 1;
         out << ",\n  \"filters\": " << Text(Filters_Json(filters), 2);
     }
     out << "\n}\n";

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "app/startup.h"
+#include "base/collection_records.h"
 #include "core/program_folders.h"
 #include "core/settings_store.h"
 #include "ratings/reset_views.h"
@@ -35,16 +36,19 @@ HeadlessProgram::HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::stri
 
 std::string Program_Folder_Of(const std::string& collection_file) {
     const fs::path folder = fs::path(collection_file).parent_path();
-    if (folder.filename() != "velmora_sylloges") return {};
+    if (folder.filename() != kCollectionsFolder) return {};
     std::string root = folder.parent_path().string();
     if (root.empty() || root.back() != '/') root += '/';
     return root;
 }
 
+std::string Default_Program_Folder() {
+    return Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+}
+
 void Set_Program_Folder(AppContext& ctx, const std::string& collection_file) {
     ctx.program_folder = Program_Folder_Of(collection_file);
-    if (ctx.program_folder.empty())
-        ctx.program_folder = Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
+    if (ctx.program_folder.empty()) ctx.program_folder = Default_Program_Folder();
     ctx.core.App_Path = ctx.program_folder.back() == '/' ? ctx.program_folder : ctx.program_folder + "/";
 }
 

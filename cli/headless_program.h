@@ -38,12 +38,16 @@ private:
     AppContext m_ctx;
 };
 
-// The program folder of a Collection file: the folder that holds its
-// velmora_sylloges/, or empty when the file does not lie in one.
+// The program folder of a Collection file: the folder that holds the
+// collections folder it lies in, or empty when it lies in none.
 std::string Program_Folder_Of(const std::string& collection_file);
 
+// App_Path as the window works it out: the executable's folder when it is
+// writable, else the user's data folder. Needs a QCoreApplication.
+std::string Default_Program_Folder();
+
 // Gives the context the program folder of the Collection file, or the
-// user's data folder when the file lies in none.
+// default one when the file lies in none.
 void Set_Program_Folder(AppContext& ctx, const std::string& collection_file);
 
 // What start-up does before a Collection, without the window: the folders,

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
-#include "cli/collection_reader.h"
+#include "cli/read_only_collection.h"
 
 namespace velmora::cli {
 
@@ -15,7 +15,7 @@ struct Totals {
     int64_t tracks = 0;
     Currency duration;
     Currency size;  // megabytes
-    void Add(const TrackRecord& t) {
+    void Add(const StoredTrack& t) {
         ++tracks;
         duration += t.Duration;
         size += t.File_Size;
@@ -52,10 +52,9 @@ std::string Row(const char* name, const Totals& t) {
 }  // namespace
 
 int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& err) {
-    const CollectionFiles where = Files_Of(main_path);
-    Header header;
-    if (!Read_Current_Header(where.main, header, err)) return 1;
-    std::string error;
+    ReadOnlyCollection collection(main_path);
+    StoredHeader header;
+    if (!collection.Read_Header(header, err)) return 1;
     out << "Collection:  " << main_path << '\n';
     if (header.Version_String.empty()) {
         out << "Empty: created and never saved\n";
@@ -68,15 +67,12 @@ int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     Totals other, all;
     int64_t played = 0;
     if (header.Track_Count > 0) {
-        TrackStream tracks;
-        if (!tracks.Open(where.files, error)) {
-            err << "velmora-cli: " << error << '\n';
+        if (!collection.Open_Tracks(err)) {
             code = 1;
         } else {
-            TrackRecord track;
+            StoredTrack track;
             for (int32_t i = 0; i < header.Track_Count; ++i) {
-                if (!tracks.Read(i, track, error)) {
-                    err << "velmora-cli: " << error << '\n';
+                if (!collection.Read_Track(i, track, err)) {
                     code = 1;
                     break;
                 }
@@ -100,7 +96,7 @@ int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     for (const auto& [name, c] : kOrder) out << Row(name, classes[c]);
     if (other.tracks > 0) out << Row("other", other);
     out << Row("all", all);
-    const std::string& filters = where.filters;
+    const std::string filters = collection.Filters_Path();
     std::error_code ec;
     out << "Filters:     " << (!filters.empty() && std::filesystem::exists(filters, ec) ? filters : "none") << '\n';
     return code;

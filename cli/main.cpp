@@ -7,6 +7,7 @@
 
 #include "cli/add_command.h"
 #include "cli/dump_command.h"
+#include "cli/folder_command.h"
 #include "cli/identify_command.h"
 #include "cli/info_command.h"
 #include "cli/play_command.h"
@@ -15,6 +16,7 @@ namespace {
 
 int Usage() {
     std::cerr << "usage: velmora-cli --version\n"
+                 "       velmora-cli folder   the program folder and the Collection a start opens\n"
                  "       velmora-cli dump FILE.qel   the Collection as JSON\n"
                  "       velmora-cli info FILE.qel   a short summary\n"
                  "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n"
@@ -31,6 +33,7 @@ int main(int argc, char** argv) {
         std::cout << "velmora-cli " VELMORA_VERSION "\n";
         return 0;
     }
+    if (argc == 2 && std::strcmp(argv[1], "folder") == 0) return velmora::cli::Folder_Command(argc, argv);
     if (argc >= 3 && std::strcmp(argv[1], "play") == 0) return velmora::cli::Play_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "identify") == 0)
         return velmora::cli::Identify_Command(argc - 2, argv + 2);

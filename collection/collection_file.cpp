@@ -6,20 +6,21 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
 #include "base/codepage1253.h"
 #include "base/record_file.h"
 #include "base/text_format.h"
 #include "collection/collection_paths.h"
+#include "collection/pointer_file.h"
+#include "collection/stored_collection.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
 #include "core/running_report.h"
 
 namespace velmora {
 
-const char* const kCollectionVersion = "5.0";
+static_assert(kClassCount == main_record::kClasses, "the main file keeps one record per class");
 
 namespace {
 
@@ -34,10 +35,8 @@ const char* const kFilesError = "-> Λάθη στην ανάγνωση αρχε�
 const char* const kReadingFilters = "-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...";
 const char* const kEndLoading = " -> Τέλος φορτώματος - End loading";
 
-// Saves between two sets of .backup copies.
+// Saves between two sets of backup copies.
 constexpr int kSavesPerBackup = 5;
-// default.qr is two short lines; anything longer is not ours to read whole.
-constexpr std::streamsize kPointerFileLimit = 1 << 16;
 
 std::string Load_Error_Text(const std::string& path) {
     return " --->Λάθος κατά τη φόρτωση της συλλογής \"" + path + "\" -> Error while loading Collection";
@@ -55,67 +54,6 @@ void Show_Track_Lists(Form1& f) {
     for (ListBox& mirror : f.List3_0) mirror.SetEnabled(true);
 }
 
-// Reads default.qr the way a comma-separated text reader does: a text ends at
-// a comma or at the end of its line (unless quoted), a number at a blank, a
-// comma or the end of the line.
-class InputFields {
-public:
-    explicit InputFields(std::string_view text) : m_text(text) {}
-
-    bool Text(std::string& out) {
-        SkipBlanks();
-        if (AtEnd()) return false;
-        if (m_text[m_at] == '"') {
-            const size_t close = m_text.find('"', m_at + 1);
-            const size_t end = close == std::string_view::npos ? m_text.size() : close;
-            out = std::string(m_text.substr(m_at + 1, end - m_at - 1));
-            m_at = std::min(end + 1, m_text.size());
-            SkipTo(",\r\n");
-        } else {
-            const size_t start = m_at;
-            SkipTo(",\r\n");
-            out = RTrim(m_text.substr(start, m_at - start));
-        }
-        EndField();
-        return true;
-    }
-
-    bool Number(double& out) {
-        SkipBlanks();
-        if (AtEnd()) return false;
-        const size_t start = m_at;
-        SkipTo(" \t,\r\n");
-        out = Val(m_text.substr(start, m_at - start));
-        EndField();
-        return true;
-    }
-
-private:
-    bool AtEnd() const { return m_at >= m_text.size(); }
-    void SkipBlanks() {
-        while (!AtEnd() && (m_text[m_at] == ' ' || m_text[m_at] == '\t')) ++m_at;
-    }
-    void SkipTo(std::string_view stops) {
-        while (!AtEnd() && stops.find(m_text[m_at]) == std::string_view::npos) ++m_at;
-    }
-    // Past the blanks and the one comma or line end that closes a field.
-    void EndField() {
-        SkipBlanks();
-        if (AtEnd()) return;
-        if (m_text[m_at] == ',') {
-            ++m_at;
-        } else if (m_text[m_at] == '\r') {
-            ++m_at;
-            if (!AtEnd() && m_text[m_at] == '\n') ++m_at;
-        } else if (m_text[m_at] == '\n') {
-            ++m_at;
-        }
-    }
-
-    std::string_view m_text;
-    size_t m_at = 0;
-};
-
 std::array<int32_t*, 7> Statistics(CollectionState& c) {
     return {&c.Stat_Files, &c.Stat_Years, &c.Stat_Months, &c.Stat_Days, &c.Stat_Hours, &c.Stat_Minutes,
             &c.Stat_Seconds};
@@ -128,43 +66,37 @@ int Video_Menu_Index(int16_t video_mode) {
     return 2;
 }
 
-// Records 2 to 19 of the main file into the table and the window. A field
+// The header behind the version into the table and the window. A field
 // that cannot be read leaves its value as it was; the reading goes on.
 template <class Fault>
-void Read_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
+void Take_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
+    namespace r = main_record;
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
-    auto check = [&](bool ok) {
-        if (!ok) fault();
-        return ok;
-    };
+    StoredHeader h;
+    h.Current_Track = t.Current_Track, h.Current_Position = t.Current_Position, h.Track_Count = t.Track_Count;
+    h.Video_Mode = t.Video_Mode, h.Alarm_File = ctx.collection.Alarm_File, h.Class_Play = t.Class_Play;
+    h.Played_Count = t.Played_Count, h.Played_High = t.Played_High;
+    const ReadFaults faults = Read_Header(main, h);
+    if (faults.Any()) fault();
 
-    std::string drive, dir;
-    const bool have_drive = check(main.GetString(2, drive));
-    const bool have_dir = check(main.GetString(3, dir));
     const bool suppressed = ctx.core.Suppress_Events;
     ctx.core.Suppress_Events = true;
-    if (have_drive) f.Drive1.SetPath(drive);
-    if (have_dir) f.Dir1.SetPath(dir);
+    if (!faults.Has(r::kDrive)) f.Drive1.SetPath(h.Drive);
+    if (!faults.Has(r::kDir)) f.Dir1.SetPath(h.Dir);
     ctx.core.Suppress_Events = suppressed;
 
-    check(main.GetLong(4, t.Current_Track));
-    check(main.GetLong(5, t.Current_Position));
-    check(main.GetLong(6, t.Track_Count));
-    check(main.GetInteger(7, t.Video_Mode));
+    t.Current_Track = h.Current_Track, t.Current_Position = h.Current_Position, t.Track_Count = h.Track_Count;
+    t.Video_Mode = h.Video_Mode;
     const int checked = Video_Menu_Index(t.Video_Mode);
     for (int i = 0; i < 3; ++i) f.Menus("mnuvideoshow", i).SetChecked(i == checked);
 
-    Currency dropped;
-    for (int r = 8; r <= 10; ++r) check(main.GetCurrency(r, dropped));
-    check(main.GetString(11, ctx.collection.Alarm_File));
-    for (int k = 0; k < kClassCount; ++k) {
-        check(main.GetInteger(12 + k, t.Class_Play[k]));
+    ctx.collection.Alarm_File = std::move(h.Alarm_File);
+    t.Class_Play = h.Class_Play;
+    for (int k = 0; k < kClassCount; ++k)
         if (t.Class_Play[k] != 0) t.Any_Class_Play = -1;
-    }
-    check(main.GetLong(18, t.Played_Count));
-    check(main.GetLong(19, t.Played_High));
-    if (t.Played_High < t.Played_Count) t.Played_High = t.Played_Count;
+    t.Played_Count = h.Played_Count;
+    t.Played_High = std::max(h.Played_High, h.Played_Count);
 
     // A damaged header must not hand on a count or a row number below zero:
     // every loop and index of the program rests on them.
@@ -172,8 +104,8 @@ void Read_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     if (t.Current_Track < 0) t.Current_Track = 0;
 }
 
-// The main file's length as the writer leaves it: 28 whole records.
-constexpr int64_t kMainFileBytes = int64_t{28} * kMainRecordLength;
+// The main file's length as the writer leaves it: every record whole.
+constexpr int64_t kMainFileBytes = main_record::kLast * kMainRecordLength;
 
 // An incremental save rewrites the main file in place when it has the
 // writer's length: then every record lands where it stood, and no field
@@ -190,10 +122,11 @@ bool Same_Disk(const std::string& a, const std::string& b) {
     return ::stat(a.c_str(), &sa) == 0 && ::stat(b.c_str(), &sb) == 0 && sa.st_dev == sb.st_dev;
 }
 
-// Records 1 to 28 of the main file. Records 20 to 28 are never read back.
+// Every record of the main file, those behind Played_High never read back.
 // Built new unless in_place, which overwrites the records of the file there
 // and syncs its data only.
 void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& disk_failed, bool in_place = false) {
+    namespace r = main_record;
     const Form1& f = ctx.form1;
     const TrackTable& t = ctx.table;
     const PlaybackState& p = ctx.playback;
@@ -203,27 +136,27 @@ void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& dis
         error = disk_failed = true;
         return;
     }
-    bool ok = main.PutString(1, kCollectionVersion);
-    ok &= main.PutString(2, f.Drive1.Path());
-    ok &= main.PutString(3, f.Dir1.Path());
-    ok &= main.PutLong(4, t.Current_Track);
-    ok &= main.PutLong(5, t.Current_Position);
-    ok &= main.PutLong(6, t.Track_Count);
-    ok &= main.PutInteger(7, t.Video_Mode);
-    ok &= main.PutCurrency(8, t.Total_Duration);
-    ok &= main.PutCurrency(9, p.Played_Duration);
-    ok &= main.PutCurrency(10, p.Played_Now);
-    ok &= main.PutString(11, ctx.collection.Alarm_File);
-    for (int k = 0; k < kClassCount; ++k) ok &= main.PutInteger(12 + k, t.Class_Play[k]);
-    ok &= main.PutLong(18, t.Played_Count);
-    ok &= main.PutLong(19, t.Played_High);
-    ok &= main.PutCurrency(20, p.Played_Class_Duration);
-    ok &= main.PutCurrency(21, p.Played_Class_Now);
-    ok &= main.PutCurrency(22, p.Class_Time_Left);
-    // The counter goes to record 23 and the first class duration lands on
+    bool ok = main.PutString(r::kVersion, kCollectionVersion);
+    ok &= main.PutString(r::kDrive, f.Drive1.Path());
+    ok &= main.PutString(r::kDir, f.Dir1.Path());
+    ok &= main.PutLong(r::kCurrentTrack, t.Current_Track);
+    ok &= main.PutLong(r::kCurrentPosition, t.Current_Position);
+    ok &= main.PutLong(r::kTrackCount, t.Track_Count);
+    ok &= main.PutInteger(r::kVideoMode, t.Video_Mode);
+    ok &= main.PutCurrency(r::kTotalDuration, t.Total_Duration);
+    ok &= main.PutCurrency(r::kPlayedDuration, p.Played_Duration);
+    ok &= main.PutCurrency(r::kPlayedNow, p.Played_Now);
+    ok &= main.PutString(r::kAlarmFile, ctx.collection.Alarm_File);
+    for (int k = 0; k < kClassCount; ++k) ok &= main.PutInteger(r::kClassPlay + k, t.Class_Play[k]);
+    ok &= main.PutLong(r::kPlayedCount, t.Played_Count);
+    ok &= main.PutLong(r::kPlayedHigh, t.Played_High);
+    ok &= main.PutCurrency(r::kPlayedClassDuration, p.Played_Class_Duration);
+    ok &= main.PutCurrency(r::kPlayedClassNow, p.Played_Class_Now);
+    ok &= main.PutCurrency(r::kClassTimeLeft, p.Class_Time_Left);
+    // The counter goes to its record and the first class duration lands on
     // the same record at once: the file ends with the Currency there.
-    ok &= main.PutLong(23, ctx.collection.Saves_This_Run);
-    for (int k = 0; k < kClassCount; ++k) ok &= main.PutCurrency(23 + k, t.Class_Duration[k]);
+    ok &= main.PutLong(r::kSaveCounter, ctx.collection.Saves_This_Run);
+    for (int k = 0; k < kClassCount; ++k) ok &= main.PutCurrency(r::kClassDuration + k, t.Class_Duration[k]);
     if (!ok) error = true;
     if (main.WriteFailed() || !(in_place ? main.SyncData() : main.Sync()) || !main.Close())
         error = disk_failed = true;
@@ -265,22 +198,8 @@ void Load_Pointer(AppContext& ctx) {
     Make_Folder(ctx, 3);
     CollectionState& c = ctx.collection;
     c.Collection_Path = Default_Collection_Path(ctx);
-
-    std::ifstream in(Pointer_File_Path(ctx), std::ios::binary);
-    if (!in) return;
-    std::string bytes(static_cast<size_t>(kPointerFileLimit), '\0');
-    in.read(bytes.data(), kPointerFileLimit);
-    bytes.resize(static_cast<size_t>(in.gcount()));
-    const std::string text = Cp1253ToUtf8(bytes);
-    InputFields fields(text);
-
     std::string path;
-    if (fields.Text(path) && !path.empty()) c.Collection_Path = path;
-    for (int32_t* stat : Statistics(c)) {
-        double value = 0;
-        if (!fields.Number(value)) break;
-        CLng(value, *stat);
-    }
+    if (Read_Pointer_File(Pointer_File_Path(ctx), path, Statistics(c)) && !path.empty()) c.Collection_Path = path;
 }
 
 void Save_Pointer(AppContext& ctx) {
@@ -326,15 +245,16 @@ bool Load_Collection(AppContext& ctx) {
     main.Close();
     if (!main.Open(to_read.main, kMainRecordLength, RecordFile::Mode::ReadOnly)) fault();
 
-    std::string version;
-    if (main.IsOpen() && main.RecordCount() > 0 && !main.GetString(1, version)) fault();
+    StoredHeader stored;
+    if (main.IsOpen() && !Read_Version(main, stored)) fault();
+    const std::string& version = stored.Version_String;
 
     bool whole = true;
     if (!version.empty() && version != kCollectionVersion) {
         ctx.ports.dialogs.MsgBox(kVersionWarning, MsgButtons::OK, MsgIcon::Exclamation, "");
         whole = false;
     } else if (!version.empty()) {
-        Read_Header(ctx, main, fault);
+        Take_Header(ctx, main, fault);
         main.Close();
         if (t.Track_Count > kMaxTracks) {
             ctx.ports.dialogs.MsgBox(CapacityExceededText(), MsgButtons::OK, MsgIcon::Critical, "");

@@ -2,25 +2,21 @@
 // The Collection's files on disk and the pointer to the last one.
 //
 // A Collection is a main file (the walk's state and the header), a files side
-// file (45 records per Track) and a filters side file (the catalogue's value
-// lists), all of fixed-length records; the pointer file default.qr names the
-// Collection of the last run.
+// file (a fixed run of records per Track) and a filters side file (the
+// catalogue's value lists), all of fixed-length records laid out in
+// base/collection_records.h; the pointer file names the Collection of the
+// last run.
 
 #include <array>
 #include <string>
+
+#include "base/collection_records.h"
 
 namespace velmora {
 
 struct AppContext;
 struct Form1;
 class ListBox;
-
-constexpr int kMainRecordLength = 300;
-constexpr int kFilesRecordLength = 400;
-constexpr int kFiltersRecordLength = 600;
-constexpr int kRecordsPerTrack = 45;
-constexpr int kMainRecords = 28;
-extern const char* const kCollectionVersion;  // "5.0"
 
 void Load_Pointer(AppContext& ctx);
 void Save_Pointer(AppContext& ctx);
@@ -52,7 +48,7 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
 // catalogue (Combo4_0) and the filter rows (List5). A box the window does
 // not have is stored with no items.
 struct FilterLists {
-    std::array<ListBox*, 8> boxes{};
+    std::array<ListBox*, filter_record::kValueBoxes> boxes{};
     ListBox* rows = nullptr;
 };
 FilterLists Filter_Lists(Form1& f);

@@ -9,16 +9,10 @@
 #include <vector>
 
 #include "core/app_context.h"
-#include "core/program_folders.h"
 
 namespace velmora {
 
 namespace {
-
-const char* const kCollectionsFolder = "velmora_sylloges/";
-const char* const kFiltersFolder = "velmora_filtra/";
-
-std::string Less4(const std::string& s) { return s.size() > 4 ? s.substr(0, s.size() - 4) : std::string(); }
 
 std::string Folder_Of(const std::string& path) {
     const size_t slash = path.rfind('/');
@@ -76,34 +70,30 @@ bool Copy_Contents(int in, int out) {
 
 }  // namespace
 
-std::string Default_Collection_Path(const AppContext& ctx) { return Folder_Path(ctx, 1) + "velmora.qel"; }
+std::string Default_Collection_Path(const std::string& app_path) {
+    return app_path + kCollectionsFolder + "/" + kDefaultCollectionName;
+}
+std::string Default_Collection_Path(const AppContext& ctx) { return Default_Collection_Path(ctx.core.App_Path); }
 
-std::string Pointer_File_Path(const AppContext& ctx) { return Folder_Path(ctx, 1) + "default.qr"; }
+std::string Pointer_File_Path(const std::string& app_path) {
+    return app_path + kCollectionsFolder + "/" + kPointerFileName;
+}
+std::string Pointer_File_Path(const AppContext& ctx) { return Pointer_File_Path(ctx.core.App_Path); }
+
+CollectionPaths Collection_Paths_Of(const std::string& main_path, const std::string& program_folder) {
+    CollectionPaths p;
+    static_cast<SideFileNames&>(p) = Side_File_Names(main_path, program_folder);
+    p.main = main_path;
+    return p;
+}
 
 CollectionPaths Collection_Paths_Of(const AppContext& ctx, const std::string& main_path) {
-    CollectionPaths p;
-    p.main = main_path;
-    const std::string stem = Less4(main_path);
-    p.files = stem + "_files.qqel";
-    p.files_other = stem + "_Files.qqel";
-
-    // The filters live in the filter folder that stands beside the collections
-    // folder the main file is found below.
-    const size_t at = main_path.find(kCollectionsFolder);
-    const std::string root = at == std::string::npos ? ctx.core.App_Path : main_path.substr(0, at);
-    const size_t slash = main_path.rfind('/');
-    const std::string name = slash == std::string::npos ? main_path : main_path.substr(slash + 1);
-    const std::string filter_stem = root + kFiltersFolder + Less4(name);
-    p.filters = filter_stem + "_filters.qqel";
-    p.filters_other = filter_stem + "_Filters.qqel";
-    return p;
+    return Collection_Paths_Of(main_path, ctx.core.App_Path);
 }
 
 std::string Temp_Path(const std::string& target) { return target + ".new"; }
 
 std::string Commit_Marker_Path(const CollectionPaths& paths) { return paths.main + ".commit"; }
-
-std::string Backup_Path(const std::string& file) { return file + ".backup"; }
 
 bool File_Exists(const std::string& path) {
     struct stat st {};
@@ -157,7 +147,7 @@ FilesToRead Files_To_Read(const CollectionPaths& p) {
         // Committed: whatever is still under a temporary name is the newer file.
         if (File_Exists(Temp_Path(p.main))) r.main = Temp_Path(p.main);
         if (File_Exists(Temp_Path(p.files))) r.files = Temp_Path(p.files);
-        if (File_Exists(Temp_Path(p.filters))) r.filters = Temp_Path(p.filters);
+        if (!p.filters.empty() && File_Exists(Temp_Path(p.filters))) r.filters = Temp_Path(p.filters);
     }
     return r;
 }

@@ -5,25 +5,28 @@
 #include <string>
 #include <string_view>
 
+#include "base/collection_records.h"
+
 namespace velmora {
 
 struct AppContext;
 
-// App_Path + "velmora_sylloges/velmora.qel": the Collection of a first run.
+// The default Collection in the collections folder: that of a first run.
+std::string Default_Collection_Path(const std::string& app_path);
 std::string Default_Collection_Path(const AppContext& ctx);
+// The pointer file in the collections folder, naming the last Collection.
+std::string Pointer_File_Path(const std::string& app_path);
 std::string Pointer_File_Path(const AppContext& ctx);
 
-// The three files of one Collection. Side files carry the writer's spelling
-// of the suffix; the *_read names are those a load actually opens.
-struct CollectionPaths {
+// The three files of one Collection, the side files under both spellings
+// of their suffixes (base/collection_records.h).
+struct CollectionPaths : SideFileNames {
     std::string main;
-    std::string files;    // "<main less .qel>_files.qqel", beside the main file
-    std::string filters;  // "<root>velmora_filtra/<name less .qel>_filters.qqel"
-    // The load's spelling of the side files ("_Files.qqel", "_Filters.qqel").
-    std::string files_other;
-    std::string filters_other;
 };
 
+// program_folder stands in for a main file that lies in no collections
+// folder; the context's App_Path does in the second form.
+CollectionPaths Collection_Paths_Of(const std::string& main_path, const std::string& program_folder);
 CollectionPaths Collection_Paths_Of(const AppContext& ctx, const std::string& main_path);
 
 // A save builds whole files under this name beside the target and renames it
@@ -33,7 +36,6 @@ std::string Temp_Path(const std::string& target);
 // moment it exists, the new Collection is the one on disk, even where some
 // renames have not happened yet.
 std::string Commit_Marker_Path(const CollectionPaths& paths);
-std::string Backup_Path(const std::string& file);
 
 // The files a load reads: the writer's spelling first, else the load's; and
 // where a full save was committed but a crash cut off its renames, the new

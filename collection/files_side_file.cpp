@@ -1,4 +1,4 @@
-// The files side file: the TrackTable, 45 records of 400 bytes per Track.
+// The files side file: the TrackTable, a fixed run of records per Track.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -8,6 +8,7 @@
 
 #include "base/record_file.h"
 #include "collection/collection_file.h"
+#include "collection/stored_collection.h"
 #include "core/app_context.h"
 #include "core/progress.h"
 
@@ -29,28 +30,20 @@ void Append(ListBox& list, std::vector<std::string> rows) {
     list.Assign(std::move(items));
 }
 
-// Records 1 to 13 and the 32 slot records of row i, read into the columns.
-// The path, record 12, goes to `path_text` rather than to a column: its
-// column is the list box.
+// Row i's records read into its columns. The path goes to `path_text`
+// rather than to a column: its column is the list box. What was read before
+// a record that cannot be read stays in the columns.
 bool Read_Row(RecordFile& file, TrackTable& t, int32_t i, std::string& path_text) {
-    const int64_t base = int64_t{kRecordsPerTrack} * i;
-    bool identified = false;
-    const bool ok = file.GetLong(base + 1, t.Played_Number[i]) && file.GetCurrency(base + 2, t.Duration[i]) &&
-                    file.GetInteger(base + 3, t.Rating_Class[i]) && file.GetCurrency(base + 4, t.File_Size[i]) &&
-                    file.GetCurrency(base + 5, t.Stop_Position[i]) && file.GetInteger(base + 6, t.Bitrate[i]) &&
-                    file.GetString(base + 7, t.Artist[i]) && file.GetString(base + 8, t.Genre[i]) &&
-                    file.GetString(base + 9, t.Album[i]) && file.GetString(base + 10, t.Title[i]) &&
-                    file.GetString(base + 11, t.Year[i]) && file.GetString(base + 12, path_text) &&
-                    file.GetBoolean(base + 13, identified);
-    if (!ok) return false;
-    t.Identified[i] = identified;
-    std::string text;
-    for (int j = 0; j < kSlotCount; ++j) {
-        if (!file.GetInteger(base + 14 + 2 * j, t.Slot_Value[i][j])) return false;
-        if (!file.GetString(base + 15 + 2 * j, text)) return false;
-        t.Slot_Text[i].Set(j, text);
-    }
-    return true;
+    StoredTrack s;
+    const bool ok = Read_Track(file, i, s);
+    t.Played_Number[i] = s.Played_Number, t.Duration[i] = s.Duration, t.Rating_Class[i] = s.Rating_Class;
+    t.File_Size[i] = s.File_Size, t.Stop_Position[i] = s.Stop_Position, t.Bitrate[i] = s.Bitrate;
+    t.Artist[i] = std::move(s.Artist), t.Genre[i] = std::move(s.Genre), t.Album[i] = std::move(s.Album);
+    t.Title[i] = std::move(s.Title), t.Year[i] = std::move(s.Year), path_text = std::move(s.Track_Path);
+    t.Identified[i] = s.Identified;
+    t.Slot_Value[i] = s.Slot_Value;
+    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[i].Set(j, s.Slot_Text[j]);
+    return ok;
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.
@@ -142,6 +135,7 @@ void Load_Files(AppContext& ctx, const std::string& path, bool& error) {
 }
 
 void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed, Flush flush) {
+    namespace r = track_record;
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     RecordFile file;
@@ -161,26 +155,26 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
     for (int32_t i = 0; i < total; ++i) {
         if (!t.Saved[i]) {
             written.push_back(i);
-            const int64_t base = int64_t{kRecordsPerTrack} * i;
+            auto at = [i](int64_t field) { return Track_Record(i, field); };
             // Each field on its own: one that cannot be stored is counted and
             // the rest of the row still goes to the disk.
-            bool ok = file.PutLong(base + 1, t.Played_Number[i]);
-            ok &= file.PutCurrency(base + 2, t.Duration[i]);
-            ok &= file.PutInteger(base + 3, t.Rating_Class[i]);
-            ok &= file.PutCurrency(base + 4, t.File_Size[i]);
-            ok &= file.PutCurrency(base + 5, t.Stop_Position[i]);
-            ok &= file.PutInteger(base + 6, t.Bitrate[i]);
-            ok &= file.PutString(base + 7, t.Artist[i]);
-            ok &= file.PutString(base + 8, t.Genre[i]);
-            ok &= file.PutString(base + 9, t.Album[i]);
-            ok &= file.PutString(base + 10, t.Title[i]);
-            ok &= file.PutString(base + 11, t.Year[i]);
-            ok &= file.PutString(base + 12, f.List2.List(i));
-            ok &= file.PutBoolean(base + 13, t.Identified[i]);
+            bool ok = file.PutLong(at(r::kPlayedNumber), t.Played_Number[i]);
+            ok &= file.PutCurrency(at(r::kDuration), t.Duration[i]);
+            ok &= file.PutInteger(at(r::kRatingClass), t.Rating_Class[i]);
+            ok &= file.PutCurrency(at(r::kFileSize), t.File_Size[i]);
+            ok &= file.PutCurrency(at(r::kStopPosition), t.Stop_Position[i]);
+            ok &= file.PutInteger(at(r::kBitrate), t.Bitrate[i]);
+            ok &= file.PutString(at(r::kArtist), t.Artist[i]);
+            ok &= file.PutString(at(r::kGenre), t.Genre[i]);
+            ok &= file.PutString(at(r::kAlbum), t.Album[i]);
+            ok &= file.PutString(at(r::kTitle), t.Title[i]);
+            ok &= file.PutString(at(r::kYear), t.Year[i]);
+            ok &= file.PutString(at(r::kTrackPath), f.List2.List(i));
+            ok &= file.PutBoolean(at(r::kIdentified), t.Identified[i]);
             t.Saved[i] = true;
             for (int j = 0; j < kSlotCount; ++j) {
-                ok &= file.PutInteger(base + 14 + 2 * j, t.Slot_Value[i][j]);
-                ok &= file.PutString(base + 15 + 2 * j, t.Slot_Text[i][j]);
+                ok &= file.PutInteger(at(r::Slot_Value(j)), t.Slot_Value[i][j]);
+                ok &= file.PutString(at(r::Slot_Text(j)), t.Slot_Text[i][j]);
             }
             if (!ok) error = true;
         }

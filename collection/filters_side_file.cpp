@@ -1,19 +1,27 @@
-// The filters side file: the catalogue's value lists and filter rows, 600-byte
-// records written and read in sequence from record 1.
+// The filters side file: the catalogue's value lists and filter rows, written
+// and read in sequence from the first record.
 #include <array>
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <tuple>
 
 #include "base/record_file.h"
 #include "collection/collection_file.h"
 #include "collection/collection_paths.h"
+#include "collection/stored_collection.h"
 #include "core/app_context.h"
 #include "core/progress.h"
 
 namespace velmora {
 
 namespace {
+
+using filter_record::kValueBoxes;
+// The lists in the file's order: the value boxes, then the filter rows.
+constexpr int kRowsList = kValueBoxes;
+constexpr int kLists = kValueBoxes + 1;
+static_assert(std::tuple_size_v<decltype(CollectionState::Stored_Filters)> == kLists);
 
 // Value box k (1 to 8) of the catalogue.
 ListBox* Value_Box(Form1& f, int k) { return &f.Combo4_0[k]; }
@@ -36,7 +44,7 @@ bool Progress_Due(int64_t done, int64_t total) { return done % 100 == 0 || total
 
 FilterLists Filter_Lists(Form1& f) {
     FilterLists lists;
-    for (int k = 1; k <= 8; ++k) lists.boxes[k - 1] = Value_Box(f, k);
+    for (int k = 1; k <= kValueBoxes; ++k) lists.boxes[k - 1] = Value_Box(f, k);
     lists.rows = &f.List5;
     return lists;
 }
@@ -51,61 +59,38 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
         return;
     }
 
-    std::array<int16_t, 9> counts{};
+    FilterCounts counts{};
+    if (Read_Filter_Counts(file, counts).Any()) error = true;
     int64_t total = 0;
-    for (int k = 0; k < 9; ++k) {
-        if (!file.GetInteger(k + 1, counts[k])) error = true;
-        total += counts[k];
-    }
-
-    // Items follow one another from record 10. Past the end of the file no
-    // later record can be read either, so the reading stops there; a record
-    // that cannot be read inside the file is skipped.
-    const int64_t records = file.RecordCount();
-    int64_t record = 10;
-    int64_t done = 0;
-    bool ended = false;
-    std::string text;
-    auto next = [&]() -> bool {
-        if (record > records) {
-            error = true;
-            ended = true;
-            return false;
-        }
-        ++done;
-        if (Progress_Due(done, total)) Show_Progress(f, done, total, 1);
-        if (file.GetString(record++, text)) return true;
-        error = true;
-        return false;
-    };
+    for (int16_t n : counts) total += n;
 
     auto& stored = ctx.collection.Stored_Filters;
     for (auto& list : stored) list.clear();
     // What the lists held before the load is not known to match the file.
     ctx.collection.Stored_Revisions.fill(0);
-    for (int k = 0; k < 8 && !ended; ++k) {
-        for (int j = 0; j < counts[k] && !ended; ++j) {
-            if (!next()) continue;
-            stored[k].push_back(text);
-            if (lists.boxes[k]) lists.boxes[k]->AddItem(text);
-        }
-    }
-
-    // Record 9 holds the upper index of the rows, so that many plus one follow.
-    const int upper = counts[8];
-    if (upper < -1) error = true;
+    // The rows are stored with their upper index, so that many plus one follow.
+    const int upper = counts[kRowsList];
     std::vector<std::string>& filter_text = ctx.catalogue.Filter_Text;
     filter_text.assign(static_cast<size_t>(std::max(upper, 0)) + 1, std::string());
-    for (int j = 0; j <= upper && !ended; ++j) {
-        if (!next()) continue;
-        // The first two rows are headings; from the third on, a row is the
-        // Track's number twice and then its cached filter text.
-        if (j >= 2) filter_text[j] = From_Character(text, 15);
-        stored[8].push_back(text);
-    }
+    int64_t done = 0;
+    // A record that cannot be read inside the file is passed over.
+    const ReadFaults faults = Read_Filter_Items(file, counts, [&](int list, int j, const std::string* text) {
+        ++done;
+        if (Progress_Due(done, total)) Show_Progress(f, done, total, 1);
+        if (!text) return;
+        stored[list].push_back(*text);
+        if (list < kRowsList) {
+            if (lists.boxes[list]) lists.boxes[list]->AddItem(*text);
+        } else if (j >= 2) {
+            // The first two rows are headings; from the third on, a row is
+            // the Track's number twice and then its cached filter text.
+            filter_text[j] = From_Character(*text, 15);
+        }
+    });
+    if (faults.Any()) error = true;
     // One row per Track: they go to the list in one piece, as the Tracks do.
     std::vector<std::string> rows = lists.rows->Items();
-    rows.insert(rows.end(), stored[8].begin(), stored[8].end());
+    rows.insert(rows.end(), stored[kRowsList].begin(), stored[kRowsList].end());
     lists.rows->Assign(std::move(rows));
     ctx.collection.Stored_Filters_Known = !error;
     ctx.table.Filters_Changed = 0;
@@ -134,12 +119,13 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
         error = true;
         clean = false;
     };
-    for (int k = 0; k < 8; ++k) put_count(k + 1, lists.boxes[k] ? lists.boxes[k]->ListCount() : 0);
-    put_count(9, lists.rows->ListCount() - 1);
+    for (int k = 0; k < kValueBoxes; ++k)
+        put_count(filter_record::Box_Count(k), lists.boxes[k] ? lists.boxes[k]->ListCount() : 0);
+    put_count(filter_record::kRowsUpper, lists.rows->ListCount() - 1);
 
-    int64_t record = 10;
-    for (int k = 0; k < 9; ++k) {
-        const ListBox* list = k < 8 ? lists.boxes[k] : lists.rows;
+    int64_t record = filter_record::kFirstItem;
+    for (int k = 0; k < kLists; ++k) {
+        const ListBox* list = k < kRowsList ? lists.boxes[k] : lists.rows;
         c.Stored_Filters[k].clear();
         if (!list) continue;
         for (const std::string& item : list->Items()) {
@@ -164,11 +150,11 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
     const FilterLists lists = Filter_Lists(ctx.form1);
     CollectionState& c = ctx.collection;
     if (!c.Stored_Filters_Known || !File_Exists(path)) return false;
-    std::array<const std::vector<std::string>*, 9> now{};
-    std::array<uint64_t, 9> revisions{};
+    std::array<const std::vector<std::string>*, kLists> now{};
+    std::array<uint64_t, kLists> revisions{};
     static const std::vector<std::string> kNone;
-    for (int k = 0; k < 9; ++k) {
-        const ListBox* list = k < 8 ? lists.boxes[k] : lists.rows;
+    for (int k = 0; k < kLists; ++k) {
+        const ListBox* list = k < kRowsList ? lists.boxes[k] : lists.rows;
         now[k] = list ? &list->Items() : &kNone;
         revisions[k] = list ? list->Revision() : 0;
         // Another count moves every record behind it.
@@ -184,8 +170,8 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
         broken = true;
         if (disk_failed) *disk_failed = true;
     };
-    int64_t record = 10;
-    for (int k = 0; k < 9 && !broken; ++k) {
+    int64_t record = filter_record::kFirstItem;
+    for (int k = 0; k < kLists && !broken; ++k) {
         // A list unchanged since it was stored holds what the file holds.
         if (revisions[k] != 0 && revisions[k] == c.Stored_Revisions[k]) {
             record += static_cast<int64_t>(now[k]->size());

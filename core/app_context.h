@@ -36,7 +36,7 @@ struct Ports {
 // What start-up and the running loop share across subsystems.
 struct CoreState {
     std::string App_Path;        // always ends in '/'
-    std::string Version_String;  // "5.0"
+    std::string Version_String;  // kCollectionVersion, that of the Collection files
     std::string Executable_Name = "velmora";
     std::array<std::string, 128> Genre_List;
     std::array<std::string, 32> Media_Extensions;
@@ -106,6 +106,17 @@ struct IdentifyState {
 // The rating work: what a press of the rating button goes on from, and the
 // class texts of the labels. The class totals themselves live in the table.
 struct RatingsState {
+    // What the rows looked like when the totals were last counted whole, so
+    // that a missing file met while nothing else has changed can move its
+    // one row instead of counting all of them again. Valid only after a
+    // recount that ran to its end over rows whose letters were all classes.
+    struct Counted {
+        bool valid = false;
+        uint64_t paths = 0;    // Revision of List2
+        uint64_t letters = 0;  // Revision of List3_0(1), the class letters
+        int32_t track_count = 0;
+    };
+    Counted Last_Count;
     bool Stats_Dirty = false;          // the class texts must be rebuilt at the next label refresh
     int16_t Rating_Code = 0;           // the pending code for Command8_Click (9..14: a class by the tray)
     int16_t Repeat_Rating = 0;         // the class the last plain press gave; Auto_Rating repeats it

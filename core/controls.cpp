@@ -16,7 +16,9 @@ const std::string& ListBox::List(int index) const {
 }
 
 void ListBox::SetList(int index, std::string text) {
-    if (index < 0 || index >= ListCount()) return;
+    // The same text again changes nothing: no redraw, and the revision stays,
+    // so whoever stored the items still knows them current.
+    if (index < 0 || index >= ListCount() || m_items[index] == text) return;
     m_items[index] = std::move(text);
     m_index_valid = false;
     Touch();

@@ -203,7 +203,10 @@ MenuSet::MenuSet(std::span<const MenuRow> rows) {
 
 MenuItem& MenuSet::operator()(std::string_view name, int index) {
     auto it = m_by_name.find(std::string(name));
-    if (it == m_by_name.end() || index < 0 || index >= static_cast<int>(it->second.size())) return m_missing;
+    if (it == m_by_name.end() || index < 0 || index >= static_cast<int>(it->second.size())) {
+        m_missed.push_back(std::string(name) + "(" + std::to_string(index) + ")");
+        return m_missing;
+    }
     return *it->second[index];
 }
 

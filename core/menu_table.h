@@ -30,10 +30,13 @@ public:
     MenuSet(const MenuSet&) = delete;
     MenuSet& operator=(const MenuSet&) = delete;
 
-    // The row of that name and index; a missing one is a programming error
-    // caught by the tests, and answers a detached placeholder meanwhile.
+    // The row of that name and index. A missing one is a programming error:
+    // it is noted in Missed() and answers a detached placeholder, so that
+    // the program goes on; the wiring checks Missed() and stops the start.
     MenuItem& operator()(std::string_view name, int index = 0);
     bool Has(std::string_view name, int index = 0) const;
+    // Every row asked for that the table lacks, as "name(index)", in order.
+    const std::vector<std::string>& Missed() const { return m_missed; }
     // The menus of depth 0, in order, each with its children.
     const std::vector<MenuItem*>& TopLevel() const { return m_top; }
     const std::vector<std::unique_ptr<MenuItem>>& All() const { return m_items; }
@@ -43,6 +46,7 @@ private:
     std::vector<MenuItem*> m_top;
     std::unordered_map<std::string, std::vector<MenuItem*>> m_by_name;
     MenuItem m_missing{"<missing>", 0};
+    std::vector<std::string> m_missed;
 };
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "base/collection_records.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 
@@ -13,8 +14,8 @@ namespace velmora {
 
 namespace {
 
-const char* const kFolders[4] = {"velmora_reports/", "velmora_sylloges/", "velmora_preferences/",
-                                 "velmora_filtra/"};
+const std::string kFolders[4] = {"velmora_reports/", std::string(kCollectionsFolder) + "/", "velmora_preferences/",
+                                 std::string(kFiltersFolder) + "/"};
 
 bool Writable(const std::string& folder) {
     std::error_code ec;

@@ -68,6 +68,8 @@ void Fresh(Column& column, size_t size) {
 // open the file gives no item: then every value stays as it was, and the
 // mirror texts are made from those.
 void Identify_Row(AppContext& ctx, int i, IdentifyState& run) {
+    // Sizes and durations change here without their lists: the totals must be counted whole again.
+    ctx.ratings.Last_Count.valid = false;
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     EventLoop& loop = ctx.ports.loop;

@@ -1,5 +1,8 @@
 #include "platform/qt_event_loop.h"
 
+#include <algorithm>
+
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QDateTime>
@@ -13,6 +16,14 @@ namespace velmora {
 
 QtEventLoop::QtEventLoop() : m_context(std::make_unique<QObject>()), m_clock(std::make_unique<QElapsedTimer>()) {
     m_clock->start();
+    // Back in the main loop with nothing to do: whatever loop gives way next
+    // starts reading the clock at every call again, however cheap the rows
+    // of the loop before it were.
+    if (auto* dispatcher = QAbstractEventDispatcher::instance())
+        QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, m_context.get(), [this] {
+            m_stride = 1;
+            m_countdown = 0;
+        });
 }
 
 QtEventLoop::~QtEventLoop() {
@@ -27,8 +38,19 @@ void QtEventLoop::DoEvents() {
     // pass of Qt's loop costs far more than a row. Giving way at most every
     // few milliseconds keeps the window and Esc as lively as a person can
     // tell, and the loops as fast as their rows.
+    // Reading the clock itself costs more than a cheap row, so it is read
+    // only every m_stride calls: the stride doubles while readings come
+    // early and drops to one when a reading comes late.
+    if (--m_countdown > 0) return;
     const int64_t now = m_clock->elapsed();
-    if (now - m_last_yield < kYieldSpacingMs && now >= m_last_yield) return;
+    const int64_t since = now - m_last_yield;
+    if (since < kYieldSpacingMs && since >= 0) {
+        m_stride = std::min(m_stride * 2, kMaxStride);
+        m_countdown = m_stride;
+        return;
+    }
+    if (since > 2 * kYieldSpacingMs) m_stride = 1;
+    m_countdown = m_stride;
     m_last_yield = now;
     QCoreApplication::processEvents(QEventLoop::AllEvents);
 }

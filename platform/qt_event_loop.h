@@ -49,7 +49,12 @@ private:
     std::unique_ptr<QObject> m_context;
     std::unique_ptr<QElapsedTimer> m_clock;
     static constexpr int64_t kYieldSpacingMs = 4;
+    static constexpr int kMaxStride = 128;
     int64_t m_last_yield = -kYieldSpacingMs;
+    // Calls of DoEvents between two readings of the clock, adapted to how
+    // long a loop's row takes, and the calls left until the next reading.
+    int m_stride = 1;
+    int m_countdown = 0;
     mutable int64_t m_offset_minute = -1;  // the UTC minute the offset was taken in
     mutable int m_offset_seconds = 0;
     std::map<Timer*, std::unique_ptr<Binding>> m_bindings;

@@ -13,6 +13,18 @@ namespace velmora {
 struct AppContext;
 struct CollectionState;
 
+// One tick, every Interval ms: 1000 while the window shows, 6000 while it is
+// hidden, 300 for the one short tick that the start or the end of a Track
+// arms. While Busy_Working it does nothing. Otherwise, in this order: reads
+// the active engine's position and length (a failed read ends the tick);
+// puts the position on Slider1 and the times, size and bit rate in Text5 of
+// both windows, and the totals in Label2; in preview, moves to the next point
+// once Preview_Seconds have played, or to the next Track after the last
+// point; counts a change of Current_Track in Stat_Files; writes the tray's
+// tip; adds the tick to the listening time while the engine plays; saves the
+// Collection when Save_Auto is on and ten minutes have passed; and last does
+// what Tick_Action holds, restoring the period first: kTickStart plays the
+// engine loaded for the new Track, kTickNext moves on as the next button does.
 void Timer1_Timer(AppContext& ctx);
 // The totals of the labels above the list, from the last tick's figures.
 void Show_Progress_Labels(AppContext& ctx);

@@ -12,6 +12,7 @@
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"
+#include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"
 
@@ -75,14 +76,26 @@ void Missing_File(AppContext& ctx) {
                                 ")" + file + "\n" +
                                 " dosn't not longer exists or has zero lenght. It's been given negative favor...";
     Log_Line(ctx, "->" + message);
-    if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) {
-        t.File_Size[t.Current_Track] = Currency();
-        t.Rating_Class[t.Current_Track] = 1;
-        t.Saved[t.Current_Track] = false;
+    // A drive that is gone takes a missing file per row: when nothing else
+    // changed the rows since the totals were counted, only this row moves
+    // to X, so the walk past all of them is not quadratic.
+    const int row = t.Current_Track;
+    const bool in_table = row >= 0 && row <= t.Bound();
+    const ListBox& letters = ctx.form1.List3_0[1];
+    const int old_class = in_table && row < letters.ListCount() ? Class_Of_Letter(letters.List(row)) : -1;
+    const Currency old_size = in_table ? t.File_Size[row] : Currency();
+    const bool one_row = in_table && old_class >= 0 && Recount_Is_Current(ctx);
+    if (in_table) {
+        t.File_Size[row] = Currency();
+        t.Rating_Class[row] = 1;
+        t.Saved[row] = false;
     }
     ctx.ratings.Stats_Dirty = true;
     DeikseAgapi(ctx, 1, t.Current_Track);
-    Calculate_Ratings(ctx);
+    if (one_row)
+        Recount_Moved_Row(ctx, row, old_class, old_size);
+    else
+        Calculate_Ratings(ctx);
     ctx.ports.shell.Beep(2500, 50);
     // The walk moves on from the loop, not from here: a Collection on a drive
     // that is gone would otherwise nest one start inside the last for every

@@ -133,6 +133,8 @@ void Rate_Track(AppContext& ctx, int track, int old_rating, int rating) {
     }
     // The row goes with the next incremental save, or the mark is lost.
     t.Saved[track] = false;
+    // The totals moved by their own rules above; the next recount counts all rows.
+    ctx.ratings.Last_Count.valid = false;
     t.Collection_Saved = 0;
 
     ctx.ratings.Stats_Dirty = true;

@@ -1,7 +1,7 @@
 #pragma once
 // Menus drawn from the menu items: one QAction per item (a submenu's own
 // action for an item with children), following its caption, check mark,
-// enabled and visible state. Choosing a row raises the item's Click; opening
+// tip, enabled and visible state. Choosing a row raises the item's Click; opening
 // a submenu raises the Click of its item first, as the classic menus do, so
 // the logic can set the check marks before they are seen.
 
@@ -35,12 +35,19 @@ public:
 
     // The action drawn for the item, or null.
     QAction* ActionFor(const MenuItem& item) const;
+    // The item an action draws, or null.
+    const MenuItem* ItemFor(const QAction* action) const;
+
+protected:
+    // Shows the tip of a row of the bar itself.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QAction* Build(MenuItem& item, QWidget* parent);
     void Follow(MenuItem& item, QAction* action);
 
     std::unordered_map<const MenuItem*, QAction*> m_actions;
+    std::unordered_map<const QAction*, const MenuItem*> m_items;
     std::vector<Subscription> m_subscriptions;
 };
 

@@ -149,6 +149,7 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
         ctx.form1.Drive1.SetPath(DriveOf(ctx.form1.Drive1, start_folder));
         ctx.form1.Dir1.SetPath(start_folder);
     }
+    if (hooks.after_load) hooks.after_load(ctx);
     const int code = QApplication::exec();
     unload();
     return code;

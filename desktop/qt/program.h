@@ -7,9 +7,13 @@ class QMainWindow;
 
 namespace velmora {
 
+struct AppContext;
+
 struct ProgramHooks {
     // Called with the main window just before start-up runs.
     std::function<void(QMainWindow&)> before_load;
+    // Called with the started program, just before the event loop runs.
+    std::function<void(AppContext&)> after_load;
 };
 
 int RunProgram(int argc, char** argv, const ProgramHooks& hooks = {});

@@ -20,10 +20,12 @@ struct CliRun {
 // Standard input is never a terminal here, so nothing waits for a key; the
 // time limit keeps a player that never stops from hanging the run. Standard
 // error goes through a file in scratch.
-inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch) {
+// `program` is velmora-cli itself unless a copy of it is to run.
+inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
+                  const std::string& program = VELMORA_CLI) {
     const std::filesystem::path err_file = scratch / "stderr.txt";
     const std::string command =
-        "timeout 60 " + std::string(VELMORA_CLI) + " " + args + " </dev/null 2>'" + err_file.string() + "'";
+        "timeout 60 '" + program + "' " + args + " </dev/null 2>'" + err_file.string() + "'";
     CliRun run;
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe) return run;

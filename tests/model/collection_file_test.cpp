@@ -19,84 +19,19 @@
 #include "app/startup.h"
 #include "base/record_file.h"
 #include "collection/collection_paths.h"
+#include "support/golden_collection.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Bytes;
+using testing::Golden;
+using testing::Golden_Bytes;
+using testing::Put;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
-
-std::string Bytes(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void Put(const fs::path& p, const std::string& bytes) { std::ofstream(p, std::ios::binary | std::ios::trunc) << bytes; }
-
-// Builds a record file byte by byte, independently of the writer: each field
-// little-endian at the start of its record, the record's rest zeros.
-class RecordBytes {
-public:
-    explicit RecordBytes(size_t length) : m_length(length) {}
-    RecordBytes& Integer(int64_t rec, int16_t v) { return Field(rec, Le(static_cast<uint16_t>(v), 2)); }
-    RecordBytes& Long(int64_t rec, int32_t v) { return Field(rec, Le(static_cast<uint32_t>(v), 4)); }
-    RecordBytes& Money(int64_t rec, int64_t raw) { return Field(rec, Le(static_cast<uint64_t>(raw), 8)); }
-    // cp1253: the text's bytes as the file holds them.
-    RecordBytes& Text(int64_t rec, const std::string& cp1253) { return Field(rec, Le(cp1253.size(), 2) + cp1253); }
-    std::string bytes;
-
-private:
-    static std::string Le(uint64_t v, int n) {
-        std::string s;
-        for (int i = 0; i < n; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-        return s;
-    }
-    RecordBytes& Field(int64_t rec, const std::string& field) {
-        const size_t at = static_cast<size_t>(rec - 1) * m_length;
-        bytes.resize(std::max(bytes.size(), at + m_length), '\0');
-        std::fill_n(bytes.begin() + static_cast<long>(at), m_length, '\0');
-        bytes.replace(at, field.size(), field);
-        return *this;
-    }
-    size_t m_length;
-};
-
-const std::string kDirCp = "/home/\xEC\xEF\xF5\xF3\xE9\xEA\xDE";  // /home/μουσική
-const std::string kPath0Cp = kDirCp + "/\xE1.mp3";                  // .../α.mp3
-
-struct Golden {
-    std::string main, files, filters;
-};
-
-// A Collection of two Tracks, Greek texts included, as its three files hold it.
-Golden Golden_Bytes() {
-    RecordBytes m(300);
-    m.Text(1, "5.0").Text(2, "/").Text(3, kDirCp).Long(4, 1).Long(5, 82).Long(6, 2).Integer(7, 0);
-    m.Money(8, 5015000).Money(9, 2000000).Money(10, 2820000);
-    m.Text(11, "/alarm/\xEE\xFD\xF0\xED\xE1.mp3");
-    const int16_t class_play[6] = {0, 0, 0, -1, -1, 0};
-    for (int k = 0; k < 6; ++k) m.Integer(12 + k, class_play[k]);
-    m.Long(18, 2).Long(19, 2).Money(20, 10000).Money(21, 20000).Money(22, 30000);
-    const int64_t class_duration[6] = {0, 0, 0, 2000000, 3015000, 0};
-    for (int k = 0; k < 6; ++k) m.Money(23 + k, class_duration[k]);
-
-    RecordBytes f(400);
-    f.Long(1, 1).Money(2, 2000000).Integer(3, 3).Money(4, 45678).Money(5, 120000).Integer(6, 128);
-    f.Text(7, "\xCC\xDC\xED\xEF\xF2").Text(8, "\xB8\xED\xF4\xE5\xF7\xED\xEF").Text(9, "Album A");
-    f.Text(10, "\xD4\xDF\xF4\xEB\xEF\xF2").Text(11, "1960").Text(12, kPath0Cp).Integer(13, -1);
-    for (int j = 0; j < 16; ++j) f.Integer(14 + 2 * j, j == 2 ? 7 : 0).Text(15 + 2 * j, j == 15 ? "\xF3\xF7\xFC\xEB\xE9\xEF" : "");
-    f.Long(46, 2).Money(47, 3015000).Integer(48, 4).Money(49, 10240000).Money(50, 820000).Integer(51, 320);
-    f.Text(52, "Artist B").Text(53, "").Text(54, "").Text(55, "Title B").Text(56, "").Text(57, "/home/b.mp3");
-    f.Integer(58, 0);
-    for (int j = 0; j < 16; ++j) f.Integer(59 + 2 * j, j == 15 ? -1 : 0).Text(60 + 2 * j, j == 0 ? "x" : "");
-
-    RecordBytes r(600);
-    for (int k = 1; k <= 8; ++k) r.Integer(k, 0);
-    r.Integer(9, 3).Text(10, "head").Text(11, "").Text(12, "000001|000001|\xCC\xDC\xED\xEF\xF2|B").Text(13, "000002|000002|A");
-    return {m.bytes, f.bytes, r.bytes};
-}
 
 // A fresh program over `folder`: what a start finds on the disk.
 void Start(TestApp& app, const std::string& folder) {
@@ -109,13 +44,8 @@ void Start_And_Load(TestApp& app, const std::string& folder) {
     Load_Collection(app.ctx);
 }
 
-struct Files {
-    fs::path main, files, filters;
-};
-Files Files_Of(const std::string& folder) {
-    return {folder + "velmora_sylloges/velmora.qel", folder + "velmora_sylloges/velmora_files.qqel",
-            folder + "velmora_filtra/velmora_filters.qqel"};
-}
+using Files = testing::GoldenFiles;
+Files Files_Of(const std::string& folder) { return testing::Golden_Files_In(folder); }
 
 void Add_Row(AppContext& ctx, const std::string& path) {
     ctx.form1.List2.AddItem(path);
@@ -181,10 +111,7 @@ void Expect_Box(const TestApp& app, MsgIcon icon, const std::string& text) {
 }
 
 void Write_Golden(const std::string& folder, const Golden& g = Golden_Bytes()) {
-    const Files p = Files_Of(folder);
-    fs::create_directories(p.main.parent_path());
-    fs::create_directories(p.filters.parent_path());
-    Put(p.main, g.main), Put(p.files, g.files), Put(p.filters, g.filters);
+    testing::Write_Golden(Files_Of(folder), g);
 }
 
 TEST(CollectionFile, TheWriterProducesTheGoldenBytes) {

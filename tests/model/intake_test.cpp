@@ -322,7 +322,7 @@ TEST_F(Intake, DroppedFilesPassByTheirLastFourCharactersAndGetTheirColumns) {
 }
 
 TEST_F(Intake, AnyChangeOfPageEndsTheSubfolderMode) {
-    Wire_Handlers(app.ctx);
+    ASSERT_TRUE(Wire_Handlers(app.ctx).empty());
     Choose_Types(4);
     f.MultiPage1.SetValue(2);
     Set_Check2(app.ctx, 1);

@@ -317,5 +317,57 @@ TEST(Stars, PicturesFollowTheSchemeAndTheMixedOneLightsThePresentClass) {
     EXPECT_EQ(f.Label21[2].Visible(), !shown);
 }
 
+// A missing file met while the totals are exact moves its one row to X, and
+// leaves the totals, the log, the bar and the window exactly as a whole
+// recount does; totals changed by other rules since are counted whole.
+TEST(Recount, AMissingFileMovesItsRowAsAWholeRecountWould) {
+    struct Run {
+        Player app{5};
+        explicit Run(bool whole) {
+            TrackTable& t = app.ctx.table;
+            const char* const letters[] = {"A", "-", "S", "B", "X"};
+            for (int i = 0; i < 5; ++i) {
+                app.ctx.form1.List3_0[1].SetList(i, letters[i]);
+                t.File_Size[i] = Currency::FromRaw(5000 + 7777 * i);
+            }
+            Calculate_Ratings(app.ctx);
+            if (whole) app.ctx.ratings.Last_Count.valid = false;
+            std::filesystem::remove(app.Path(2));
+            app.Press();
+            EXPECT_TRUE(app.RunToCycleEnd(60000));
+        }
+        std::string Log() const {
+            std::string log = app.Log();
+            const std::string folder = app.folder.Str();
+            for (size_t at; (at = log.find(folder)) != std::string::npos;) log.replace(at, folder.size(), "<folder>/");
+            return log;
+        }
+    };
+    Run fast(false), whole(true);
+    const TrackTable &a = fast.app.ctx.table, &b = whole.app.ctx.table;
+    EXPECT_EQ(a.Rating_Class[2], 1);
+    EXPECT_EQ(a.Class_Count, b.Class_Count);
+    EXPECT_EQ(a.Class_Size, b.Class_Size);
+    EXPECT_EQ(a.Class_Duration, b.Class_Duration);
+    EXPECT_EQ(a.Total_Size, b.Total_Size);
+    EXPECT_EQ(a.Total_Duration, b.Total_Duration);
+    EXPECT_EQ(fast.Log(), whole.Log());
+    EXPECT_EQ(fast.app.ctx.form1.Label11[1].Caption(), whole.app.ctx.form1.Label11[1].Caption());
+    EXPECT_EQ(fast.app.ctx.ratings.Class_Total_Count, whole.app.ctx.ratings.Class_Total_Count);
+
+    // A letter changed without a recount, and totals off by a stray count:
+    // the next missing file counts every row.
+    Player app(3);
+    Calculate_Ratings(app.ctx);
+    app.ctx.form1.List3_0[1].SetList(1, "A");
+    app.ctx.table.Class_Count[0] += Currency(7);
+    std::filesystem::remove(app.Path(1));
+    app.Press();
+    ASSERT_TRUE(app.RunToCycleEnd(60000));
+    const auto counts = app.ctx.table.Class_Count;
+    Calculate_Ratings(app.ctx);
+    EXPECT_EQ(counts, app.ctx.table.Class_Count);
+}
+
 }  // namespace
 }  // namespace velmora

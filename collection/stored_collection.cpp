@@ -1,0 +1,102 @@
+#include "collection/stored_collection.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+// The read of each field form, chosen by the type it reads into.
+bool Get(RecordFile& f, int64_t record, std::string& v) { return f.GetString(record, v); }
+bool Get(RecordFile& f, int64_t record, int16_t& v) { return f.GetInteger(record, v); }
+bool Get(RecordFile& f, int64_t record, int32_t& v) { return f.GetLong(record, v); }
+bool Get(RecordFile& f, int64_t record, Currency& v) { return f.GetCurrency(record, v); }
+
+}  // namespace
+
+bool ReadFaults::Note(bool ok, int64_t record, const RecordFile& file) {
+    if (ok) return true;
+    if (!Any()) first = file.LastError();
+    records |= uint64_t{1} << std::min<int64_t>(record, 63);  // records past 63 share the last bit
+    return false;
+}
+
+bool Read_Version(RecordFile& main, StoredHeader& h) {
+    h.Version_String.clear();
+    return main.RecordCount() == 0 || main.GetString(main_record::kVersion, h.Version_String);
+}
+
+ReadFaults Read_Header(RecordFile& main, StoredHeader& h) {
+    namespace r = main_record;
+    ReadFaults faults;
+    // A failed read leaves its field as it was.
+    auto read = [&](int64_t record, auto& to) { faults.Note(Get(main, record, to), record, main); };
+    read(r::kDrive, h.Drive);
+    read(r::kDir, h.Dir);
+    read(r::kCurrentTrack, h.Current_Track);
+    read(r::kCurrentPosition, h.Current_Position);
+    read(r::kTrackCount, h.Track_Count);
+    read(r::kVideoMode, h.Video_Mode);
+    Currency dropped;
+    for (int64_t record : {r::kTotalDuration, r::kPlayedDuration, r::kPlayedNow}) read(record, dropped);
+    read(r::kAlarmFile, h.Alarm_File);
+    for (int k = 0; k < r::kClasses; ++k) read(r::kClassPlay + k, h.Class_Play[k]);
+    read(r::kPlayedCount, h.Played_Count);
+    read(r::kPlayedHigh, h.Played_High);
+    return faults;
+}
+
+bool Read_Track(RecordFile& f, int32_t i, StoredTrack& t) {
+    namespace r = track_record;
+    auto at = [i](int64_t field) { return Track_Record(i, field); };
+    bool ok = f.GetLong(at(r::kPlayedNumber), t.Played_Number) && f.GetCurrency(at(r::kDuration), t.Duration) &&
+              f.GetInteger(at(r::kRatingClass), t.Rating_Class) && f.GetCurrency(at(r::kFileSize), t.File_Size) &&
+              f.GetCurrency(at(r::kStopPosition), t.Stop_Position) && f.GetInteger(at(r::kBitrate), t.Bitrate) &&
+              f.GetString(at(r::kArtist), t.Artist) && f.GetString(at(r::kGenre), t.Genre) &&
+              f.GetString(at(r::kAlbum), t.Album) && f.GetString(at(r::kTitle), t.Title) &&
+              f.GetString(at(r::kYear), t.Year) && f.GetString(at(r::kTrackPath), t.Track_Path) &&
+              f.GetBoolean(at(r::kIdentified), t.Identified);
+    for (int j = 0; ok && j < kSlotCount; ++j)
+        ok = f.GetInteger(at(r::Slot_Value(j)), t.Slot_Value[j]) && f.GetString(at(r::Slot_Text(j)), t.Slot_Text[j]);
+    return ok;
+}
+
+ReadFaults Read_Filter_Counts(RecordFile& file, FilterCounts& counts) {
+    namespace r = filter_record;
+    ReadFaults faults;
+    for (int k = 0; k < r::kValueBoxes; ++k) faults.Note(Get(file, r::Box_Count(k), counts[k]), r::Box_Count(k), file);
+    int16_t& upper = counts[r::kValueBoxes];
+    // The rows' count less one: below -1 it is no count at all.
+    if (faults.Note(Get(file, r::kRowsUpper, upper), r::kRowsUpper, file) && upper < -1) {
+        if (!faults.Any()) faults.first = "record " + std::to_string(r::kRowsUpper) + ": an upper index below -1";
+        faults.records |= uint64_t{1} << r::kRowsUpper;
+    }
+    return faults;
+}
+
+ReadFaults Read_Filter_Items(RecordFile& file, const FilterCounts& counts, const FilterItem& item) {
+    ReadFaults faults;
+    const int64_t records = file.RecordCount();
+    int64_t record = filter_record::kFirstItem;
+    std::string text;
+    auto next = [&](int list, int index) {
+        if (record > records) {
+            // Past the end of the file no later record can be read either.
+            faults.Note(file.GetString(record, text), record, file);
+            return false;
+        }
+        const bool ok = faults.Note(file.GetString(record, text), record, file);
+        ++record;
+        item(list, index, ok ? &text : nullptr);
+        return true;
+    };
+    for (int k = 0; k < filter_record::kValueBoxes; ++k)
+        for (int j = 0; j < counts[k]; ++j)
+            if (!next(k, j)) return faults;
+    const int upper = counts[filter_record::kValueBoxes];
+    for (int j = 0; j <= upper; ++j)
+        if (!next(filter_record::kValueBoxes, j)) return faults;
+    return faults;
+}
+
+}  // namespace velmora

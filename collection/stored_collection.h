@@ -1,0 +1,87 @@
+#pragma once
+// The reading half of the load: a Collection's records read, as they are
+// stored, into plain values, with no program around them. The load takes
+// these values into the table and the window; velmora-cli prints them.
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "base/collection_records.h"
+#include "base/currency.h"
+#include "base/record_file.h"
+
+namespace velmora {
+
+// What a reading could not take: the records that failed, and the file's
+// message about the first of them.
+struct ReadFaults {
+    uint64_t records = 0;  // bit r for record r
+    std::string first;
+
+    bool Any() const { return records != 0; }
+    bool Has(int64_t record) const { return (records >> record & 1) != 0; }
+    // Notes a failed read of `record`; ok passes through.
+    bool Note(bool ok, int64_t record, const RecordFile& file);
+};
+
+// The header of the main file up to Played_High, less the totals that a
+// reader drops.
+struct StoredHeader {
+    std::string Version_String;
+    std::string Drive;
+    std::string Dir;
+    int32_t Current_Track = 0;
+    int32_t Current_Position = 0;
+    int32_t Track_Count = 0;
+    int16_t Video_Mode = 0;
+    std::string Alarm_File;
+    std::array<int16_t, main_record::kClasses> Class_Play{};
+    int32_t Played_Count = 0;
+    int32_t Played_High = 0;
+};
+
+// The version text, the first record of an open main file: empty for a file
+// created and never written. False when the record cannot be read.
+bool Read_Version(RecordFile& main, StoredHeader& h);
+
+// The header behind the version, for a file of this program's version. A
+// field that cannot be read keeps the value it had in h, and the reading goes
+// on with the next: one damaged text does not cost the numbers behind it.
+ReadFaults Read_Header(RecordFile& main, StoredHeader& h);
+
+// The stored columns of one Track.
+struct StoredTrack {
+    int32_t Played_Number = 0;
+    Currency Duration;
+    int16_t Rating_Class = 0;
+    Currency File_Size;
+    Currency Stop_Position;
+    int16_t Bitrate = 0;
+    std::string Artist, Genre, Album, Title, Year;
+    std::string Track_Path;
+    bool Identified = false;
+    std::array<int16_t, kSlotCount> Slot_Value{};
+    std::array<std::string, kSlotCount> Slot_Text;
+};
+
+// Track i (from 0) of an open files side file. False at the first record
+// that cannot be read: the fields before it hold what was read, the rest
+// what they held.
+bool Read_Track(RecordFile& files, int32_t i, StoredTrack& t);
+
+// The counts at the head of the filters side file: the items of value boxes
+// 0 to 7, then the upper index of the filter rows. A count that cannot be
+// read stays 0; an upper index below -1 is a fault too.
+using FilterCounts = std::array<int16_t, filter_record::kValueBoxes + 1>;
+ReadFaults Read_Filter_Counts(RecordFile& file, FilterCounts& counts);
+
+// The items behind the counts, in the file's order: each box's, then the
+// upper index + 1 filter rows. `item(list, index, text)` takes each one,
+// list 0 to 7 a box and 8 the rows, with text null where its record cannot
+// be read; there the reading goes on, but it stops at the end of the file.
+using FilterItem = std::function<void(int list, int index, const std::string* text)>;
+ReadFaults Read_Filter_Items(RecordFile& file, const FilterCounts& counts, const FilterItem& item);
+
+}  // namespace velmora

@@ -1,0 +1,81 @@
+// The menus over a program brought up on the test doubles: a row with no
+// behaviour yet is drawn disabled and tells why where the pointer rests.
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolTip>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+#include "app/handlers.h"
+#include "app/startup.h"
+#include "desktop/qt/main_window.h"
+#include "desktop/qt/menu_view.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+// The tip the widget shows for a pointer resting on the action; "-" when it
+// shows none, since a hidden tip keeps its last text.
+template <class MenuOrBar>
+std::string TipAt(MenuOrBar& widget, QAction* action) {
+    if constexpr (std::is_same_v<MenuOrBar, QMenu>) widget.adjustSize();  // a menu finds its rows by its size
+    const QRect place = widget.actionGeometry(action);
+    QToolTip::showText(widget.mapToGlobal(QPoint()), QStringLiteral("-"), &widget);
+    QHelpEvent help(QEvent::ToolTip, place.center(), widget.mapToGlobal(place.center()));
+    QApplication::sendEvent(&widget, &help);
+    return QToolTip::text().toStdString();
+}
+
+TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
+    testing::TestApp app;
+    MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
+    Form_Load(app.ctx);
+    Form1& f = app.ctx.form1;
+    const MenuView& menus = window.MenuActions();
+    const std::string tip = kNotBuiltTip;
+
+    QMenu& collection = *menus.ActionFor(f.Menus("mnufilecollection", 0))->menu();
+    QAction* save = menus.ActionFor(f.Menus("mnuFileSave"));
+    EXPECT_FALSE(save->isEnabled());
+    EXPECT_EQ(TipAt(collection, save), tip);
+
+    // The command on the bar itself has its tip too; the bar has none of its own.
+    QMenuBar& bar = *window.menuBar();
+    QAction* minimize = menus.ActionFor(f.Menus("MnuMoreMinimize"));
+    EXPECT_FALSE(minimize->isEnabled());
+    EXPECT_EQ(TipAt(bar, minimize), tip);
+
+    // The sleep entries do nothing on purpose and stay offered, without a tip.
+    QMenu& sleep = *menus.ActionFor(f.Menus("mnureplaysleep"))->menu();
+    QAction* start = menus.ActionFor(f.Menus("mnurepeatsleepstart"));
+    EXPECT_TRUE(start->isEnabled());
+    EXPECT_EQ(TipAt(sleep, start), "-");
+    EXPECT_TRUE(menus.ActionFor(f.Menus("MnuMoreRandom"))->isEnabled());
+
+    // A row that gets its behaviour shows it at once.
+    f.Menus("mnuFileSave").SetEnabled(true);
+    f.Menus("mnuFileSave").SetToolTip("");
+    EXPECT_TRUE(save->isEnabled());
+    EXPECT_EQ(TipAt(collection, save), "-");
+
+    // For people to look at: the Collection menu and the bar.
+    f.Menus("mnuFileSave").SetEnabled(false);
+    const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
+    QDir().mkpath(dir);
+    collection.adjustSize();
+    EXPECT_TRUE(collection.grab().save(dir + "/collection_menu.png"));
+    EXPECT_TRUE(bar.grab().save(dir + "/menu_bar.png"));
+    Form_QueryUnload(app.ctx);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,70 @@
+// The menu rows against their handlers: every row the wiring names is in the
+// tables, and a row that no handler answers yet is shown as not available.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/handlers.h"
+#include "app/startup.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+using testing::TestApp;
+using Rows = std::vector<std::string>;
+
+TEST(MenuWiring, EveryRowTheWiringLooksUpIsInTheTables) {
+    TestApp app;
+    MenuSet& m = app.ctx.form1.Menus;
+    (void)m("MnuMoreNoSuchRow");  // a miss before the wiring is not the wiring's
+    EXPECT_EQ(Wire_Handlers(app.ctx), Rows{});
+
+    (void)m("mnu_info2", 7);
+    (void)app.ctx.form1.Tray("TrayFavorZ");
+    EXPECT_EQ(m.Missed(), (Rows{"MnuMoreNoSuchRow(0)", "mnu_info2(7)"}));
+    EXPECT_EQ(app.ctx.form1.Tray.Missed(), Rows{"TrayFavorZ(0)"});
+}
+
+// The preferences of a run that deleted from the disk, which enable the
+// recycle row by its mark: the row still has no handler and stays disabled.
+TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
+    TestApp first;
+    Form_Load(first.ctx);
+    first.ctx.settings.Delete_From_Disk = -1;
+    Form_QueryUnload(first.ctx);
+    TestApp app;
+    app.ctx.program_folder = first.folder.Str();
+    Form_Load(app.ctx);
+    Form1& f = app.ctx.form1;
+    ASSERT_EQ(app.ctx.settings.Delete_From_Disk, -1);
+
+    for (MenuSet* set : {&f.Menus, &f.Tray}) {
+        for (const auto& item : set->All()) {
+            const std::string row = item->Name() + "(" + std::to_string(item->Index()) + ")";
+            if (!item->Children().empty()) {
+                EXPECT_TRUE(item->Enabled()) << row << ": a menu opens whatever its rows hold";
+            } else if (!item->Click.empty()) {
+                EXPECT_NE(item->ToolTip(), kNotBuiltTip) << row << " has a handler";
+            } else if (item->Enabled()) {
+                EXPECT_TRUE(item->Name().starts_with("mnurepeat") || item->Name() == "mnusystemtraycancel")
+                    << row << " does nothing and is offered";
+            } else {
+                EXPECT_EQ(item->ToolTip(), kNotBuiltTip) << row;
+            }
+        }
+    }
+    for (const char* row : {"mnufiledeleterecycle", "mnuFileSave", "MnuMoreMinimize", "mnutimesnooze"})
+        EXPECT_FALSE(f.Menus(row).Enabled()) << row;
+    for (const char* row : {"mnurepeatsleepstart", "mnurepeatsleeprestore", "MnuMoreRandom"})
+        EXPECT_TRUE(f.Menus(row).Enabled() && f.Menus(row).ToolTip().empty()) << row;
+    EXPECT_FALSE(f.Tray("mnusystemtraycopypaste").Enabled());
+    EXPECT_TRUE(f.Tray("mnusystemtraycancel").Enabled() && f.Tray("mnusystemtrayexit").Enabled());
+    EXPECT_EQ(f.Menus.Missed(), Rows{});
+    Form_QueryUnload(app.ctx);
+}
+
+}  // namespace
+}  // namespace velmora
