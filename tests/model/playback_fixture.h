@@ -43,9 +43,9 @@ struct Player : TestApp {
 
     // The rows in the order the engine got them.
     std::vector<int> Rows() const {
-        std::vector<int> rows;
-        for (const Started& s : started) rows.push_back(s.row);
-        return rows;
+        std::vector<int> order;
+        for (const Started& s : started) order.push_back(s.row);
+        return order;
     }
 
     const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
