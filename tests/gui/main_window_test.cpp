@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QGroupBox>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
@@ -15,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
 #include <set>
 
 #include "app/startup.h"
@@ -23,26 +21,18 @@
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"
-#include "settle.h"
+#include "gui_support.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
-using testing::Settle;
+using testing::Eventually;
 
 // A row: number, class, time, size and bit rate in the mirrors, then the path.
 void AddTrack(Form1& form, const std::array<std::string, 6>& row) {
     for (int b = 0; b < 5; ++b) form.List3_0[b].AddItem(row[b]);
     form.List2.AddItem(row[5]);
-}
-
-// Saves a drawing beside the test binary, for people to look at.
-void Save(const QPixmap& picture, const QString& name) {
-    const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
-    QDir().mkpath(dir);
-    ASSERT_TRUE(picture.save(dir + "/" + name));
-    std::printf("drawn to %s/%s\n", qPrintable(dir), qPrintable(name));
 }
 
 // Every action below the menu, depth first.
@@ -62,8 +52,9 @@ protected:
         form.Text2[0].SetText("12:00:01 -> Έτοιμο - Done\n12:00:00 -> Φόρτωμα - Loading\n");
         form.Command11.SetPicture("play");
         form.Show();
-        Settle();
+        ASSERT_TRUE(Eventually([&] { return !Log().isEmpty(); }));
     }
+    QString Log() const { return window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText(); }
 
     Form1 form;
     int esc_key = 0;
@@ -71,18 +62,18 @@ protected:
 };
 
 TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
-    Save(window.grab(), "main_window.png");
+    testing::Save_Drawing(window, "main_window.png");
     form.Menus("MnuMoreRandom").SetChecked(true);
     QMenu* play = window.MenuActions().ActionFor(form.Menus("MnuPlay"))->menu();
     play->adjustSize();
-    Save(play->grab(), "play_menu.png");
+    testing::Save_Drawing(*play, "play_menu.png");
 
     EXPECT_EQ(std::tuple(window.isVisible(), window.windowTitle(), window.TrackModel().rowCount()),
               std::tuple(true, QStringLiteral("VELMORA II"), 3));
     EXPECT_EQ(std::tuple(window.TrackModel().index(2, TrackListModel::Path).data().toString(),
                          window.TrackModel().index(0, TrackListModel::Class).data().toString()),
               std::tuple(QStringLiteral("/video/Ταινία & ήχος.mkv"), QStringLiteral("S")));
-    EXPECT_TRUE(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().startsWith("12:00:01 -> Έτοιμο"));
+    EXPECT_TRUE(Log().startsWith("12:00:01 -> Έτοιμο"));
 
     // The bar: seven menus and the one command that stands on it alone.
     QStringList menus, commands;
@@ -157,7 +148,7 @@ TEST_F(MainWindowTest, ABurstOfAddsResetsTheTableOnce) {
         form.List3_0[0].AddItem(std::to_string(i));
     }
     EXPECT_EQ(resets, 0);
-    Settle();
+    ASSERT_TRUE(Eventually([&] { return resets > 0; }));
     EXPECT_EQ(std::tuple(resets, window.TrackModel().rowCount()), std::tuple(1, 1003));
     EXPECT_EQ(window.TrackView().model()->index(1002, TrackListModel::Path).data().toString(),
               QStringLiteral("/music/999.mp3"));
@@ -173,10 +164,10 @@ TEST_F(MainWindowTest, SelectionTravelsBothWays) {
     selection.setCurrentIndex(model.index(2, 0), QItemSelectionModel::NoUpdate);
     selection.select(QItemSelection(model.index(1, 0), model.index(2, TrackListModel::Path)),
                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    Settle();
+    ASSERT_TRUE(Eventually([&] { return clicks == 1; })) << "one gesture, one click";
     EXPECT_EQ(std::tuple(form.List2.Selected(0), form.List2.Selected(1), form.List2.Selected(2)),
               std::tuple(false, true, true));
-    EXPECT_EQ(std::tuple(form.List2.ListIndex(), clicks), std::tuple(2, 1));
+    EXPECT_EQ(form.List2.ListIndex(), 2);
 
     // The logic moves to row 0 and clears row 2; the view follows without
     // telling it back as a click.
@@ -184,20 +175,20 @@ TEST_F(MainWindowTest, SelectionTravelsBothWays) {
     form.List2.SetSelected(0, true);
     form.List2.SetListIndex(0);
     EXPECT_EQ(clicks, 2);
-    Settle();
-    EXPECT_EQ(clicks, 2);
-    EXPECT_EQ(selection.currentIndex().row(), 0);
     auto rows = [&] {
         std::set<int> selected;
         for (const QModelIndex& index : selection.selectedRows()) selected.insert(index.row());
         return selected;
     };
-    EXPECT_EQ(rows(), std::set<int>({0, 1}));
+    ASSERT_TRUE(Eventually([&] { return selection.currentIndex().row() == 0 && rows() == std::set<int>({0, 1}); }));
+    EXPECT_EQ(clicks, 2);
 
     // A refill keeps the selection the logic holds.
+    int resets = 0;
+    QObject::connect(&model, &QAbstractItemModel::modelReset, [&] { ++resets; });
     form.List2.AddItem("/music/new.mp3");
-    Settle();
-    EXPECT_EQ(rows(), std::set<int>({0, 1}));
+    ASSERT_TRUE(Eventually([&] { return resets == 1; }));
+    EXPECT_TRUE(Eventually([&] { return rows() == std::set<int>({0, 1}); }));
 }
 
 TEST_F(MainWindowTest, KeysReachTheLogic) {
@@ -208,9 +199,9 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "");
         QApplication::sendEvent(target, &event);
     };
-    window.TrackView().setFocus();
     window.activateWindow();
-    Settle();
+    window.TrackView().setFocus();
+    ASSERT_TRUE(Eventually([&] { return QApplication::focusWidget() == &window.TrackView(); }));
 
     for (auto [key, code] : {std::pair{Qt::Key_Escape, 27}, {Qt::Key_A, 65}, {Qt::Key_Space, 32}}) {
         press(key);
@@ -224,7 +215,7 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
 
     // Long work disables the window and still stops on Esc.
     form.SetEnabled(false);
-    Settle();
+    ASSERT_FALSE(window.isEnabled());
     press(Qt::Key_Escape);
     EXPECT_EQ(esc_key, 27);
 }
@@ -260,13 +251,13 @@ TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
     app.ctx.program_folder = app.folder.Str();
     MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
     Form_Load(app.ctx);
-    Settle();
+    const std::string log = app.ctx.form1.Text2[0].Text();
+    auto shown = [&] { return window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(); };
+    EXPECT_TRUE(Eventually([&] { return shown() == log; })) << shown();
 
-    Save(window.grab(), "start_up.png");
+    testing::Save_Drawing(window, "start_up.png");
     EXPECT_EQ(window.isVisible(), app.ctx.form1.Visible());
     EXPECT_EQ(window.windowTitle().toStdString(), app.ctx.form1.Caption());
-    EXPECT_EQ(window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(),
-              app.ctx.form1.Text2[0].Text());
     Form_QueryUnload(app.ctx);
 }
 

@@ -2,23 +2,21 @@
 // the button, the stars and class totals the logic sets, drawn offscreen.
 
 #include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "app/startup.h"
 #include "core/progress.h"
-#include "core/track_table.h"
 #include "desktop/qt/rating_view.h"
 #include "desktop/qt/star_pictures.h"
-#include "ratings/rating_calculation.h"
+#include "gui_support.h"
 #include "ratings/rating_marks.h"
 #include "support/test_app.h"
+#include "support/track_rows.h"
 
 namespace velmora {
 namespace {
@@ -35,27 +33,16 @@ class RatedTracks : public ::testing::Test {
 protected:
     RatedTracks() {
         Form_Load(app.ctx);
-        TrackTable& t = app.ctx.table;
-        const char* const letters[] = {"S", "A", "-", "A", "X"};
-        t.Track_Count = 5;
-        t.Dimension(5);
-        for (int i = 0; i < 5; ++i) {
-            f.List2.AddItem("/music/Μουσική/" + std::to_string(i + 1) + " - Τραγούδι.mp3");
-            for (int b = 0; b < 5; ++b) f.List3_0[b].AddItem(b == 1 ? letters[i] : Row_Number_Text(i));
-            t.File_Size[i] = Currency::FromRaw(4'200'000 + 900'000 * i);
-            t.Duration[i] = Currency(200 + 37 * i);
-        }
-        Calculate_Ratings(app.ctx);
-        t.Current_Track = 2;
+        const int classes[] = {5, 4, 0, 4, 1};  // S A - A X
+        std::vector<testing::TrackRow> rows;
+        for (int i = 0; i < 5; ++i)
+            rows.push_back({"/music/Μουσική/" + std::to_string(i + 1) + " - Τραγούδι.mp3", 200.0 + 37 * i,
+                            classes[i], 420.0 + 90 * i});
+        testing::Fill_Tracks(app.ctx, rows);
+        app.ctx.table.Current_Track = 2;
         view.resize(460, view.sizeHint().height());
         view.show();
         QApplication::processEvents();
-    }
-
-    void Save(const char* name) {
-        const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
-        ASSERT_TRUE(QDir().mkpath(dir) && view.grab().save(dir + "/" + name));
-        std::printf("rating area drawn to %s/%s\n", qPrintable(dir), name);
     }
 
     testing::TestApp app;
@@ -77,7 +64,7 @@ TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
             // Class C sits in slot 3, sunken; the others are flat.
             EXPECT_EQ(view.Star(slot).frameShadow(), slot == 3 ? QFrame::Sunken : QFrame::Plain) << slot;
         }
-        Save(scheme == 1 ? "rating_view.png" : "rating_view_mix.png");
+        testing::Save_Drawing(view, scheme == 1 ? "rating_view.png" : "rating_view_mix.png");
     }
 
     EXPECT_EQ(view.RateButton().text(), Q(f.Command8.Caption()));
@@ -100,7 +87,7 @@ TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
     EXPECT_EQ(std::tuple(view.Star(1).frameShadow(), view.Star(3).frameShadow()),
               std::tuple(QFrame::Sunken, QFrame::Plain));
     EXPECT_NE(view.Totals(3).palette().color(QPalette::Window), marked);
-    Save("rating_view_unmarked.png");
+    testing::Save_Drawing(view, "rating_view_unmarked.png");
 }
 
 TEST_F(RatedTracks, EveryPictureTheLogicNamesIsDrawnInItsShade) {
@@ -141,7 +128,7 @@ TEST_F(RatedTracks, EveryPictureTheLogicNamesIsDrawnInItsShade) {
 TEST_F(RatedTracks, TheBarAndTheStarsFollowTheirControls) {
     Show_Progress(f, 1, 3, 0);
     EXPECT_EQ(std::tuple(view.Progress().Percent(), view.Progress().Text()), std::tuple(33, QStringLiteral("033%")));
-    Save("rating_view_progress.png");
+    testing::Save_Drawing(view, "rating_view_progress.png");
     f.Label11[0].SetVisible(false);
     EXPECT_EQ(view.Progress().Text(), QString());
     f.Shape1[0].SetVisible(false);

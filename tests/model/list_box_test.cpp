@@ -22,17 +22,13 @@ int ScanFind(const ListBox& box, const std::string& text, int start, bool prefix
     return -1;
 }
 
-TEST(ListBox, FindsWholeItemsWithoutRegardToCaseBehindTheStart) {
+// What the scan below never meets: accented capitals, and an empty box.
+TEST(ListBox, FindsWithoutRegardToCaseOrAccentedCapitals) {
     ListBox box("List2");
-    for (const char* s : {"/music/Alpha.mp3", "/music/beta.mp3", "/MUSIC/ALPHA.MP3", "/music/Ωδή.mp3"})
-        box.AddItem(s);
-    // Behind row 0 the search finds row 2, behind row 2 it wraps round to the
-    // top; Greek capitals fold; exact means the whole item.
-    EXPECT_EQ(std::vector({box.FindExact("/music/alpha.mp3"), box.FindExact("/music/alpha.mp3", 0),
-                           box.FindExact("/music/alpha.mp3", 2), box.FindExact("/music/ωδή.mp3"),
-                           box.FindExact("/music/alpha"), box.FindPrefix("/music/a"), box.FindPrefix("/music/ΩΔ"),
-                           ListBox("empty").FindExact("x")}),
-              std::vector({0, 2, 0, 3, -1, 0, 3, -1}));
+    for (const char* s : {"/music/Alpha.mp3", "/MUSIC/ALPHA.MP3", "/music/Ωδή.mp3"}) box.AddItem(s);
+    EXPECT_EQ(std::vector({box.FindExact("/music/alpha.mp3", 0), box.FindExact("/music/ωδή.mp3"),
+                           box.FindPrefix("/music/ΩΔ"), ListBox("empty").FindExact("x")}),
+              std::vector({1, 2, 2, -1}));
 }
 
 TEST(ListBox, IndexedFindAgreesWithAScanThroughAddsInsertsAndRemoves) {

@@ -9,6 +9,7 @@
 namespace velmora {
 namespace {
 
+using testing::Count;
 using testing::Player;
 
 constexpr const char* kSaved = " -> Σώθηκε 10' - Saved 10'";
@@ -20,7 +21,7 @@ TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
     // Just before and just after each ten minutes since the load.
     auto saves_after = [&](int64_t ms) {
         app.loop.Advance(ms);
-        return Player::Count(app.Log(), kSaved);
+        return Count(app.Log(), kSaved);
     };
     EXPECT_EQ(saves_after(599'000 - (app.loop.TickCount() - loaded)), 0u);
     EXPECT_EQ(saves_after(3'000), 1u);
@@ -32,7 +33,7 @@ TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
     off.ctx.settings.Save_Auto = 0;
     off.Press();
     off.loop.Advance(1'300'000);
-    EXPECT_EQ(Player::Count(off.Log(), kSaved), 0u);
+    EXPECT_EQ(Count(off.Log(), kSaved), 0u);
 }
 
 TEST(Clock, ListeningTimeCarriesUpInItsChain) {

@@ -8,10 +8,12 @@
 #include "app/startup.h"
 #include "base/text_format.h"
 #include "core/progress.h"
+#include "intake/add_remove.h"
 #include "playback_fixture.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"
 #include "support/test_app.h"
+#include "support/track_rows.h"
 
 namespace velmora {
 namespace {
@@ -20,22 +22,14 @@ using testing::Player;
 using testing::TestApp;
 
 // A started program with `ratings.size()` rows, no files behind them, each
-// with the given class, a size and a length; the totals counted from the letters.
+// with the given class, a size and a length.
 struct Rated : TestApp {
     explicit Rated(const std::vector<int>& ratings) {
         Form_Load(ctx);
-        TrackTable& t = ctx.table;
-        const int n = static_cast<int>(ratings.size());
-        t.Track_Count = n;
-        t.Dimension(n);
-        for (int i = 0; i < n; ++i) {
-            ctx.form1.List2.AddItem("/m/track_" + std::to_string(i) + ".mp3");
-            for (int b = 0; b < 5; ++b)
-                ctx.form1.List3_0[b].AddItem(b == 1 ? Class_Letter(ratings[i]) : Row_Number_Text(i));
-            t.File_Size[i] = Currency::FromRaw(12345 + 1000 * i);
-            t.Duration[i] = Currency(60 + i);
-        }
-        Calculate_Ratings(ctx);
+        std::vector<testing::TrackRow> rows;
+        for (int i = 0; i < static_cast<int>(ratings.size()); ++i)
+            rows.push_back({"/m/track_" + std::to_string(i) + ".mp3", 60.0 + i, ratings[i], 1.2345 + 0.1 * i});
+        testing::Fill_Tracks(ctx, rows);
     }
     MenuItem& Menu(const char* name) { return ctx.form1.Menus(name); }
     MenuItem& Tray(const char* name) { return ctx.form1.Tray(name); }
@@ -49,15 +43,17 @@ TEST(Ratings, APlainPressWalksTheClassesAndTheCountsFollow) {
     Rated app({0, 0, 0});
     TrackTable& t = app.ctx.table;
     t.Current_Track = 1;
-    const char* const letters[] = {"-", "X", "C", "B", "A", "S"};
     for (int press = 1; press <= 6; ++press) {
+        SCOPED_TRACE(press);
         app.ctx.form1.Command8.Click.emit();
         const int r = press % 6;
-        EXPECT_EQ(std::tuple(t.Rating_Class[1], app.ctx.form1.List3_0[1].List(1), t.Class_Count[r], t.Class_Duration[r],
-                             app.Tray("TrayFavorS").Checked(), app.Tray("TrayFavorUnclass").Checked(),
-                             app.ctx.form1.Command8.Style()),
-                  std::tuple(r, letters[r], Currency(r == 0 ? 3 : 1), Currency(r == 0 ? 183 : 61), r == 5, r == 0,
-                             r == 0 ? 0 : 1));
+        EXPECT_EQ(t.Rating_Class[1], r);
+        EXPECT_EQ(app.ctx.form1.List3_0[1].List(1), std::string(1, "-XCBAS"[r]));
+        EXPECT_EQ(t.Class_Count[r], Currency(r == 0 ? 3 : 1));
+        EXPECT_EQ(t.Class_Duration[r], Currency(r == 0 ? 183 : 61));
+        EXPECT_EQ(app.Tray("TrayFavorS").Checked(), r == 5);
+        EXPECT_EQ(app.Tray("TrayFavorUnclass").Checked(), r == 0);
+        EXPECT_EQ(app.ctx.form1.Command8.Style(), r == 0 ? 0 : 1);
     }
     EXPECT_EQ(t.Saved[1], false);  // the next save stores the row's class
 }
@@ -91,8 +87,6 @@ TEST(Ratings, AutoRatingGivesEachNewTrackTheLastClassGiven) {
     app.ctx.form1.Command8.Click.emit();
     app.ctx.form1.Command8.Click.emit();  // C
     app.ctx.form1.Menus("MnuFavorAuto2").Click.emit();
-    EXPECT_EQ(app.ctx.settings.Auto_Rating, -1);
-    EXPECT_TRUE(app.ctx.form1.Tray("TrayFavorAuto").Checked());
     std::set<int> rated;
     for (int i = 0; i < 4; ++i) {
         app.Press();
@@ -123,9 +117,8 @@ TEST(Ratings, TheDeltasAgreeWithAFreshRecountAfterAnySequence) {
                 Tray_Favor_Click(app.ctx, 9 + static_cast<int>(rng() % 6));
             } else if (op == 8) {
                 const int row = static_cast<int>(rng() % rows);
-                Remove_Row(t, row, rows);
-                f.List2.RemoveItem(row);
-                for (auto& box : f.List3_0) box.RemoveItem(row);
+                RemovalTally tally;
+                Remove_the_Files(app.ctx, f.List2.List(row), row, tally);
             } else if (rng() % 4 == 0) {
                 f.Menus("mnufilefavorreset").Click.emit();
             }

@@ -5,7 +5,6 @@
 
 #include <csignal>
 #include <fstream>
-#include <iterator>
 #include <tuple>
 
 #include "support/test_app.h"
@@ -14,11 +13,6 @@ namespace velmora {
 namespace {
 
 using testing::TempFolder;
-
-std::string Bytes(const std::filesystem::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 // The field forms are checked byte for byte by the Collection's golden test;
 // here the limits: what does not fit, what is cut, what lies outside.
@@ -36,7 +30,7 @@ TEST(RecordFile, TextsMustFitTheRecordAndTheCodePage) {
     EXPECT_FALSE(f.PutString(4, std::string("\xC3", 1))) << "not valid UTF-8";
     EXPECT_TRUE(f.PutByte(5, 0xAB));
     ASSERT_TRUE(f.Close());
-    const std::string bytes = Bytes(path);
+    const std::string bytes = testing::Read_All(path);
     ASSERT_EQ(bytes.size(), 5u * 400) << "a refused text writes nothing";
     EXPECT_EQ(bytes.substr(400, 400), std::string(400, '\0'));
     EXPECT_EQ(bytes.substr(1600), "\xAB" + std::string(399, '\0'));

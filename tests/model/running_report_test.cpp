@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "base/codepage1253.h"
 #include "support/test_app.h"
@@ -13,18 +12,9 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Count;
+using testing::Read_All;
 using testing::TestApp;
-
-std::string ReadAll(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-size_t Count(const std::string& text, const std::string& what) {
-    size_t n = 0;
-    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
-    return n;
-}
 
 struct ReportTest : ::testing::Test {
     ReportTest() {
@@ -49,20 +39,20 @@ TEST_F(ReportTest, TheFirstLongOperationCreatesTheReportWithItsBlock) {
     std::string log = Log();
     log.replace(log.find("日本"), std::string("日本").size(), "??");
     const std::string stars(100, '*');
-    EXPECT_EQ(ReadAll(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
+    EXPECT_EQ(Read_All(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
     EXPECT_EQ(Count(Log(), "->"), 2u) << "no error along the way";
 }
 
 TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     Report_Block(app.ctx, -1);
     Report_Block(app.ctx, 0);
-    const std::string before = ReadAll(Report_File(app.ctx));
+    const std::string before = Read_All(Report_File(app.ctx));
 
     Log_Line(app.ctx, "-> δεύτερη - second");
     Report_Block(app.ctx, -1);
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
     Report_Block(app.ctx, 0);
-    EXPECT_EQ(ReadAll(Report_File(app.ctx)), before);
+    EXPECT_EQ(Read_All(Report_File(app.ctx)), before);
     EXPECT_EQ(Count(Log(), "-> File already open"), 1u);
     EXPECT_EQ(Count(Log(), "-> Bad file mode"), 4u) << "three head lines and the body fail one by one";
 
@@ -72,7 +62,7 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     EXPECT_FALSE(fs::exists(Report_File(app.ctx)));
     Report_Block(app.ctx, -1);
     Report_Block(app.ctx, 0);
-    EXPECT_NE(ReadAll(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
+    EXPECT_NE(Read_All(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
 }
 
 TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
@@ -95,10 +85,32 @@ TEST_F(ReportTest, DeletingAMissingReportDisablesTheMenu) {
     EXPECT_EQ(Count(Log(), "-> File not found"), 1u);
 
     MenuItem& report = app.ctx.form1.Menus("MnuMoreReport");
-    report.Click.emit();
-    EXPECT_TRUE(report.Checked() && app.ctx.settings.Report_On == -1);
-    report.Click.emit();
-    EXPECT_FALSE(report.Checked() || app.ctx.settings.Report_On);
+    for (int on : {-1, 0}) {
+        report.Click.emit();
+        EXPECT_EQ(std::tuple(report.Checked(), app.ctx.settings.Report_On), std::tuple(on != 0, on));
+    }
+}
+
+TEST(LogBox, KeepsItsNewestLinesWithinItsLimitCuttingBetweenLinesAndCharacters) {
+    TextBox box("box");
+    box.SetKeepBytes(20);
+    box.SetText("line one\nline two\nline three");
+    EXPECT_EQ(box.Text(), "line one\nline two");
+    box.SetText("αααααααααααααααααααααααα");  // one line of two-byte letters
+    EXPECT_EQ(box.Text(), "αααααααααα");
+    box.SetKeepBytes(0);
+    box.SetText(std::string(100000, 'x'));
+    EXPECT_EQ(box.Text().size(), 100000u) << "no limit once it is lifted";
+
+    // The window's log: thousands of lines leave it bounded, newest first.
+    TestApp app;
+    for (int i = 0; i < 10000; ++i) Log_Line(app.ctx, "file number " + std::to_string(i) + " is gone");
+    const std::string& log = app.ctx.form1.Text2[0].Text();
+    EXPECT_LE(log.size(), kLogKeepBytes);
+    EXPECT_GT(log.size(), kLogKeepBytes / 2);
+    EXPECT_NE(log.find("file number 9999 is gone"), std::string::npos);
+    EXPECT_EQ(log.find("file number 0 is gone"), std::string::npos);
+    EXPECT_EQ(log.substr(log.size() - 8), " is gone") << "no line is left cut";
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "app/startup.h"
 #include "base/codepage1253.h"
@@ -15,14 +14,10 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Read_All;
 using testing::TestApp;
 
 constexpr int kLen = kSettingsRecordLength;
-
-std::string ReadAll(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 template <class T>
 T At(const std::string& file, int record) {
@@ -70,7 +65,7 @@ TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
     Save_Settings(writer.ctx, error);
     ASSERT_FALSE(error);
 
-    const std::string file = ReadAll(Settings_File(writer.ctx));
+    const std::string file = Read_All(Settings_File(writer.ctx));
     // 48 fixed records, 2 links, 2 items of List1, 4 selections of List3.
     ASSERT_EQ(file.size(), size_t{48 + 1 + 2 + 4} * kLen);
     const struct {
@@ -154,7 +149,7 @@ TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
     TestApp later;
     const fs::path older = later.folder.Path() / "velmora_preferences" / "default_pref.qr";
     fs::create_directories(older.parent_path());
-    std::ofstream(older, std::ios::binary) << ReadAll(Settings_File(app.ctx)).substr(0, 26 * kLen + 1);
+    std::ofstream(older, std::ios::binary) << Read_All(Settings_File(app.ctx)).substr(0, 26 * kLen + 1);
     Form_Load(later.ctx);
 
     const Settings& s = later.ctx.settings;
@@ -176,21 +171,21 @@ TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
     bool error = true;
     Save_Settings(app.ctx, error);
     ASSERT_FALSE(error);
-    const std::string first = ReadAll(path);
-    EXPECT_EQ(ReadAll(backup), first);
+    const std::string first = Read_All(path);
+    EXPECT_EQ(Read_All(backup), first);
 
     // A link the code page cannot carry is a write error: no backup.
     app.ctx.settings.Volume_Step = 55;
     app.ctx.settings.Search_Links = {"https://例え.example/"};
     Save_Settings(app.ctx, error);
     EXPECT_TRUE(error);
-    EXPECT_EQ(At<int16_t>(ReadAll(path), 1), 55) << "the rest is written all the same";
-    EXPECT_EQ(ReadAll(backup), first);
+    EXPECT_EQ(At<int16_t>(Read_All(path), 1), 55) << "the rest is written all the same";
+    EXPECT_EQ(Read_All(backup), first);
 
     app.ctx.settings.Search_Links = {"https://example.org/"};
     Save_Settings(app.ctx, error);
     EXPECT_FALSE(error);
-    EXPECT_EQ(ReadAll(backup), ReadAll(path));
+    EXPECT_EQ(Read_All(backup), Read_All(path));
 }
 
 }  // namespace

@@ -8,30 +8,23 @@
 namespace velmora {
 namespace {
 
-class StubHarness : public contract::EngineHarness {
-public:
+struct StubHarness : contract::EngineHarness {
     StubHarness() {
-        m_engine.SetDuration(AudioFile(), AudioSeconds());
-        m_engine.SetAttribute(AudioFile(), "Title", AudioTitle());
-        m_engine.SetAttribute(AudioFile(), "MediaType", "audio");
-        m_engine.SetDuration(VideoFile(), 1.0);
-        m_engine.SetAttribute(VideoFile(), "MediaType", "video");
-        m_engine.SetFailing(GarbageFile());
+        audio = "/media/tone.mp3", video = "/media/clip.mp4";
+        missing = "/media/missing.mp3", garbage = "/media/garbage.mp3";
+        tolerance = 0.001, timeout_ms = 10000;
+        engine.SetDuration(audio, audio_seconds);
+        engine.SetAttribute(audio, "Title", audio_title);
+        engine.SetAttribute(audio, "MediaType", "audio");
+        engine.SetDuration(video, 1.0);
+        engine.SetAttribute(video, "MediaType", "video");
+        engine.SetFailing(garbage);
     }
-    EventLoop& Loop() override { return m_loop; }
-    MediaEngine& Engine() override { return m_engine; }
-    std::string AudioFile() const override { return "/media/tone.mp3"; }
-    double AudioSeconds() const override { return 2.0; }
-    std::string AudioTitle() const override { return "Contract Tone"; }
-    std::string VideoFile() const override { return "/media/clip.mp4"; }
-    std::string MissingFile() const override { return "/media/missing.mp3"; }
-    std::string GarbageFile() const override { return "/media/garbage.mp3"; }
-    double Tolerance() const override { return 0.001; }
-    int TimeoutMs() const override { return 10000; }
+    EventLoop& Loop() override { return loop; }
+    MediaEngine& Engine() override { return engine; }
 
-private:
-    VirtualEventLoop m_loop;
-    StubEngine m_engine{m_loop};
+    VirtualEventLoop loop;
+    StubEngine engine{loop};
 };
 
 std::unique_ptr<contract::EngineHarness> MakeStubHarness() { return std::make_unique<StubHarness>(); }
@@ -52,8 +45,6 @@ TEST(StubEngine, EndsAtTheVirtualMillisecondTheDurationIsReached) {
     loop.DoEvents();
     ASSERT_TRUE(engine.setCurrentPosition(1.0).ok());
     ASSERT_TRUE(engine.play().ok());
-    const int64_t start = loop.TickCount();
-
     loop.Advance(700);
     ASSERT_TRUE(engine.pause().ok());  // 1.7 s in, 0.8 s left
     loop.Advance(5000);
@@ -66,22 +57,13 @@ TEST(StubEngine, EndsAtTheVirtualMillisecondTheDurationIsReached) {
     EXPECT_EQ(engine.playState(), PS_Playing);
     loop.Advance(10);
     EXPECT_EQ(ended_at, std::vector<int64_t>{resumed + 800});
-    EXPECT_EQ(resumed - start, 5700);
 }
 
-TEST(StubEngine, PositionTextTurnsToHoursFromTheFirstHour) {
-    VirtualEventLoop loop;
-    StubEngine engine(loop);
-    engine.SetDuration("/m/long.mkv", 4 * 3600);
-    ASSERT_TRUE(engine.setURL("/m/long.mkv").ok());
-    const struct {
-        double at;
-        const char* text;
-    } cases[] = {{0, "00:00"}, {83.9, "01:23"}, {3599, "59:59"}, {3600, "1:00:00"}, {3723, "1:02:03"}};
-    for (const auto& c : cases) {
-        ASSERT_TRUE(engine.setCurrentPosition(c.at).ok());
-        EXPECT_EQ(engine.currentPositionString(), c.text) << c.at;
-    }
+// The engines' one way of writing a position.
+TEST(PositionText, TurnsToHoursFromTheFirstHour) {
+    const std::pair<double, const char*> cases[] = {
+        {0, "00:00"}, {83.9, "01:23"}, {3599, "59:59"}, {3600, "1:00:00"}, {3723, "1:02:03"}};
+    for (const auto& [at, text] : cases) EXPECT_EQ(Position_Text(at), text) << at;
 }
 
 }  // namespace

@@ -22,6 +22,7 @@
 #include <tuple>
 #include <vector>
 
+#include "media_folder.h"
 #include "platform/media_reader.h"
 #include "platform/mpeg_frames.h"
 #include "platform/rating_tags.h"
@@ -33,60 +34,35 @@ namespace fs = std::filesystem;
 
 const char* const kGreek = "Καλημέρα κόσμε";
 
-// The files, made once for the whole run and removed at its end.
-class ReaderFolder {
-public:
-    static const ReaderFolder& Get() {
-        static ReaderFolder folder;
-        return folder;
-    }
-    fs::path dir;
-    std::string error;
-
-    std::string Path(const std::string& name) const { return (dir / name).string(); }
-
-    ~ReaderFolder() {
-        std::error_code ec;
-        if (!dir.empty()) fs::remove_all(dir, ec);
-    }
-
-private:
-    ReaderFolder() {
-        std::string pattern = (fs::temp_directory_path() / "velmora-reader-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            error = "cannot make a temporary folder";
-            return;
-        }
-        dir = pattern;
-        const std::string ff = "ffmpeg -v error -y ";
+// The files, made once for the whole run.
+const testing::MediaFolder& Files() {
+    static const testing::MediaFolder folder("velmora-reader", [](testing::MediaFolder& f) {
         const std::string tone = "-f lavfi -i sine=frequency=440:duration=5 ";
         const std::string film = "-f lavfi -i testsrc=size=160x120:rate=25:duration=4 -f lavfi -i sine=duration=4 ";
         const std::string greek = std::string("-metadata title='") + kGreek + "' -metadata artist='Σωκράτης' " +
                                   "-metadata album='Ωδές' -metadata genre='Λαϊκό' -metadata date=1998 ";
-        Run(ff + tone + Q("tone.wav"));
-        Run(ff + "-i " + Q("tone.wav") + " -b:a 128k " + greek + Q("cbr.mp3"));
+        const std::string wav = "-i " + f.Q("tone.wav");
+        f.Ffmpeg(tone + f.Q("tone.wav"));
+        f.Ffmpeg(wav + "-b:a 128k " + greek + f.Q("cbr.mp3"));
         // Joined without a Xing header: a 320k part, then a 64k part twice as long.
-        Run(ff + "-i " + Q("tone.wav") + " -b:a 320k -write_xing 0 " + Q("part320.mp3"));
-        Run(ff + "-f lavfi -i sine=frequency=300:duration=10 -b:a 64k -write_xing 0 " + Q("part64.mp3"));
-        Run("cat " + Q("part320.mp3") + " " + Q("part64.mp3") + " > " + Q("vbr.mp3"));
-        Run(ff + "-i " + Q("tone.wav") + " -c:a libvorbis " + greek + Q("tone.ogg"));
-        Run(ff + "-i " + Q("tone.wav") + " " + greek + Q("tone.flac"));
-        Run(ff + "-i " + Q("tone.wav") + " -c:a aac " + greek + Q("tone.m4a"));
+        f.Ffmpeg(wav + "-b:a 320k -write_xing 0 " + f.Q("part320.mp3"));
+        f.Ffmpeg("-f lavfi -i sine=frequency=300:duration=10 -b:a 64k -write_xing 0 " + f.Q("part64.mp3"));
+        f.Run("cat " + f.Q("part320.mp3") + f.Q("part64.mp3") + "> " + f.Q("vbr.mp3"));
+        f.Ffmpeg(wav + "-c:a libvorbis " + greek + f.Q("tone.ogg"));
+        f.Ffmpeg(wav + greek + f.Q("tone.flac"));
+        f.Ffmpeg(wav + "-c:a aac " + greek + f.Q("tone.m4a"));
         // The ASF muxer keeps the year only under the attribute's own name.
-        Run(ff + "-i " + Q("tone.wav") + " -c:a wmav2 -metadata WM/Year=1998 " + greek + Q("tone.wma"));
-        Run(ff + film + "-c:v mpeg1video -c:a mp2 -shortest " + Q("film.mpg"));
-        Run(ff + film + "-c:v mpeg4 -c:a libmp3lame -shortest -metadata title=Avi " + Q("film.avi"));
-        Run(ff + film + "-c:v mpeg4 -c:a aac -shortest -metadata title=Mp4 " + Q("film.mp4"));
-        Run(ff + "-f lavfi -i testsrc=size=64x48 -frames:v 1 " + Q("still.jpg"));
-        Run(ff + "-f lavfi -i testsrc=size=64x48 -frames:v 1 " + Q("still.png"));
+        f.Ffmpeg(wav + "-c:a wmav2 -metadata WM/Year=1998 " + greek + f.Q("tone.wma"));
+        f.Ffmpeg(film + "-c:v mpeg1video -c:a mp2 -shortest " + f.Q("film.mpg"));
+        f.Ffmpeg(film + "-c:v mpeg4 -c:a libmp3lame -shortest -metadata title=Avi " + f.Q("film.avi"));
+        f.Ffmpeg(film + "-c:v mpeg4 -c:a aac -shortest -metadata title=Mp4 " + f.Q("film.mp4"));
+        f.Ffmpeg("-f lavfi -i testsrc=size=64x48 -frames:v 1 " + f.Q("still.jpg"));
+        f.Ffmpeg("-f lavfi -i testsrc=size=64x48 -frames:v 1 " + f.Q("still.png"));
         // A picture under a sound's name is still a picture.
-        Run("cp " + Q("still.png") + " " + Q("picture.mp3"));
-    }
-    std::string Q(const std::string& name) const { return "'" + Path(name) + "' "; }
-    void Run(const std::string& command) {
-        if (error.empty() && std::system(command.c_str()) != 0) error = "failed: " + command;
-    }
-};
+        f.Run("cp " + f.Q("still.png") + f.Q("picture.mp3"));
+    });
+    return folder;
+}
 
 std::string Output(const std::string& command) {
     std::string out;
@@ -106,7 +82,6 @@ double FfprobeSeconds(const std::string& path) {
 class MediaReader : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(Files().error, ""); }
-    static const ReaderFolder& Files() { return ReaderFolder::Get(); }
     // A copy to change, so that the shared files stay as made.
     static std::string Copy(const std::string& name, const std::string& as) {
         const fs::path to = Files().dir / as;

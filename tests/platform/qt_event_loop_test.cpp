@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -11,6 +12,13 @@
 
 namespace velmora {
 namespace {
+
+// Gives the loop turns until the condition holds, for up to five seconds.
+bool Until(QtEventLoop& loop, const std::function<bool()>& holds) {
+    const int64_t start = loop.TickCount();
+    while (!holds() && loop.TickCount() - start < 5000) loop.WaitForEvents(10);
+    return holds();
+}
 
 TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     QtEventLoop loop;
@@ -21,7 +29,7 @@ TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     });
     poster.join();
     EXPECT_TRUE(ran_on.empty()) << "nothing runs inside Post";
-    for (int i = 0; i < 50 && ran_on.size() < 3; ++i) loop.WaitForEvents(20);
+    EXPECT_TRUE(Until(loop, [&] { return ran_on.size() == 3; }));
     EXPECT_EQ(ran_on, std::vector<std::thread::id>(3, main_thread));
 }
 
@@ -51,14 +59,12 @@ TEST(QtEventLoop, WaitingSleepsForTheWholeTime) {
     const int64_t start = loop.TickCount();
     const std::clock_t cpu = std::clock();
     Wait(loop, 300);
-    const int64_t waited = loop.TickCount() - start;
     const double cpu_ms = 1000.0 * static_cast<double>(std::clock() - cpu) / CLOCKS_PER_SEC;
-    EXPECT_GE(waited, 300);
-    EXPECT_LT(waited, 450);
+    EXPECT_GE(loop.TickCount() - start, 300);
     EXPECT_LT(cpu_ms, 100.0) << "a wait must not spin";
 }
 
-TEST(QtEventLoop, AnAttachedTimerFollowsItsControl) {
+TEST(QtEventLoop, AnAttachedTimerFollowsItsControlAndATickThatWaitsSeesItFireAgain) {
     QtEventLoop loop;
     Timer timer("t");
     int ticks = 0;
@@ -67,40 +73,33 @@ TEST(QtEventLoop, AnAttachedTimerFollowsItsControl) {
     timer.SetInterval(50);
     Wait(loop, 120);
     EXPECT_EQ(ticks, 0) << "not enabled";
+    const int64_t enabled = loop.TickCount();
     timer.SetEnabled(true);
-    Wait(loop, 280);
-    EXPECT_GE(ticks, 4);
-    EXPECT_LE(ticks, 6);
+    ASSERT_TRUE(Until(loop, [&] { return ticks >= 3; }));
+    // Qt's coarse timers may fire a twentieth early.
+    EXPECT_GE(loop.TickCount() - enabled, 3 * 50 * 9 / 10) << "at its interval, not faster";
 
     timer.SetEnabled(false);
     const int stopped = ticks;
     Wait(loop, 150);
     EXPECT_EQ(ticks, stopped);
 
-    timer.SetEnabled(true);
-    loop.Detach(timer);
-    Wait(loop, 150);
-    EXPECT_EQ(ticks, stopped) << "detached";
-}
-
-TEST(QtEventLoop, ATickThatWaitsSeesItsTimerFireAgain) {
-    QtEventLoop loop;
-    Timer timer("clock");
-    int depth = 0, deepest = 0, ticks = 0;
-    auto sub = timer.Tick.connect([&] {
-        ++ticks;
-        ++depth;
-        deepest = std::max(deepest, depth);
+    int depth = 0, deepest = 0;
+    auto waits = timer.Tick.connect([&] {
+        deepest = std::max(deepest, ++depth);
         if (depth == 1) Wait(loop, 200);
         --depth;
     });
-    loop.Attach(timer);
-    timer.SetInterval(40);
     timer.SetEnabled(true);
-    for (int i = 0; i < 100 && ticks == 0; ++i) loop.WaitForEvents(20);
+    EXPECT_TRUE(Until(loop, [&] { return deepest >= 2; }));
     timer.SetEnabled(false);
-    EXPECT_GE(deepest, 2);
+
+    waits.reset();
+    timer.SetEnabled(true);
     loop.Detach(timer);
+    const int detached = ticks;
+    Wait(loop, 150);
+    EXPECT_EQ(ticks, detached) << "detached";
 }
 
 }  // namespace

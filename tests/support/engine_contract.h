@@ -23,22 +23,20 @@
 namespace velmora::contract {
 
 // An engine on its loop, with the files the contract plays.
-class EngineHarness {
-public:
+struct EngineHarness {
     virtual ~EngineHarness() = default;
     virtual EventLoop& Loop() = 0;
     virtual MediaEngine& Engine() = 0;
 
-    virtual std::string AudioFile() const = 0;  // about AudioSeconds long, audio only
-    virtual double AudioSeconds() const = 0;
-    virtual std::string AudioTitle() const = 0;  // its Title attribute
-    virtual std::string VideoFile() const = 0;   // about a second of video
-    virtual std::string MissingFile() const = 0;
-    virtual std::string GarbageFile() const = 0;  // exists, is no media
+    std::string audio;  // about audio_seconds long, audio only, titled audio_title
+    double audio_seconds = 2.0;
+    std::string audio_title = "Contract Tone";
+    std::string video;             // about a second of video
+    std::string missing, garbage;  // garbage exists and is no media
     // How far a position may stray from the ideal, in seconds, and how long
     // (by the loop's clock) anything asynchronous may take.
-    virtual double Tolerance() const = 0;
-    virtual int TimeoutMs() const = 0;
+    double tolerance = 0.3;
+    int timeout_ms = 5000;
 };
 
 using HarnessFactory = std::unique_ptr<EngineHarness> (*)();
@@ -101,7 +99,7 @@ protected:
     bool Until(const std::function<bool()>& pred) {
         const int64_t start = H().Loop().TickCount();
         while (!pred()) {
-            if (H().Loop().TickCount() - start > H().TimeoutMs()) return pred();
+            if (H().Loop().TickCount() - start > H().timeout_ms) return pred();
             H().Loop().WaitForEvents(10);
         }
         return true;
@@ -113,13 +111,13 @@ protected:
     void ExpectAudioItem(const std::unique_ptr<MediaItem>& item) {
         ASSERT_NE(item, nullptr);
         EXPECT_EQ(std::tuple(item->sourceURL(), item->getItemInfo("Title")),
-                  std::tuple(H().AudioFile(), H().AudioTitle()));
-        EXPECT_NEAR(item->duration(), H().AudioSeconds(), 0.1);
+                  std::tuple(H().audio, H().audio_title));
+        EXPECT_NEAR(item->duration(), H().audio_seconds, 0.1);
     }
 
-    bool LoadAudio() { return To(Load(H().AudioFile()), PS_Ready); }
+    bool LoadAudio() { return To(Load(H().audio), PS_Ready); }
     // Plays the audio file from near its end and waits for the end.
-    bool PlayToEnd() { return LoadAudio() && Seek(H().AudioSeconds() - 0.4).ok() && To(Play(), PS_MediaEnded); }
+    bool PlayToEnd() { return LoadAudio() && Seek(H().audio_seconds - 0.4).ok() && To(Play(), PS_MediaEnded); }
     bool UntilEvent(int state) { return Until([&] { return !m_states.empty() && m_states.back() == state; }); }
 
     std::vector<int> m_states;  // PlayStateChange arguments, in order
@@ -136,8 +134,8 @@ private:
 
 TEST_P(EngineContract, LoadingDoesNotStartPlayingAndAVideoPlaysToItsEnd) {
     EXPECT_TRUE(E().URL().empty() && E().currentMedia() == nullptr);
-    ASSERT_TRUE(Load(H().AudioFile()).ok());
-    EXPECT_EQ(E().URL(), H().AudioFile());
+    ASSERT_TRUE(Load(H().audio).ok());
+    EXPECT_EQ(E().URL(), H().audio);
     ASSERT_TRUE(UntilState(PS_Ready)) << "state " << State();
     Pass(300);
 
@@ -149,24 +147,24 @@ TEST_P(EngineContract, LoadingDoesNotStartPlayingAndAVideoPlaysToItsEnd) {
 
     // Nor does loading over a file that plays.
     ASSERT_TRUE(To(Play(), PS_Playing));
-    ASSERT_TRUE(To(Load(H().VideoFile()), PS_Ready)) << "state " << State();
+    ASSERT_TRUE(To(Load(H().video), PS_Ready)) << "state " << State();
     Pass(300);
     EXPECT_EQ(State(), PS_Ready);
     EXPECT_NEAR(Position(), 0.0, 0.05);
-    EXPECT_EQ(E().currentMedia()->sourceURL(), H().VideoFile());
+    EXPECT_EQ(E().currentMedia()->sourceURL(), H().video);
     EXPECT_TRUE(To(Play(), PS_MediaEnded)) << "the video plays to its end; state " << State();
 }
 
 TEST_P(EngineContract, AutoStartOnPlaysAfterLoading) {
     E().setAutoStart(true);
-    ASSERT_TRUE(To(Load(H().AudioFile()), PS_Playing)) << "state " << State();
+    ASSERT_TRUE(To(Load(H().audio), PS_Playing)) << "state " << State();
     Pass(300);
     EXPECT_GT(Position(), 0.1);
 }
 
 TEST_P(EngineContract, ASeekBeforePlayHoldsUntilPlay) {
     // Set before the load has completed, as the start of a track does.
-    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    ASSERT_TRUE(Load(H().audio).ok());
     ASSERT_TRUE(Seek(1.0).ok());
     ASSERT_TRUE(UntilState(PS_Ready));
     Pass(300);
@@ -177,8 +175,8 @@ TEST_P(EngineContract, ASeekBeforePlayHoldsUntilPlay) {
     ASSERT_TRUE(To(Play(), PS_Playing));
     Pass(200);
     const double played = Position();
-    EXPECT_GE(played, 1.0 - H().Tolerance()) << "playing starts at the held point";
-    EXPECT_LE(played, 1.2 + H().Tolerance());
+    EXPECT_GE(played, 1.0 - H().tolerance) << "playing starts at the held point";
+    EXPECT_LE(played, 1.2 + H().tolerance);
 
     // Paused, a new point holds as well, and playing goes on from it.
     ASSERT_TRUE(Pause().ok());
@@ -187,8 +185,8 @@ TEST_P(EngineContract, ASeekBeforePlayHoldsUntilPlay) {
     EXPECT_NEAR(Position(), 0.5, 0.01);
     ASSERT_TRUE(Play().ok());
     Pass(200);
-    EXPECT_GE(Position(), 0.5 - H().Tolerance());
-    EXPECT_LE(Position(), 0.7 + H().Tolerance());
+    EXPECT_GE(Position(), 0.5 - H().tolerance);
+    EXPECT_LE(Position(), 0.7 + H().tolerance);
 }
 
 TEST_P(EngineContract, PlayPauseAndStopGiveTheirStates) {
@@ -209,11 +207,11 @@ TEST_P(EngineContract, PlayPauseAndStopGiveTheirStates) {
     ASSERT_TRUE(To(Stop(), PS_Stopped));
     Pass(200);
     EXPECT_NEAR(Position(), 0.0, 0.01) << "stop rewinds";
-    EXPECT_EQ(E().URL(), H().AudioFile()) << "and keeps the file";
+    EXPECT_EQ(E().URL(), H().audio) << "and keeps the file";
 
     ASSERT_TRUE(To(Play(), PS_Playing));
     Pass(200);
-    EXPECT_LT(Position(), 0.2 + 2 * H().Tolerance()) << "playing after stop starts from the top";
+    EXPECT_LT(Position(), 0.2 + 2 * H().tolerance) << "playing after stop starts from the top";
 
     // The events told each state in turn; the last handler, reading the
     // state afresh, found the one the engine is in.
@@ -226,7 +224,7 @@ TEST_P(EngineContract, PlayPauseAndStopGiveTheirStates) {
 
 TEST_P(EngineContract, EventsComeFromTheLoopAfterTheCalls) {
     // Calls in a row with no giving way: nothing is raised in between.
-    ASSERT_TRUE(Load(H().AudioFile()).ok());
+    ASSERT_TRUE(Load(H().audio).ok());
     ASSERT_TRUE(Play().ok());
     ASSERT_TRUE(SetVolume(E().volume() == 40 ? 41 : 40).ok());
     EXPECT_TRUE(m_states.empty());
@@ -246,7 +244,7 @@ TEST_P(EngineContract, TheEndGivesMediaEndedUntilTheNextCommand) {
     const std::vector<Exit> exits{
         {"play", [&] { return Play(); }, PS_Playing},
         {"stop", [&] { return Stop(); }, PS_Stopped},
-        {"load", [&] { return Load(H().AudioFile()); }, PS_Ready},
+        {"load", [&] { return Load(H().audio); }, PS_Ready},
         {"close", [&] { return Close(); }, PS_Undefined},
     };
     for (const Exit& exit : exits) {
@@ -265,7 +263,7 @@ TEST_P(EngineContract, TheEndGivesMediaEndedUntilTheNextCommand) {
         ASSERT_TRUE(To(exit.call(), exit.state_after)) << "state " << State();
         if (exit.state_after == PS_Playing) {
             Pass(200);
-            EXPECT_LT(Position(), 0.2 + 2 * H().Tolerance());
+            EXPECT_LT(Position(), 0.2 + 2 * H().tolerance);
         }
     }
 }
@@ -281,7 +279,7 @@ TEST_P(EngineContract, CloseEmptiesTheEngine) {
 }
 
 TEST_P(EngineContract, FailingCallsReportAndTheEngineGoesOn) {
-    for (const std::string& bad : {H().MissingFile(), H().GarbageFile()}) {
+    for (const std::string& bad : {H().missing, H().garbage}) {
         SCOPED_TRACE(bad);
         const Status loaded = Load(bad);
         EXPECT_TRUE(!loaded.ok() && !loaded.error().empty());
@@ -293,7 +291,7 @@ TEST_P(EngineContract, FailingCallsReportAndTheEngineGoesOn) {
     // A failed load lets go of the file held before, as releasing a file
     // through a dummy relies on, and leaves the engine Ready.
     ASSERT_TRUE(LoadAudio());
-    EXPECT_FALSE(Load(H().GarbageFile()).ok());
+    EXPECT_FALSE(Load(H().garbage).ok());
     EXPECT_EQ(E().URL(), "");
     ASSERT_TRUE(UntilState(PS_Ready));
 
@@ -317,13 +315,13 @@ TEST_P(EngineContract, VolumeRoundTripsAndIsClamped) {
 }
 
 TEST_P(EngineContract, ItemsAnswerWithoutLoading) {
-    auto audio = E().newMedia(H().AudioFile());
+    auto audio = E().newMedia(H().audio);
     ASSERT_NO_FATAL_FAILURE(ExpectAudioItem(audio));
     EXPECT_EQ(E().URL(), "") << "newMedia loads nothing";
     EXPECT_EQ(std::tuple(audio->getItemInfo("MediaType"), audio->getItemInfo("NoSuchAttribute")),
               std::tuple("audio", ""));
-    EXPECT_EQ(E().newMedia(H().VideoFile())->getItemInfo("MediaType"), "video");
-    EXPECT_EQ(E().newMedia(H().MissingFile())->duration(), 0.0);
+    EXPECT_EQ(E().newMedia(H().video)->getItemInfo("MediaType"), "video");
+    EXPECT_EQ(E().newMedia(H().missing)->duration(), 0.0);
 
     // An item that says it can be written takes the value; one that says it
     // cannot refuses with an error.
@@ -331,7 +329,7 @@ TEST_P(EngineContract, ItemsAnswerWithoutLoading) {
         EXPECT_FALSE(audio->setItemInfo("Title", "Other").ok());
     } else {
         ASSERT_TRUE(audio->setItemInfo("Title", "Other").ok());
-        EXPECT_EQ(E().newMedia(H().AudioFile())->getItemInfo("Title"), "Other");
+        EXPECT_EQ(E().newMedia(H().audio)->getItemInfo("Title"), "Other");
     }
 }
 

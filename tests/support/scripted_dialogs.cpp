@@ -7,7 +7,6 @@ namespace velmora::testing {
 ScriptedDialogs::~ScriptedDialogs() {
     EXPECT_TRUE(m_msg_answers.empty()) << m_msg_answers.size() << " expected message boxes never came";
     EXPECT_TRUE(m_inputs.empty()) << m_inputs.size() << " expected input boxes never came";
-    EXPECT_TRUE(m_files.empty()) << m_files.size() << " expected file dialogs never came";
 }
 
 MsgAnswer ScriptedDialogs::MsgBox(const std::string& text, MsgButtons, MsgIcon icon, const std::string&) {
@@ -33,22 +32,13 @@ std::optional<std::string> ScriptedDialogs::InputBox(const std::string& prompt, 
     return a;
 }
 
-namespace {
-std::optional<std::string> Next(std::deque<std::optional<std::string>>& q, const std::string& what) {
-    if (q.empty()) {
-        ADD_FAILURE() << "unexpected dialog: " << what;
-        return std::nullopt;
-    }
-    auto a = q.front();
-    q.pop_front();
-    return a;
+std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogOptions& o) {
+    ADD_FAILURE() << "unexpected file dialog: " << o.title;
+    return std::nullopt;
 }
-}  // namespace
-
-std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogOptions& o) { return Next(m_files, o.title); }
-std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogOptions& o) { return Next(m_files, o.title); }
+std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogOptions& o) { return OpenFile(o); }
 std::optional<std::string> ScriptedDialogs::PickFolder(const std::string& title, const std::string&) {
-    return Next(m_files, title);
+    return OpenFile(FileDialogOptions{.title = title});
 }
 
 }  // namespace velmora::testing

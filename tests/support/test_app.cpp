@@ -1,5 +1,7 @@
 #include "support/test_app.h"
 
+#include <fstream>
+#include <iterator>
 #include <random>
 
 namespace velmora::testing {
@@ -13,6 +15,17 @@ TempFolder::TempFolder() {
 TempFolder::~TempFolder() {
     std::error_code ec;
     std::filesystem::remove_all(m_path, ec);
+}
+
+std::string Read_All(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+size_t Count(const std::string& text, const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
+    return n;
 }
 
 TestApp::TestApp() : ctx(Ports{loop, dialogs, shell, player, reader, video, second}) {

@@ -27,6 +27,10 @@ private:
     std::filesystem::path m_path;
 };
 
+// A file's bytes, and how often a part occurs in a text.
+std::string Read_All(const std::string& path);
+size_t Count(const std::string& text, const std::string& part);
+
 struct TestApp {
     TestApp();
 
