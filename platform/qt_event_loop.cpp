@@ -94,7 +94,31 @@ LocalTime QtEventLoop::Now() const {
 }
 
 void QtEventLoop::Post(std::function<void()> fn) {
-    QMetaObject::invokeMethod(m_context.get(), std::move(fn), Qt::QueuedConnection);
+    m_posted.push_back(std::move(fn));
+    if (m_drain_pending) return;
+    m_drain_pending = true;
+    QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
+}
+
+void QtEventLoop::Drain() {
+    // Posted calls run in order, never inside the call that posted them. A
+    // call that posts the next (the walk past a drive that is gone posts one
+    // per missing file) would otherwise give every call a turn of its own,
+    // and every turn repaints the window: calls run on here for a frame's
+    // time, then the loop paints and takes input once. A call that gives way
+    // itself still runs the calls posted before it gave way.
+    m_drain_pending = false;
+    const int64_t start = m_clock->elapsed();
+    while (!m_posted.empty()) {
+        std::function<void()> call = std::move(m_posted.front());
+        m_posted.pop_front();
+        call();
+        if (m_clock->elapsed() - start >= kDrainBudgetMs) break;
+    }
+    if (!m_posted.empty() && !m_drain_pending) {
+        m_drain_pending = true;
+        QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
+    }
 }
 
 void QtEventLoop::Attach(Timer& timer) {

@@ -4,6 +4,8 @@
 // The header stays free of Qt's own headers, whose "emit" keyword would
 // clash with the model's signals in whatever file includes both.
 
+#include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -43,6 +45,7 @@ private:
     };
 
     void Apply(Timer& timer, Binding& binding);
+    void Drain();
 
     // Receiver of the posted calls and parent of the timers; it lives in the
     // main thread, so queued calls run there whoever posts them.
@@ -50,6 +53,10 @@ private:
     std::unique_ptr<QElapsedTimer> m_clock;
     static constexpr int64_t kYieldSpacingMs = 4;
     static constexpr int kMaxStride = 128;
+    static constexpr int64_t kDrainBudgetMs = 16;
+    // The posted calls not yet run, and whether a drain of them is queued.
+    std::deque<std::function<void()>> m_posted;
+    bool m_drain_pending = false;
     int64_t m_last_yield = -kYieldSpacingMs;
     // Calls of DoEvents between two readings of the clock, adapted to how
     // long a loop's row takes, and the calls left until the next reading.
