@@ -123,7 +123,7 @@ TEST(Ratings, TheDeltasAgreeWithAFreshRecountAfterAnySequence) {
                 Tray_Favor_Click(app.ctx, 9 + static_cast<int>(rng() % 6));
             } else if (op == 8) {
                 const int row = static_cast<int>(rng() % rows);
-                Remove_Row(t, row, rows);
+                Compact_TrackTable(t, row, rows);
                 f.List2.RemoveItem(row);
                 for (auto& box : f.List3_0) box.RemoveItem(row);
             } else if (rng() % 4 == 0) {
