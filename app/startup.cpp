@@ -9,6 +9,7 @@
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/constant_tables.h"
+#include "core/port_faults.h"
 #include "core/program_folders.h"
 #include "core/running_report.h"
 #include "core/settings_store.h"
@@ -157,7 +158,7 @@ void Form_Load(AppContext& ctx) {
     ctx.ports.player.setAutoStart(false);
     ctx.ports.video.setAutoStart(false);
     ctx.ports.second.setAutoStart(false);
-    (void)ctx.ports.player.stop();
+    Log_Failure(ctx, ctx.ports.player, "stop", ctx.ports.player.stop());
 
     // 19, 20, 21
     if (s.Preview_Seconds < 2) s.Preview_Seconds = 10;

@@ -10,8 +10,10 @@
 #include "catalogue/track_list_totals.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/progress.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "fileops/file_batch_confirm.h"
 #include "fileops/file_engine.h"
 #include "intake/directory_search.h"
@@ -61,9 +63,10 @@ public:
         Set_Window_Enabled(m_ctx, false);
         t.Current_Position = 0;
         m_ctx.core.Busy_Working = true;
-        m_ctx.core.Suppress_Events = true;
-        m_f.MultiPage1.SetValue(2);
-        m_ctx.core.Suppress_Events = false;
+        {
+            SuppressEvents quiet(m_ctx.core);
+            m_f.MultiPage1.SetValue(2);
+        }
         if (m_ctx.settings.Report_On != 0) Report_Block(m_ctx, -1);
         if (t.Track_Count != 0 && t.Track_Count != m_f.List2.ListCount()) t.Track_Count = m_f.List2.ListCount();
         Show_Lists(m_f, false);
@@ -303,7 +306,7 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
         MediaEngine& engine = ctx.form2.Visible()   ? ctx.ports.video
                               : ctx.form4.Visible() ? ctx.ports.second
                                                     : ctx.ports.player;
-        (void)engine.stop();
+        Log_Failure(ctx, engine, "stop", engine.stop());
     }
 
     const IntakeState& in = ctx.intake;

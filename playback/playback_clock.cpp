@@ -6,6 +6,7 @@
 #include "base/text_format.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
 #include "playback/start_track.h"
 #include "playback/transport.h"
@@ -239,7 +240,8 @@ void Timer1_Timer(AppContext& ctx) {
                 ++p.Preview_Index;
                 const auto next = static_cast<int16_t>(RoundHalfEven((p.Preview_Index + 1) * double(duration) / 5));
                 s.Preview_Points[static_cast<size_t>(p.Preview_Index)] = next;
-                if (engine != nullptr) (void)engine->setCurrentPosition(next);
+                if (engine != nullptr)
+                    Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(next));
             }
         }
     }
@@ -276,7 +278,7 @@ void Timer1_Timer(AppContext& ctx) {
     // 14, 15: what the start or the end of a Track left for this tick.
     if (p.Tick_Action == kTickStart) {
         Restore_Period(ctx);
-        if (MediaEngine* active = Active_Engine(ctx)) (void)active->play();
+        if (MediaEngine* active = Active_Engine(ctx)) Log_Failure(ctx, *active, "play", active->play());
         // The state of the main window's engine, also when the second window plays.
         MediaEngine& watched = t.Video_Mode == 0 ? ctx.ports.player : ctx.ports.video;
         while (watched.playState() == PS_Transitioning) loop.WaitForEvents(10);

@@ -8,7 +8,9 @@
 #include "base/codepage1253.h"
 #include "base/text_format.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"
@@ -96,7 +98,7 @@ void Fill_Tag_Boxes(AppContext& ctx) {
     const std::string& file = ctx.playback.Current_File;
     MediaEngine& reader = ctx.ports.reader;
     ctx.playback.Tag_Boxes_Ready = 0;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
 
     static const char* const kBoxes[5] = {"Title", "Artist", "Album", "WM/Year", "Comment"};
     for (int i = 0; i < 5; ++i) {
@@ -119,7 +121,6 @@ void Fill_Tag_Boxes(AppContext& ctx) {
         f.Combo1.SetText(genre);
     }
 
-    ctx.core.Suppress_Events = false;
     ctx.playback.Tag_Boxes_Ready = -1;
 }
 
@@ -199,8 +200,8 @@ void Play_Audio(AppContext& ctx) {
     double duration = 0;
     if (MediaEngine* engine = Audio_Engine(ctx)) {
         if (auto item = engine->newMedia(file)) duration = item->duration();
-        (void)engine->setURL(file);
-        (void)engine->setVolume(s.Volume_Step);
+        Log_Failure(ctx, *engine, "setURL", engine->setURL(file));
+        Log_Failure(ctx, *engine, "setVolume", engine->setVolume(s.Volume_Step));
     }
     Media_Play(ctx, 1);
 
@@ -220,10 +221,12 @@ void Video(AppContext& ctx) {
     MediaEngine& video = ctx.ports.video;
     ctx.form2.Show();
     (void)video.newMedia(file);
-    (void)video.setURL(file);
-    (void)video.setVolume(ctx.settings.Volume_Step);
-    // The sound must not come from two engines.
-    (void)ctx.ports.player.stop();
+    Log_Failure(ctx, video, "setURL", video.setURL(file));
+    Log_Failure(ctx, video, "setVolume", video.setVolume(ctx.settings.Volume_Step));
+    // The sound must not come from two engines. Loading no file is how the
+    // audio engine lets go of its own; the engine answers that there is no
+    // such file, every time, which is no fault.
+    Log_Failure(ctx, ctx.ports.player, "stop", ctx.ports.player.stop());
     (void)ctx.ports.player.setURL("");
     Media_Play(ctx, 2);
     Wait(ctx.ports.loop, 200);
@@ -247,7 +250,7 @@ void Media_Play(AppContext& ctx, int window) {
 
     // 2: a Track that comes up while the user has paused stays paused.
     if (ctx.form1.Tray("mnusystemtraypause").Checked()) {
-        if (engine != nullptr) (void)engine->pause();
+        if (engine != nullptr) Log_Failure(ctx, *engine, "pause", engine->pause());
         return;
     }
 
@@ -274,7 +277,8 @@ void Media_Play(AppContext& ctx, int window) {
     }
 
     // 4
-    if (engine != nullptr) (void)engine->setCurrentPosition(t.Current_Position);
+    if (engine != nullptr)
+        Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(t.Current_Position));
     ctx.form1.Slider1.SetValue(t.Current_Position);
 
     // 5
@@ -307,7 +311,7 @@ void Release_Engine(AppContext& ctx, int window) {
         out << Silent_Mp3_Bytes();
     }
     MediaEngine& engine = window == 2 ? ctx.ports.video : ctx.ports.player;
-    (void)engine.setURL(dump);
+    Log_Failure(ctx, engine, "setURL", engine.setURL(dump));
     (void)engine.newMedia(dump);
 }
 
@@ -319,10 +323,9 @@ void Drop_Dump_File(AppContext& ctx) {
 void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::string& new_path,
                           const std::string& marker, const std::function<void()>& write_tags) {
     PlaybackState& p = ctx.playback;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     if (path != p.Current_File) {
         if (write_tags) write_tags();
-        ctx.core.Suppress_Events = false;
         return;
     }
 
@@ -336,8 +339,8 @@ void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::s
     if (engine != nullptr) {
         position = engine->currentPosition().value_or(0.0);
         state = engine->playState();
-        (void)engine->stop();
-        (void)engine->close();
+        Log_Failure(ctx, *engine, "stop", engine->stop());
+        Log_Failure(ctx, *engine, "close", engine->close());
         Release_Engine(ctx, window);
     }
 
@@ -353,12 +356,11 @@ void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::s
     Drop_Dump_File(ctx);
 
     if (engine != nullptr) {
-        (void)engine->setURL(new_path.empty() ? p.Current_File : new_path);
-        (void)engine->setCurrentPosition(position);
-        if (state == PS_Playing) (void)engine->play();
-        else (void)engine->pause();
+        Log_Failure(ctx, *engine, "setURL", engine->setURL(new_path.empty() ? p.Current_File : new_path));
+        Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(position));
+        if (state == PS_Playing) Log_Failure(ctx, *engine, "play", engine->play());
+        else Log_Failure(ctx, *engine, "pause", engine->pause());
     }
-    ctx.core.Suppress_Events = false;
 }
 
 }  // namespace velmora

@@ -7,6 +7,7 @@
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/reset_views.h"
 
@@ -110,7 +111,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
     if (count == 0) return;
 
     // 2, 3
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     for (const char* name : kSelectRow) f.Menus(name).SetChecked(false);
     const int row_of_code = class_code == -1 ? 6 : class_code;
     if (row_of_code >= 0 && row_of_code < static_cast<int>(kSelectRow.size()))
@@ -136,7 +137,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
     }
 
     // 5
-    ctx.core.Suppress_Events = false;
+    quiet.Restore();
     Log_Line(ctx, "->" + std::string(" Αριθμός αρχείων : ") + std::to_string(selected) + " : Number of files" + "\n" +
                       "Μέγεθος (Mbytes): " + Trim(Str(size)) + " :Size (Mbytes)" + "\n");
 }
