@@ -111,23 +111,23 @@ Status Bres_Kommati(AppContext& ctx) {
     int found = 0;
 
     if (t.Resume_Pending != 0) {
-        // 1: a loaded Collection goes on at its Track and position.
+        // A loaded Collection goes on at its Track and position.
         t.Resume_Pending = 0;
         if (list.ListCount() == 0) return {};
         if (t.Current_Track < 0) t.Current_Track = 0;
         if (t.Played_High <= 0) t.Played_High = t.Played_Count;
         Show_Current_Media(ctx);
     } else {
-        t.Current_Position = 0;  // 2
+        t.Current_Position = 0;  // any other move starts the Track from its beginning
         if (ctx.settings.Replay_Mode == 1 || p.Jump_To_Selected != 0) {
-            // 3: the same Track again, or the one asked for; no number changes.
+            // The same Track again, or the one asked for; no number changes.
             if (p.Jump_To_Selected == -1) {
                 t.Current_Track = list.ListIndex();
                 p.Jump_To_Selected = 0;
             }
             Show_Current_Media(ctx);
         } else {
-            // 4: is anything left? The row found is not used.
+            // Is anything left? The row found is not used.
             const int count = list.ListCount();
             if (count - 1 > t.Bound()) return Out_Of_Range("Bres_Kommati");
             found = -1;
@@ -138,15 +138,15 @@ Status Bres_Kommati(AppContext& ctx) {
                 }
             }
             if (found != -1) {
-                // 5: the walk.
+                // The walk.
                 if (!In_Table(t, t.Current_Track)) return Out_Of_Range("Bres_Kommati");
                 p.Walk_Mark = t.Played_Number[t.Current_Track];
                 const int32_t n = count - 1;
                 for (;;) {
                     if (ctx.settings.Random_Order == -1) {
                         // Rounded, not spread: the first and the last row are
-                        // half as likely as the others. No retry limit: step 4
-                        // has shown that an acceptable row exists.
+                        // half as likely as the others. No retry limit: the
+                        // search above has shown that an acceptable row exists.
                         t.Current_Track = static_cast<int32_t>(RoundHalfEven(Next_Random(ctx) * n));
                     } else if (p.Walk_Mark != 0) {
                         int32_t next = 0;
@@ -171,13 +171,13 @@ Status Bres_Kommati(AppContext& ctx) {
         }
     }
 
-    // 6
+    // The top of the history never stands below the count.
     if (t.Played_High < t.Played_Count) t.Played_High = t.Played_Count;
 
-    // 7, 8
+    // The search found no unplayed row of the chosen classes: the cycle ends.
     if (t.Track_Count > -1 && list.ListCount() > 0 && found == -1) return End_Of_Cycle(ctx);
 
-    // 9
+    // The Track found: its class shown or given, then started.
     t.Collection_Saved = 0;
     if (ctx.settings.Auto_Rating == 0) {
         ctx.ratings.Stats_Dirty = true;

@@ -242,19 +242,22 @@ void Media_Play(AppContext& ctx, int window) {
     PlaybackState& p = ctx.playback;
     MediaEngine* engine = Engine_Of_Window(ctx, window);
 
-    // 1: once per run, and only when the program started playing by itself.
+    // Half a second before the first start: once per run, and only when the
+    // program started playing by itself.
     if (p.First_Play_Done == 0 && s.Auto_Start == -1) {
         Wait(ctx.ports.loop, 500);
         p.First_Play_Done = -1;
     }
 
-    // 2: a Track that comes up while the user has paused stays paused.
+    // A Track that comes up while the user has paused stays paused.
     if (ctx.form1.Tray("mnusystemtraypause").Checked()) {
         if (engine != nullptr) Log_Failure(ctx, *engine, "pause", engine->pause());
         return;
     }
 
-    // 3: the start point.
+    // The start point: a preview's first point; otherwise the beginning, this
+    // file's stored stop position, or where the last file stopped, which
+    // Current_Position still holds, as the mode says.
     if (s.Preview_Active == -1) {
         auto duration_now = [&] {
             auto media = engine != nullptr ? engine->currentMedia() : nullptr;
@@ -276,15 +279,13 @@ void Media_Play(AppContext& ctx, int window) {
         t.Current_Position = 0;
     }
 
-    // 4
     if (engine != nullptr)
         Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(t.Current_Position));
     ctx.form1.Slider1.SetValue(t.Current_Position);
 
-    // 5
     if (ctx.form1.Menus("MnuMorePauseActive").Checked()) Pause_Between_Files(ctx, window);
 
-    // 6: the next tick, 300 ms from now, starts the engine.
+    // The next tick, 300 ms from now, starts the engine.
     Arm_Short_Tick(ctx, kTickStart, ctx.form1.Timer1.Interval());
 }
 

@@ -58,14 +58,14 @@ void Calculate_Ratings(AppContext& ctx) {
     TrackTable& t = ctx.table;
     EventLoop& loop = ctx.ports.loop;
 
-    // 1
+    // Every total from nothing.
     t.Class_Count.fill(Currency());
     t.Class_Size.fill(Currency());
     t.Class_Duration.fill(Currency());
     t.Total_Duration = Currency();
     t.Total_Size = Currency();
 
-    // 2, 3: nothing may re-enter while the rows are recounted.
+    // Nothing may re-enter while the rows are recounted.
     Set_Window_Enabled(ctx, false);
     for (auto& box : f.List3_0) box.SetEnabled(false);
     TextBox& log = f.Text2[0];
@@ -73,7 +73,7 @@ void Calculate_Ratings(AppContext& ctx) {
     const std::string before = log.Text();
     log.SetText(head + "\n" + before);
 
-    // 4
+    // The class of each row read from its letter, and the totals summed.
     const ListBox& letters = f.List3_0[1];
     const int total = f.List2.ListCount();
     const int rows = std::min(total, t.Bound() + 1);
@@ -110,7 +110,7 @@ void Calculate_Ratings(AppContext& ctx) {
         }
     }
 
-    // 5
+    // The totals of the classes chosen for playing, and the window back.
     Class_Play_Totals(ctx);
     f.List3_0[1].SetEnabled(true);
     Set_Window_Enabled(ctx, true);

@@ -110,7 +110,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
     const int count = f.List2.ListCount();
     if (count == 0) return;
 
-    // 2, 3
+    // Only this code's menu row marked, and nothing selected yet.
     SuppressEvents quiet(ctx.core);
     for (const char* name : kSelectRow) f.Menus(name).SetChecked(false);
     const int row_of_code = class_code == -1 ? 6 : class_code;
@@ -121,7 +121,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
         for (auto& box : f.List3_0) box.SetSelected(i, false);
     }
 
-    // 4: the codes are not the ratings; 4 stands for Unmarked, and -1 for no
+    // The codes are not the ratings; 4 stands for Unmarked, and -1 for no
     // rating at all, so the X row selects nothing.
     int64_t selected = 0;
     Currency size;
@@ -136,7 +136,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
         ++selected;
     }
 
-    // 5
+    // What was selected, counted in the log.
     quiet.Restore();
     Log_Line(ctx, "->" + std::string(" Αριθμός αρχείων : ") + std::to_string(selected) + " : Number of files" + "\n" +
                       "Μέγεθος (Mbytes): " + Trim(Str(size)) + " :Size (Mbytes)" + "\n");
