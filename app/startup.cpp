@@ -14,6 +14,7 @@
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/constant_tables.h"
+#include "core/port_faults.h"
 #include "core/program_folders.h"
 #include "core/running_report.h"
 #include "core/settings_store.h"
@@ -103,7 +104,8 @@ void Form_Load(AppContext& ctx) {
     Settings& s = ctx.settings;
     TrackTable& t = ctx.table;
 
-    // 1, 2, 3
+    // The program folder, the clocks on the loop, the handlers, the
+    // program's folders and the controls at their defaults.
     ctx.core.App_Path = WithSlash(ctx.program_folder);
     ctx.ports.loop.Attach(f.Timer1);
     ctx.ports.loop.Attach(ctx.form4.Timer1);
@@ -115,13 +117,13 @@ void Form_Load(AppContext& ctx) {
     Initialise(ctx);
     Reset_Views(ctx, 0);
 
-    // 4
+    // The preferences; a damaged file leaves the defaults and says so.
     bool error = false;
     Load_Settings(ctx, error);
     if (error) Log_Line(ctx, "-> Λάθος κατά τη φόρτωση προτιμήσεων - Error while loading preferences");
     Disable_Unbuilt_Rows(ctx);
 
-    // 5, 6, 7
+    // The start screen, when wanted, then the classes to play and the window.
     if (s.Splash_Show == -1) {
         ctx.core.Splash_Started = ctx.ports.loop.TickCount();
         ctx.splash.Show();
@@ -130,7 +132,8 @@ void Form_Load(AppContext& ctx) {
     Apply_Class_Play(ctx);
     f.Show();
 
-    // 8, 9, 10
+    // The last Collection, its filters when it has none stored and they are
+    // to be built at load, and the size of the report.
     Load_Pointer(ctx);
     Load_Collection(ctx);
     if (ctx.catalogue.Filter_Text.size() <= 1 && s.Filters_Load == -1) {
@@ -140,7 +143,7 @@ void Form_Load(AppContext& ctx) {
     }
     Report_Size(ctx);
 
-    // 11: the start screen stays for two seconds from its showing.
+    // The start screen stays for two seconds from its showing.
     if (s.Splash_Show == -1) {
         EventLoop& loop = ctx.ports.loop;
         while (loop.TickCount() - ctx.core.Splash_Started < 2000)
@@ -148,11 +151,11 @@ void Form_Load(AppContext& ctx) {
         ctx.splash.Hide();
     }
 
-    // 12, 13
+    // The class labels, and a first date for the timed events.
     Update_Class_Labels(ctx);
     if (s.Trigger_Date.empty() || s.Trigger_Date == " ") s.Trigger_Date = DateText(ctx.ports.loop.Now());
 
-    // 14
+    // The window that plays is shown with a fast clock, or hidden with a slow one.
     FormState& playing = s.Second_Player == -1 ? static_cast<FormState&>(ctx.form4) : f;
     if (s.Window_Visible == -1) {
         playing.Show();
@@ -164,30 +167,31 @@ void Form_Load(AppContext& ctx) {
         f.Timer1.SetInterval(6000);
     }
 
-    // 15, 16, 17
+    // The stored search addresses, and the tray icon.
     if (s.Search_Count > 0)
         for (const auto& link : s.Search_Links) f.Combo3.AddItem(link);
     f.Command14.SetEnabled(false);
     AddIconToTray(ctx);
 
-    // 18: nothing plays by itself.
+    // Nothing plays by itself.
     ctx.ports.player.setAutoStart(false);
     ctx.ports.video.setAutoStart(false);
     ctx.ports.second.setAutoStart(false);
-    (void)ctx.ports.player.stop();
+    Log_Failure(ctx, ctx.ports.player, "stop", ctx.ports.player.stop());
 
-    // 19, 20, 21
+    // A preview of less than two seconds is taken for unset; the second
+    // player's window when it was in use; the start-with-the-system mark.
     if (s.Preview_Seconds < 2) s.Preview_Seconds = 10;
     if (s.Second_Player == -1) Passage(ctx, -1);
     f.Menus("MnuMoreWindows").SetChecked(Run_Key_Exists(ctx, ctx.core.Executable_Name));
 
-    // 22: the first Track is the first played.
+    // The first Track is the first played.
     if (f.List2.ListCount() >= 1 && t.Played_Count == 0) {
         t.Played_Count = 1;
         if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) t.Played_Number[t.Current_Track] = 1;
     }
 
-    // 23, 24
+    // Playing starts by itself when the user asked for it, and the clock runs.
     if (s.Auto_Start == -1) Command3_Click(ctx, 0);
     f.Timer1.SetEnabled(true);
     ctx.core.Last_Save = ctx.ports.loop.Now().SecondsSinceMidnight();

@@ -12,7 +12,8 @@ void Form_Load(AppContext& ctx);
 void Form_QueryUnload(AppContext& ctx);
 
 void Apply_Class_Play(AppContext& ctx);
-// The initialisation that Form_Load runs as its second step.
+// The tables, lists and controls at their first contents, set by Form_Load
+// before the preferences and the Collection are read over them.
 void Initialise(AppContext& ctx);
 void Set_Defaults(AppContext& ctx);
 void Main();

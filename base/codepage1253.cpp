@@ -134,22 +134,6 @@ constexpr auto kGreekLower = [] {
 
 constexpr unsigned char kGreekLead = 0xCE;
 
-// The folded byte at position i. A byte's fold depends only on itself and its
-// neighbours, so comparisons can fold both sides as they go, with no copies.
-unsigned char FoldedByte(std::string_view s, size_t i) {
-    const auto c = static_cast<unsigned char>(s[i]);
-    if (c >= 'A' && c <= 'Z') return c | 0x20;
-    if (c == kGreekLead && i + 1 < s.size()) {
-        char16_t lower = kGreekLower[static_cast<unsigned char>(s[i + 1])];
-        if (lower != 0) return static_cast<unsigned char>(0xC0 | (lower >> 6));
-    } else if (c >= 0x80 && i > 0 && static_cast<unsigned char>(s[i - 1]) == kGreekLead) {
-        // 0xCE is never a second byte itself, so a pair cannot overlap another.
-        char16_t lower = kGreekLower[c];
-        if (lower != 0) return static_cast<unsigned char>(0x80 | (lower & 0x3F));
-    }
-    return c;
-}
-
 }  // namespace
 
 std::optional<std::string> Utf8ToCp1253(std::string_view utf8) {

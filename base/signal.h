@@ -40,22 +40,28 @@ public:
         return Subscription(alive);
     }
 
-    // Handlers may subscribe or unsubscribe while being called; a handler
-    // added during emission is first called on the next emission.
+    // Handlers may subscribe, unsubscribe or emit again while being called; a
+    // handler added during emission is first called on the next emission.
+    // Dead slots are erased only once no emission is running, because a
+    // running one walks the list by index and an erase under it would shift
+    // a live handler past its index.
     void emit(Args... args) {
         const size_t n = m_slots.size();
-        bool dead = false;
-        for (size_t i = 0; i < n && i < m_slots.size(); ++i) {
-            auto alive = m_slots[i].alive;  // keep the flag while the slot runs
-            if (*alive) {
-                auto fn = m_slots[i].fn;
-                fn(args...);
-            } else {
-                dead = true;
+        {
+            Depth running(m_depth);
+            for (size_t i = 0; i < n; ++i) {
+                auto alive = m_slots[i].alive;  // keep the flag while the slot runs
+                if (*alive) {
+                    auto fn = m_slots[i].fn;
+                    fn(args...);
+                } else {
+                    m_dead = true;
+                }
             }
         }
-        if (dead) {
+        if (m_dead && m_depth == 0) {
             std::erase_if(m_slots, [](const Slot& s) { return !*s.alive; });
+            m_dead = false;
         }
     }
 
@@ -70,7 +76,19 @@ private:
         std::shared_ptr<bool> alive;
         std::function<void(Args...)> fn;
     };
+    // Counts the emissions under way, and undoes its count however the
+    // handlers leave.
+    struct Depth {
+        explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
+        ~Depth() { --m_depth; }
+        Depth(const Depth&) = delete;
+        Depth& operator=(const Depth&) = delete;
+        int& m_depth;
+    };
+
     std::vector<Slot> m_slots;
+    int m_depth = 0;
+    bool m_dead = false;
 };
 
 }  // namespace velmora

@@ -40,7 +40,7 @@ void BM_RemoveFirstRowOfFullTable(benchmark::State& state) {
     }
     int list_count = t.Track_Count;
     for (auto _ : state) {
-        velmora::Remove_Row(t, 0, list_count);
+        velmora::Compact_TrackTable(t, 0, list_count);
         state.PauseTiming();
         if (--list_count < 1000) {  // refill so every removal sees a near-full table
             list_count = t.Track_Count;

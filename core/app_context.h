@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,9 @@ struct CoreState {
     bool Busy_Working = false;
     bool Filtering = false;
     int Esc_Key = 0;
+    // Port calls ("player.stop") whose last run failed; each is logged when
+    // it begins failing and not again until it has succeeded (port_faults.h).
+    std::set<std::string> Failing_Calls;
 
     int64_t Splash_Started = 0;  // tick when the start screen was shown
     int32_t Last_Save = 0;       // seconds since midnight of the last automatic save

@@ -43,11 +43,9 @@ int ListBox::AddItem(std::string text, int index) {
     if (row == ListCount()) {
         if (m_index_valid) m_index[FoldCase(text)].push_back(row);
         m_items.push_back(std::move(text));
-        m_item_data.push_back(0);
         m_selected.push_back(0);
     } else {
         m_items.insert(m_items.begin() + row, std::move(text));
-        m_item_data.insert(m_item_data.begin() + row, 0);
         m_selected.insert(m_selected.begin() + row, 0);
         m_index_valid = false;
         if (m_list_index >= row) ++m_list_index;
@@ -59,7 +57,6 @@ int ListBox::AddItem(std::string text, int index) {
 void ListBox::RemoveItem(int index) {
     if (index < 0 || index >= ListCount()) return;
     m_items.erase(m_items.begin() + index);
-    m_item_data.erase(m_item_data.begin() + index);
     m_selected.erase(m_selected.begin() + index);
     m_index_valid = false;
     if (m_list_index == index) m_list_index = -1;
@@ -69,7 +66,6 @@ void ListBox::RemoveItem(int index) {
 
 void ListBox::Clear() {
     m_items.clear();
-    m_item_data.clear();
     m_selected.clear();
     m_index.clear();
     m_index_valid = true;
@@ -85,7 +81,6 @@ void ListBox::Assign(std::vector<std::string> items) {
             return FoldCase(a) < FoldCase(b);
         });
     }
-    m_item_data.assign(m_items.size(), 0);
     m_selected.assign(m_items.size(), 0);
     m_index_valid = false;
     m_list_index = -1;
@@ -121,16 +116,6 @@ void ListBox::SetSelected(int index, bool on) {
 
 int ListBox::SelCount() const {
     return static_cast<int>(std::count(m_selected.begin(), m_selected.end(), 1));
-}
-
-int64_t ListBox::ItemData(int index) const {
-    if (index < 0 || index >= ListCount()) return 0;
-    return m_item_data[index];
-}
-
-void ListBox::SetItemData(int index, int64_t data) {
-    if (index < 0 || index >= ListCount()) return;
-    m_item_data[index] = data;
 }
 
 void ListBox::RebuildIndex() const {

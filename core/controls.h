@@ -71,8 +71,6 @@ public:
     int SelCount() const;
     int TopIndex() const { return m_top_index; }
     void SetTopIndex(int index) { Set(m_top_index, index, Change::Index); }
-    int64_t ItemData(int index) const;
-    void SetItemData(int index, int64_t data);
 
     bool Sorted() const { return m_sorted; }
     void SetSorted(bool on) { m_sorted = on; }
@@ -104,7 +102,6 @@ private:
 
     std::vector<std::string> m_items;
     uint64_t m_revision = 0;
-    std::vector<int64_t> m_item_data;
     std::vector<char> m_selected;
     int m_list_index = -1;
     int m_top_index = 0;

@@ -115,7 +115,8 @@ int16_t CountOf(int count, bool& clipped) {
     return static_cast<int16_t>(std::min<int>(count, std::numeric_limits<int16_t>::max()));
 }
 
-// The file's order, once for both directions.
+// The file's order, once for both directions; the numbers behind are the
+// record numbers.
 template <class Io>
 void Exchange(Io& io, AppContext& ctx) {
     constexpr bool reading = Io::kReading;

@@ -90,22 +90,22 @@ void TrackTable::ClearRow(int r) {
     Saved[r] = false;
 }
 
-void Remove_Row(TrackTable& t, int index, int list_count) {
-    if (index < 0 || index > t.Bound()) return;
-    if (t.Total_Size > Currency()) t.Total_Size -= t.File_Size[index];
-    if (t.Total_Duration > Currency()) t.Total_Duration -= t.Duration[index];
-    const int rc = t.Rating_Class[index];
-    if (rc >= 0 && rc < kClassCount && t.Class_Count[rc] > Currency()) {
-        t.Class_Count[rc] -= Currency(1);
-        t.Class_Size[rc] -= t.File_Size[index];
-        t.Class_Duration[rc] -= t.Duration[index];
+void Compact_TrackTable(TrackTable& t, int row, int list_count) {
+    if (row < 0 || row > t.Bound()) return;
+    if (t.Total_Size > Currency()) t.Total_Size -= t.File_Size[row];
+    if (t.Total_Duration > Currency()) t.Total_Duration -= t.Duration[row];
+    const int rc = t.Rating_Class[row];
+    if (rc >= 0 && rc < kClassCount) {
+        if (t.Class_Count[rc] > Currency()) t.Class_Count[rc] -= Currency(1);
+        t.Class_Size[rc] -= t.File_Size[row];
+        t.Class_Duration[rc] -= t.Duration[row];
     }
 
-    // Move the rows behind up by one. Stop_Position stays where it is: each
-    // stored stop position keeps its old row number.
+    // One column at a time: each move runs down contiguous memory, which on
+    // a full table is what keeps a removal short.
     const int last = std::min(list_count - 1, t.Bound());
     auto shift = [&](auto& col) {
-        if (index < last) std::move(col.begin() + index + 1, col.begin() + last + 1, col.begin() + index);
+        if (row < last) std::move(col.begin() + row + 1, col.begin() + last + 1, col.begin() + row);
     };
     shift(t.Duration);
     shift(t.File_Size);
@@ -120,11 +120,10 @@ void Remove_Row(TrackTable& t, int index, int list_count) {
     shift(t.Played_Number);
     shift(t.Rating_Class);
     // vector<bool> has no move-assignable references; copy bit by bit.
-    for (int r = index; r < last; ++r) {
-        t.Identified[r] = t.Identified[r + 1];
-        t.Saved[r] = t.Saved[r + 1];
-    }
-    if (last >= 0) t.ClearRow(std::max(last, index));
+    for (int r = row; r < last; ++r) t.Identified[r] = t.Identified[r + 1];
+    const int blank = std::max(last, row);
+    t.ClearRow(blank);
+    t.Slot_Text[blank].Fill("0");
 }
 
 void Renumber_Played(TrackTable& t) {

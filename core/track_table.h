@@ -74,10 +74,12 @@ struct TrackTable {
     int32_t Bound() const { return static_cast<int32_t>(Played_Number.size()) - 1; }
 };
 
-// Takes row `index` out: totals first, then every row behind it moves up one
-// in every column but Stop_Position, which stays at its old row number.
-// list_count is List2's count before the caller removes the item.
-void Remove_Row(TrackTable& t, int index, int list_count);
+// Takes row `row` out: totals first, then every row behind it moves up one
+// in every column but Stop_Position and Saved, which stay at their row
+// numbers, so a Track behind inherits the stored position and the saved mark
+// of the row before it. list_count is List2's count before the caller removes
+// the item. The columns keep their size; the caller resizes once at the end.
+void Compact_TrackTable(TrackTable& t, int row, int list_count);
 
 // Closes gaps in Played_Number, keeping the order (ties: the row found first
 // stays first), and moves Played_Count, Played_High and Current_Track along.

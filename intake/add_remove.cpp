@@ -10,8 +10,10 @@
 #include "catalogue/track_list_totals.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/progress.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "fileops/file_batch_confirm.h"
 #include "fileops/file_engine.h"
 #include "intake/directory_search.h"
@@ -61,9 +63,10 @@ public:
         Set_Window_Enabled(m_ctx, false);
         t.Current_Position = 0;
         m_ctx.core.Busy_Working = true;
-        m_ctx.core.Suppress_Events = true;
-        m_f.MultiPage1.SetValue(2);
-        m_ctx.core.Suppress_Events = false;
+        {
+            SuppressEvents quiet(m_ctx.core);
+            m_f.MultiPage1.SetValue(2);
+        }
         if (m_ctx.settings.Report_On != 0) Report_Block(m_ctx, -1);
         if (t.Track_Count != 0 && t.Track_Count != m_f.List2.ListCount()) t.Track_Count = m_f.List2.ListCount();
         Show_Lists(m_f, false);
@@ -278,7 +281,7 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
         const bool in_table = row <= t.Bound();
         const Currency size = in_table ? t.File_Size[row] : Currency();
         const Currency seconds = in_table ? t.Duration[row] : Currency();
-        Compact_TrackTable(ctx, row);
+        Compact_TrackTable(t, row, f.List2.ListCount());
         ++tally.removed;
         f.List2.RemoveItem(row);
         for (auto& box : f.List3_0)
@@ -303,7 +306,7 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
         MediaEngine& engine = ctx.form2.Visible()   ? ctx.ports.video
                               : ctx.form4.Visible() ? ctx.ports.second
                                                     : ctx.ports.player;
-        (void)engine.stop();
+        Log_Failure(ctx, engine, "stop", engine.stop());
     }
 
     const IntakeState& in = ctx.intake;
@@ -319,39 +322,6 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
         text += "\n-> Απομακρύνθηκαν - Removed :" + Str(tally.removed);
     }
     f.Text2[1].SetText(text);
-}
-
-void Compact_TrackTable(AppContext& ctx, int row) {
-    TrackTable& t = ctx.table;
-    if (row < 0 || row > t.Bound()) return;
-    if (t.Total_Size > Currency()) t.Total_Size -= t.File_Size[row];
-    if (t.Total_Duration > Currency()) t.Total_Duration -= t.Duration[row];
-    const int rc = t.Rating_Class[row];
-    if (rc >= 0 && rc < kClassCount) {
-        if (t.Class_Count[rc] > Currency()) t.Class_Count[rc] -= Currency(1);
-        t.Class_Size[rc] -= t.File_Size[row];
-        t.Class_Duration[rc] -= t.Duration[row];
-    }
-
-    const int last = std::min(ctx.form1.List2.ListCount() - 1, t.Bound());
-    for (int r = row; r < last; ++r) {
-        t.Duration[r] = t.Duration[r + 1];
-        t.File_Size[r] = t.File_Size[r + 1];
-        t.Bitrate[r] = t.Bitrate[r + 1];
-        t.Artist[r] = std::move(t.Artist[r + 1]);
-        t.Genre[r] = std::move(t.Genre[r + 1]);
-        t.Album[r] = std::move(t.Album[r + 1]);
-        t.Title[r] = std::move(t.Title[r + 1]);
-        t.Year[r] = std::move(t.Year[r + 1]);
-        t.Slot_Value[r] = t.Slot_Value[r + 1];
-        t.Slot_Text[r] = std::move(t.Slot_Text[r + 1]);
-        t.Played_Number[r] = t.Played_Number[r + 1];
-        t.Rating_Class[r] = t.Rating_Class[r + 1];
-        t.Identified[r] = t.Identified[r + 1];
-    }
-    const int blank = std::max(last, row);
-    t.ClearRow(blank);
-    t.Slot_Text[blank].Fill("0");
 }
 
 }  // namespace velmora

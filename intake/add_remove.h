@@ -36,8 +36,5 @@ struct RemovalTally {
 };
 // Removes the Track at row, whose path is path.
 void Remove_the_Files(AppContext& ctx, const std::string& path, int row, RemovalTally& tally);
-// Closes the gap row leaves in the table. Stop_Position and Saved are not
-// moved: the Tracks behind inherit the mark of the row before them.
-void Compact_TrackTable(AppContext& ctx, int row);
 
 }  // namespace velmora

@@ -16,6 +16,7 @@
 #include "base/text_format.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 
 namespace velmora {
 
@@ -192,7 +193,7 @@ void Command7_Click(AppContext& ctx, int index) {
     IntakeState& in = ctx.intake;
     ListBox& types = ctx.form1.List3;
     in.Type_Button_Fills = index == in.Last_Type_Button ? !in.Type_Button_Fills : true;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     // The sound range ends before the second ".wmv", ".wmd" pair, the video
     // range before the play lists; "Extra" has only its first row so far.
     int first = 0, last = 0;
@@ -206,7 +207,7 @@ void Command7_Click(AppContext& ctx, int index) {
     last = std::min(last, types.ListCount() - 1);
     for (int i = 0; i < types.ListCount(); ++i) types.SetSelected(i, false);
     for (int i = first; i <= last; ++i) types.SetSelected(i, in.Type_Button_Fills);
-    ctx.core.Suppress_Events = false;
+    quiet.Restore();
     List3_Click(ctx);
     in.Last_Type_Button = index;
 }
@@ -257,13 +258,12 @@ void Command2_Click(AppContext& ctx) { ctx.core.Esc_Key = 27; }
 void YpoFakel(AppContext& ctx) {
     Form1& f = ctx.form1;
     if (!ctx.intake.Search_Stale || ctx.core.Suppress_Events) return;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     if (f.List1.ListCount() > 0 && f.Dir1.Path() == f.List1.List(0) && !ctx.intake.Use_Subdirectories) {
         const MsgAnswer a = ctx.ports.dialogs.MsgBox("Νέα έρευνα για φακέλους; - New direcotry search?",
                                                      MsgButtons::YesNo, MsgIcon::Question, "");
         if (a == MsgAnswer::No) {
             Set_Check2(ctx, 0);
-            ctx.core.Suppress_Events = false;
             return;
         }
     }
@@ -279,7 +279,6 @@ void YpoFakel(AppContext& ctx) {
     }
     f.Frame1.SetEnabled(true);
     f.Check2.SetEnabled(true);
-    ctx.core.Suppress_Events = false;
 }
 
 void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {

@@ -8,6 +8,7 @@
 #include "core/app_context.h"
 #include "core/progress.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 
@@ -162,7 +163,7 @@ bool Identify_Properties(AppContext& ctx, int mode) {
     IdentifyState& run = ctx.identify;
     run = IdentifyState{};
     if (f.List2.ListCount() == 0) return false;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
 
     t.Total_Duration = Currency();
     t.Total_Size = Currency();
@@ -233,7 +234,7 @@ bool Identify_Properties(AppContext& ctx, int mode) {
                 std::to_string(run.Size_Corrections) + "\n" + log.Text());
 
     if (ctx.report.Report_Open == -1) Report_Block(ctx, 0);
-    ctx.core.Suppress_Events = false;
+    quiet.Restore();
     Save_Collection(ctx, true, true);
     return true;
 }

@@ -432,12 +432,6 @@ Status MpvEngine::setVolume(int volume) {
     return {};
 }
 
-Status MpvEngine::SetVideoWindow(int64_t wid) {
-    if (m_mpv == nullptr) return Error{m_init_error};
-    if (int rc = mpv_set_property(m_mpv, "wid", MPV_FORMAT_INT64, &wid); rc < 0) return Fail(rc, "wid");
-    return {};
-}
-
 std::unique_ptr<MediaItem> MpvEngine::newMedia(const std::string& path) { return ReadMediaItem(path); }
 
 std::unique_ptr<MediaItem> MpvEngine::currentMedia() {

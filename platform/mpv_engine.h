@@ -38,8 +38,6 @@ public:
     MpvEngine& operator=(const MpvEngine&) = delete;
 
     const std::string& InitError() const { return m_init_error; }
-    // Takes effect when mpv next opens its video output.
-    Status SetVideoWindow(int64_t wid);
     // For the video widget, which draws the controls by these.
     bool IsEnabled() const { return m_enabled; }
     const std::string& UiMode() const { return m_ui_mode; }

@@ -6,7 +6,9 @@
 #include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "playback/start_track.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
@@ -47,10 +49,11 @@ Status End_Of_Cycle(AppContext& ctx) {
     std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
     std::fill(t.Saved.begin(), t.Saved.end(), false);
 
-    ctx.core.Suppress_Events = true;
-    Clear_Selection(ctx);
-    list.SetListIndex(t.Current_Track);
-    ctx.core.Suppress_Events = false;
+    {
+        SuppressEvents quiet(ctx.core);
+        Clear_Selection(ctx);
+        list.SetListIndex(t.Current_Track);
+    }
 
     t.Played_Count = 0;
     t.Played_High = 0;
@@ -73,8 +76,8 @@ Status End_Of_Cycle(AppContext& ctx) {
         if (t.Video_Mode == 0) engine = Audio_Engine(ctx);
         else if (t.Video_Mode == -1) engine = &ctx.ports.video;
         if (engine != nullptr) {
-            (void)engine->stop();
-            (void)engine->close();
+            Log_Failure(ctx, *engine, "stop", engine->stop());
+            Log_Failure(ctx, *engine, "close", engine->close());
         }
     }
     return {};
@@ -108,23 +111,23 @@ Status Bres_Kommati(AppContext& ctx) {
     int found = 0;
 
     if (t.Resume_Pending != 0) {
-        // 1: a loaded Collection goes on at its Track and position.
+        // A loaded Collection goes on at its Track and position.
         t.Resume_Pending = 0;
         if (list.ListCount() == 0) return {};
         if (t.Current_Track < 0) t.Current_Track = 0;
         if (t.Played_High <= 0) t.Played_High = t.Played_Count;
         Show_Current_Media(ctx);
     } else {
-        t.Current_Position = 0;  // 2
+        t.Current_Position = 0;  // any other move starts the Track from its beginning
         if (ctx.settings.Replay_Mode == 1 || p.Jump_To_Selected != 0) {
-            // 3: the same Track again, or the one asked for; no number changes.
+            // The same Track again, or the one asked for; no number changes.
             if (p.Jump_To_Selected == -1) {
                 t.Current_Track = list.ListIndex();
                 p.Jump_To_Selected = 0;
             }
             Show_Current_Media(ctx);
         } else {
-            // 4: is anything left? The row found is not used.
+            // Is anything left? The row found is not used.
             const int count = list.ListCount();
             if (count - 1 > t.Bound()) return Out_Of_Range("Bres_Kommati");
             found = -1;
@@ -135,15 +138,15 @@ Status Bres_Kommati(AppContext& ctx) {
                 }
             }
             if (found != -1) {
-                // 5: the walk.
+                // The walk.
                 if (!In_Table(t, t.Current_Track)) return Out_Of_Range("Bres_Kommati");
                 p.Walk_Mark = t.Played_Number[t.Current_Track];
                 const int32_t n = count - 1;
                 for (;;) {
                     if (ctx.settings.Random_Order == -1) {
                         // Rounded, not spread: the first and the last row are
-                        // half as likely as the others. No retry limit: step 4
-                        // has shown that an acceptable row exists.
+                        // half as likely as the others. No retry limit: the
+                        // search above has shown that an acceptable row exists.
                         t.Current_Track = static_cast<int32_t>(RoundHalfEven(Next_Random(ctx) * n));
                     } else if (p.Walk_Mark != 0) {
                         int32_t next = 0;
@@ -168,13 +171,13 @@ Status Bres_Kommati(AppContext& ctx) {
         }
     }
 
-    // 6
+    // The top of the history never stands below the count.
     if (t.Played_High < t.Played_Count) t.Played_High = t.Played_Count;
 
-    // 7, 8
+    // The search found no unplayed row of the chosen classes: the cycle ends.
     if (t.Track_Count > -1 && list.ListCount() > 0 && found == -1) return End_Of_Cycle(ctx);
 
-    // 9
+    // The Track found: its class shown or given, then started.
     t.Collection_Saved = 0;
     if (ctx.settings.Auto_Rating == 0) {
         ctx.ratings.Stats_Dirty = true;
@@ -193,20 +196,15 @@ Status Step_Forward(AppContext& ctx) {
     ListBox& list = ctx.form1.List2;
     if (list.ListCount() == 0) return {};
     Repair_Current(ctx);
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
 
     if (p.Jump_To_Selected != -1 && ctx.settings.Random_Order == -1) {
         // In shuffled order forward retraces the history first; only past its
         // top does the walk draw new rows.
-        if (!In_Table(t, t.Current_Track)) {
-            ctx.core.Suppress_Events = false;
-            return Out_Of_Range("Step_Forward");
-        }
+        if (!In_Table(t, t.Current_Track)) return Out_Of_Range("Step_Forward");
         int32_t wanted = 0;
-        if (!Add(t.Played_Number[t.Current_Track], ctx.settings.Backtrack_Steps, wanted)) {
-            ctx.core.Suppress_Events = false;
+        if (!Add(t.Played_Number[t.Current_Track], ctx.settings.Backtrack_Steps, wanted))
             return Overflow("Step_Forward");
-        }
         const int count = std::min(list.ListCount(), t.Bound() + 1);
         int row = -1;
         for (int i = 0; i < count; ++i) {
@@ -220,10 +218,7 @@ Status Step_Forward(AppContext& ctx) {
         } else {
             if (t.Resume_Pending == 0 && ctx.settings.Replay_Mode == 0) {
                 int32_t number = 0;
-                if (!Add(t.Played_Count, ctx.settings.Backtrack_Steps, number)) {
-                    ctx.core.Suppress_Events = false;
-                    return Overflow("Step_Forward");
-                }
+                if (!Add(t.Played_Count, ctx.settings.Backtrack_Steps, number)) return Overflow("Step_Forward");
                 p.Jump_To_Selected = -1;
                 t.Played_Count = number;
             }
@@ -231,7 +226,7 @@ Status Step_Forward(AppContext& ctx) {
         }
     }
 
-    ctx.core.Suppress_Events = false;
+    quiet.Restore();
     p.Step_Direction = 1;
     return Bres_Kommati(ctx);
 }
@@ -241,13 +236,10 @@ Status Step_Backward(AppContext& ctx) {
     ListBox& list = ctx.form1.List2;
     if (list.ListCount() == 0) return {};
     Repair_Current(ctx);
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     ctx.playback.Jump_To_Selected = -1;
 
-    if (!In_Table(t, t.Current_Track)) {
-        ctx.core.Suppress_Events = false;
-        return Out_Of_Range("Step_Backward");
-    }
+    if (!In_Table(t, t.Current_Track)) return Out_Of_Range("Step_Backward");
     const int steps = ctx.settings.Backtrack_Steps;
     const int32_t played = t.Played_Number[t.Current_Track];
     // Rows of the numbers 1, 2 ... steps below the current one; a number
@@ -257,10 +249,7 @@ Status Step_Backward(AppContext& ctx) {
     const int count = std::min(list.ListCount(), t.Bound() + 1);
     for (int s = 1; s <= steps; ++s) {
         int32_t wanted = 0;
-        if (__builtin_sub_overflow(played, s, &wanted)) {
-            ctx.core.Suppress_Events = false;
-            return Overflow("Step_Backward");
-        }
+        if (__builtin_sub_overflow(played, s, &wanted)) return Overflow("Step_Backward");
         if (wanted < 1) continue;
         for (int row = 0; row < count; ++row) {
             if (t.Played_Number[row] == wanted) {
@@ -286,7 +275,7 @@ Status Step_Backward(AppContext& ctx) {
     list.SetListIndex(target);
     list.SetSelected(target, true);
 
-    ctx.core.Suppress_Events = false;
+    quiet.Restore();
     return Bres_Kommati(ctx);
 }
 
@@ -314,8 +303,7 @@ void Show_Current_Media(AppContext& ctx) {
     counter += "]";
     ctx.form4.Text1.SetText(std::move(counter));
     // The list's own handlers stay out while the walk moves its index.
-    const bool suppressed = ctx.core.Suppress_Events;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     f.List2.SetListIndex(row);
     f.List2.SetSelected(row, true);
     // Played rows stay selected: the selection is the picture of what has played.
@@ -323,7 +311,6 @@ void Show_Current_Media(AppContext& ctx) {
         mirror.SetSelected(row, true);
         mirror.SetListIndex(row);
     }
-    ctx.core.Suppress_Events = suppressed;
 }
 
 void Clear_Selection(AppContext& ctx) {

@@ -6,7 +6,9 @@
 #include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 
 namespace velmora {
 
@@ -136,9 +138,9 @@ void MnuMoreAutoStart_Click(AppContext& ctx) {
 void Pause_Between_Files(AppContext& ctx, int window) {
     Settings& s = ctx.settings;
     EventLoop& loop = ctx.ports.loop;
-    ctx.core.Suppress_Events = true;
-    if (window == 1) (void)ctx.ports.player.pause();
-    else if (window == 2) (void)ctx.ports.video.pause();
+    SuppressEvents quiet(ctx.core);
+    if (window == 1) Log_Failure(ctx, ctx.ports.player, "pause", ctx.ports.player.pause());
+    else if (window == 2) Log_Failure(ctx, ctx.ports.video, "pause", ctx.ports.video.pause());
     loop.DoEvents();
     if (s.Sound_On == -1) {
         for (int frequency = 600; frequency <= 650; frequency += 50) ctx.ports.shell.Beep(frequency, 100);
@@ -152,7 +154,6 @@ void Pause_Between_Files(AppContext& ctx, int window) {
             loop.WaitForEvents(100);
         } while (loop.Now().SecondsSinceMidnight() < until);
     }
-    ctx.core.Suppress_Events = false;
 }
 
 }  // namespace velmora

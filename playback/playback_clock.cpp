@@ -6,6 +6,7 @@
 #include "base/text_format.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
 #include "playback/start_track.h"
 #include "playback/transport.h"
@@ -143,11 +144,11 @@ void Timer1_Timer(AppContext& ctx) {
     Settings& s = ctx.settings;
     EventLoop& loop = ctx.ports.loop;
 
-    // 1: the directory search and the copy engine hold the clock, and so the
+    // The directory search and the copy engine hold the clock, and so the
     // move to the next Track.
     if (ctx.core.Busy_Working) return;
 
-    // 2: the engine's figures. A failed read ends the tick; the next starts afresh.
+    // The engine's figures. A failed read ends the tick; the next starts afresh.
     MediaEngine* engine = Active_Engine(ctx);
     std::string url;
     int32_t position = 0, duration = 0;
@@ -164,10 +165,11 @@ void Timer1_Timer(AppContext& ctx) {
         }
     }
 
-    loop.DoEvents();  // 3
-    f.Slider1.SetValue(position);  // 4
+    loop.DoEvents();
+    f.Slider1.SetValue(position);
 
-    // 5
+    // Where the Track stands and what is left, of it, of the Collection and
+    // of the classes chosen for playing.
     if (!url.empty()) {
         const int32_t left = duration - position;
         p.Position_Hours = position / 3600;
@@ -189,7 +191,7 @@ void Timer1_Timer(AppContext& ctx) {
         }
     }
 
-    // 6
+    // The position boxes of both windows, blank at the very start of a Track.
     if (p.Position_Hours <= 0 && p.Position_Minutes <= 0 && p.Position_Seconds <= 0) {
         Blank_Display(ctx);
     } else {
@@ -223,10 +225,10 @@ void Timer1_Timer(AppContext& ctx) {
         Show_Progress_Labels(ctx);
     }
 
-    // 7
+    // Nothing more to do without a Track.
     if (f.List2.ListCount() == 0 || t.Current_Track < 0) return;
 
-    // 8: the preview plays Preview_Seconds at each point, then moves on.
+    // The preview plays Preview_Seconds at each point, then moves on.
     if (s.Preview_Active == -1) {
         int32_t point = 0;
         if (!Preview_Point(ctx, point)) return;
@@ -239,21 +241,22 @@ void Timer1_Timer(AppContext& ctx) {
                 ++p.Preview_Index;
                 const auto next = static_cast<int16_t>(RoundHalfEven((p.Preview_Index + 1) * double(duration) / 5));
                 s.Preview_Points[static_cast<size_t>(p.Preview_Index)] = next;
-                if (engine != nullptr) (void)engine->setCurrentPosition(next);
+                if (engine != nullptr)
+                    Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(next));
             }
         }
     }
 
-    loop.DoEvents();  // 9
+    loop.DoEvents();
 
-    // 10: every change of Track counts, also a step back to one played before.
+    // Every change of Track counts, also a step back to one played before.
     if (t.Current_Track != p.Last_Track) {
         p.Last_Track = t.Current_Track;
         ++ctx.collection.Stat_Files;
         File_Name_Of(p.Current_File, p.Last_Name);
     }
 
-    // 11: the tray's tip, every tick.
+    // The tray's tip, every tick.
     if (t.Current_Track > t.Bound()) return;
     std::string tip = "No(" + std::to_string(t.Current_Track) + ") -> " + f.Text5[1].Text() + "<" +
                       Stars(t.Rating_Class[t.Current_Track]) + ">" + f.Text5[2].Text() + "\n" + " - " + p.Last_Name;
@@ -261,10 +264,10 @@ void Timer1_Timer(AppContext& ctx) {
     p.Tray_Tip = tip;
     ctx.ports.shell.SetTrayTip(tip);
 
-    // 12: listening time, only while playing.
+    // Listening time, only while playing.
     if (state == PS_Playing) Count_Listening_Time(ctx.collection, f.Timer1.Interval());
 
-    // 13: the automatic save. After midnight the seconds start again below
+    // The automatic save. After midnight the seconds start again below
     // Last_Save, and no save comes until they have passed it again.
     const int now = loop.Now().SecondsSinceMidnight();
     if (s.Save_Auto == -1 && static_cast<double>(now) > ctx.core.Last_Save + 600.0) {
@@ -273,10 +276,10 @@ void Timer1_Timer(AppContext& ctx) {
         ctx.core.Last_Save = now;
     }
 
-    // 14, 15: what the start or the end of a Track left for this tick.
+    // What the start or the end of a Track left for this tick.
     if (p.Tick_Action == kTickStart) {
         Restore_Period(ctx);
-        if (MediaEngine* active = Active_Engine(ctx)) (void)active->play();
+        if (MediaEngine* active = Active_Engine(ctx)) Log_Failure(ctx, *active, "play", active->play());
         // The state of the main window's engine, also when the second window plays.
         MediaEngine& watched = t.Video_Mode == 0 ? ctx.ports.player : ctx.ports.video;
         while (watched.playState() == PS_Transitioning) loop.WaitForEvents(10);

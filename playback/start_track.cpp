@@ -8,7 +8,9 @@
 #include "base/codepage1253.h"
 #include "base/text_format.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"
@@ -109,7 +111,7 @@ void Fill_Tag_Boxes(AppContext& ctx) {
     const std::string& file = ctx.playback.Current_File;
     MediaEngine& reader = ctx.ports.reader;
     ctx.playback.Tag_Boxes_Ready = 0;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
 
     static const char* const kBoxes[5] = {"Title", "Artist", "Album", "WM/Year", "Comment"};
     for (int i = 0; i < 5; ++i) {
@@ -132,7 +134,6 @@ void Fill_Tag_Boxes(AppContext& ctx) {
         f.Combo1.SetText(genre);
     }
 
-    ctx.core.Suppress_Events = false;
     ctx.playback.Tag_Boxes_Ready = -1;
 }
 
@@ -212,8 +213,8 @@ void Play_Audio(AppContext& ctx) {
     double duration = 0;
     if (MediaEngine* engine = Audio_Engine(ctx)) {
         if (auto item = engine->newMedia(file)) duration = item->duration();
-        (void)engine->setURL(file);
-        (void)engine->setVolume(s.Volume_Step);
+        Log_Failure(ctx, *engine, "setURL", engine->setURL(file));
+        Log_Failure(ctx, *engine, "setVolume", engine->setVolume(s.Volume_Step));
     }
     Media_Play(ctx, 1);
 
@@ -233,10 +234,12 @@ void Video(AppContext& ctx) {
     MediaEngine& video = ctx.ports.video;
     ctx.form2.Show();
     (void)video.newMedia(file);
-    (void)video.setURL(file);
-    (void)video.setVolume(ctx.settings.Volume_Step);
-    // The sound must not come from two engines.
-    (void)ctx.ports.player.stop();
+    Log_Failure(ctx, video, "setURL", video.setURL(file));
+    Log_Failure(ctx, video, "setVolume", video.setVolume(ctx.settings.Volume_Step));
+    // The sound must not come from two engines. Loading no file is how the
+    // audio engine lets go of its own; the engine answers that there is no
+    // such file, every time, which is no fault.
+    Log_Failure(ctx, ctx.ports.player, "stop", ctx.ports.player.stop());
     (void)ctx.ports.player.setURL("");
     Media_Play(ctx, 2);
     Wait(ctx.ports.loop, 200);
@@ -252,19 +255,22 @@ void Media_Play(AppContext& ctx, int window) {
     PlaybackState& p = ctx.playback;
     MediaEngine* engine = Engine_Of_Window(ctx, window);
 
-    // 1: once per run, and only when the program started playing by itself.
+    // Half a second before the first start: once per run, and only when the
+    // program started playing by itself.
     if (p.First_Play_Done == 0 && s.Auto_Start == -1) {
         Wait(ctx.ports.loop, 500);
         p.First_Play_Done = -1;
     }
 
-    // 2: a Track that comes up while the user has paused stays paused.
+    // A Track that comes up while the user has paused stays paused.
     if (ctx.form1.Tray("mnusystemtraypause").Checked()) {
-        if (engine != nullptr) (void)engine->pause();
+        if (engine != nullptr) Log_Failure(ctx, *engine, "pause", engine->pause());
         return;
     }
 
-    // 3: the start point.
+    // The start point: a preview's first point; otherwise the beginning, this
+    // file's stored stop position, or where the last file stopped, which
+    // Current_Position still holds, as the mode says.
     if (s.Preview_Active == -1) {
         auto duration_now = [&] {
             auto media = engine != nullptr ? engine->currentMedia() : nullptr;
@@ -286,14 +292,13 @@ void Media_Play(AppContext& ctx, int window) {
         t.Current_Position = 0;
     }
 
-    // 4
-    if (engine != nullptr) (void)engine->setCurrentPosition(t.Current_Position);
+    if (engine != nullptr)
+        Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(t.Current_Position));
     ctx.form1.Slider1.SetValue(t.Current_Position);
 
-    // 5
     if (ctx.form1.Menus("MnuMorePauseActive").Checked()) Pause_Between_Files(ctx, window);
 
-    // 6: the next tick, 300 ms from now, starts the engine.
+    // The next tick, 300 ms from now, starts the engine.
     Arm_Short_Tick(ctx, kTickStart, ctx.form1.Timer1.Interval());
 }
 
@@ -320,7 +325,7 @@ void Release_Engine(AppContext& ctx, int window) {
         out << Silent_Mp3_Bytes();
     }
     MediaEngine& engine = window == 2 ? ctx.ports.video : ctx.ports.player;
-    (void)engine.setURL(dump);
+    Log_Failure(ctx, engine, "setURL", engine.setURL(dump));
     (void)engine.newMedia(dump);
 }
 
@@ -332,10 +337,9 @@ void Drop_Dump_File(AppContext& ctx) {
 void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::string& new_path,
                           const std::string& marker, const std::function<void()>& write_tags) {
     PlaybackState& p = ctx.playback;
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     if (path != p.Current_File) {
         if (write_tags) write_tags();
-        ctx.core.Suppress_Events = false;
         return;
     }
 
@@ -349,8 +353,8 @@ void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::s
     if (engine != nullptr) {
         position = engine->currentPosition().value_or(0.0);
         state = engine->playState();
-        (void)engine->stop();
-        (void)engine->close();
+        Log_Failure(ctx, *engine, "stop", engine->stop());
+        Log_Failure(ctx, *engine, "close", engine->close());
         Release_Engine(ctx, window);
     }
 
@@ -366,12 +370,11 @@ void Replace_Playing_File(AppContext& ctx, const std::string& path, const std::s
     Drop_Dump_File(ctx);
 
     if (engine != nullptr) {
-        (void)engine->setURL(new_path.empty() ? p.Current_File : new_path);
-        (void)engine->setCurrentPosition(position);
-        if (state == PS_Playing) (void)engine->play();
-        else (void)engine->pause();
+        Log_Failure(ctx, *engine, "setURL", engine->setURL(new_path.empty() ? p.Current_File : new_path));
+        Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(position));
+        if (state == PS_Playing) Log_Failure(ctx, *engine, "play", engine->play());
+        else Log_Failure(ctx, *engine, "pause", engine->pause());
     }
-    ctx.core.Suppress_Events = false;
 }
 
 }  // namespace velmora

@@ -5,7 +5,9 @@
 #include "base/char_span.h"
 #include "base/text_format.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/second_player.h"
@@ -98,11 +100,11 @@ void Command11_Click(AppContext& ctx) {
     switch (engine.playState()) {
         case PS_Playing:
             Show_Button(ctx, "play");
-            (void)engine.pause();
+            Log_Failure(ctx, engine, "pause", engine.pause());
             break;
         case PS_Paused:
             Show_Button(ctx, "pause");
-            (void)engine.play();
+            Log_Failure(ctx, engine, "play", engine.play());
             break;
         default:
             // Nothing plays: a press moves on in the direction of the last move.
@@ -145,13 +147,13 @@ void Command10_Click(AppContext& ctx, int index) {
         }
         const size_t slash = path.rfind('/');
         const std::string folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-        (void)ctx.ports.shell.OpenFolder(folder, path);
+        Log_Failure(ctx, "shell.OpenFolder", ctx.ports.shell.OpenFolder(folder, path));
         return;
     }
     if (index != 1 && index != 2) return;
     if (index == 1 && f.List2.ListIndex() < 0) return;
 
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     ListBox* result = nullptr;
     bool is_list5 = false;
     if (f.List5.Enabled()) {
@@ -160,7 +162,6 @@ void Command10_Click(AppContext& ctx, int index) {
     } else if (f.List4.Enabled()) {
         result = &f.List4;
     } else if (index == 1) {
-        ctx.core.Suppress_Events = false;
         return;
     }
 
@@ -175,14 +176,14 @@ void Command10_Click(AppContext& ctx, int index) {
     for (auto& mirror : f.List3_0) mirror.SetListIndex(t.Current_Track);
     if (result != nullptr && current_row >= 0) result->SetTopIndex(current_row);
     if (index == 2 && (f.List5.ListCount() > 0 || f.List4.ListCount() > 0)) f.MultiPage1.SetValue(1);
-    ctx.core.Suppress_Events = false;
 }
 
 void Slider1_Change(AppContext& ctx) {
     MediaEngine& engine = ctx.ports.player;
     Slider& slider = ctx.form1.Slider1;
     const int state = engine.playState();
-    if (state == PS_Paused || state == PS_Playing) (void)engine.setCurrentPosition(slider.Value());
+    if (state == PS_Paused || state == PS_Playing)
+        Log_Failure(ctx, engine, "setCurrentPosition", engine.setCurrentPosition(slider.Value()));
     slider.SetToolTip(engine.currentPositionString());
 }
 
@@ -191,8 +192,9 @@ namespace {
 void Set_Volume(AppContext& ctx, MediaEngine* audio) {
     Settings& s = ctx.settings;
     s.Volume_Step = static_cast<int16_t>(RoundHalfEven(ctx.form1.HScroll1.Value() / 20.0));
-    if (audio != nullptr) (void)audio->setVolume(s.Volume_Step);
-    if (ctx.form2.Visible()) (void)ctx.ports.video.setVolume(s.Volume_Step);
+    if (audio != nullptr) Log_Failure(ctx, *audio, "setVolume", audio->setVolume(s.Volume_Step));
+    MediaEngine& video = ctx.ports.video;
+    if (ctx.form2.Visible()) Log_Failure(ctx, video, "setVolume", video.setVolume(s.Volume_Step));
 }
 
 }  // namespace
@@ -257,7 +259,7 @@ void mnusystemtraypause_Click(AppContext& ctx) {
     }
     if (engine == nullptr) return;
     if (engine->playState() == PS_Playing) {
-        (void)engine->pause();
+        Log_Failure(ctx, *engine, "pause", engine->pause());
         pause.SetChecked(true);
         ctx.playback.Is_Paused = -1;
     } else {
@@ -270,7 +272,8 @@ void mnusystemtraypause_Click(AppContext& ctx) {
 }
 
 void MnuSysTrayDaCapo_Click(AppContext& ctx) {
-    if (MediaEngine* engine = Active_Engine(ctx)) (void)engine->setCurrentPosition(0);
+    if (MediaEngine* engine = Active_Engine(ctx))
+        Log_Failure(ctx, *engine, "setCurrentPosition", engine->setCurrentPosition(0));
 }
 
 }  // namespace velmora

@@ -151,18 +151,19 @@ void DeikseAgapi(AppContext& ctx, int rating, int track) {
     Form1& f = ctx.form1;
     const RatingsState& r = ctx.ratings;
 
-    // 1
+    // No class marked in the tray, the button plain.
     for (const char* name : kTrayMark) f.Tray(name).SetChecked(false);
     f.Command8.SetStyle(1);
 
-    // 2, 3
+    // Fresh class labels and stars, none of them lit.
     Update_Class_Labels(ctx);
     Draw_Rating_Stars(ctx, 0, rating);
     for (auto& label : f.Label9) label.SetStyle(0);
     for (auto& label : f.Label10) label.SetStyle(0);
     for (auto& label : f.Label21) label.SetStyle(0);
 
-    // 4
+    // The Track's class: its letter in the list, its tray mark, its labels
+    // lit and its time on the button.
     std::string caption = kRatingWord;
     if (f.List2.ListCount() > 0 && Is_Rating(rating)) {
         ListBox& letters = f.List3_0[1];
@@ -179,7 +180,6 @@ void DeikseAgapi(AppContext& ctx, int rating, int track) {
         f.Label21[rating].SetStyle(2);
     }
 
-    // 5
     f.Tray("MnuSystemTray_Favor").SetCaption(kRatingWord);
     f.Command8.SetCaption(caption);
     Draw_Rating_Stars(ctx, -1, rating);

@@ -7,6 +7,7 @@
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
+#include "core/suppress_events.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/reset_views.h"
 
@@ -109,8 +110,8 @@ void SelectFavor(AppContext& ctx, int class_code) {
     const int count = f.List2.ListCount();
     if (count == 0) return;
 
-    // 2, 3
-    ctx.core.Suppress_Events = true;
+    // Only this code's menu row marked, and nothing selected yet.
+    SuppressEvents quiet(ctx.core);
     for (const char* name : kSelectRow) f.Menus(name).SetChecked(false);
     const int row_of_code = class_code == -1 ? 6 : class_code;
     if (row_of_code >= 0 && row_of_code < static_cast<int>(kSelectRow.size()))
@@ -120,7 +121,7 @@ void SelectFavor(AppContext& ctx, int class_code) {
         for (auto& box : f.List3_0) box.SetSelected(i, false);
     }
 
-    // 4: the codes are not the ratings; 4 stands for Unmarked, and -1 for no
+    // The codes are not the ratings; 4 stands for Unmarked, and -1 for no
     // rating at all, so the X row selects nothing.
     int64_t selected = 0;
     Currency size;
@@ -135,8 +136,8 @@ void SelectFavor(AppContext& ctx, int class_code) {
         ++selected;
     }
 
-    // 5
-    ctx.core.Suppress_Events = false;
+    // What was selected, counted in the log.
+    quiet.Restore();
     Log_Line(ctx, "->" + std::string(" Αριθμός αρχείων : ") + std::to_string(selected) + " : Number of files" + "\n" +
                       "Μέγεθος (Mbytes): " + Trim(Str(size)) + " :Size (Mbytes)" + "\n");
 }

@@ -2,6 +2,8 @@
 
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
+#include "core/port_faults.h"
+#include "core/suppress_events.h"
 #include "ratings/rating_marks.h"
 
 namespace velmora {
@@ -25,9 +27,8 @@ void Clear_List_Controls(AppContext& ctx) {
 void Clear_Property_Columns(AppContext& ctx) {
     TrackTable& t = ctx.table;
     PlaybackState& p = ctx.playback;
-    (void)ctx.ports.player.stop();
-    (void)ctx.ports.reader.stop();
-    (void)ctx.ports.video.stop();
+    for (MediaEngine* engine : {&ctx.ports.player, &ctx.ports.reader, &ctx.ports.video})
+        Log_Failure(ctx, *engine, "stop", engine->stop());
     const int32_t n = t.Track_Count;
     Dimension_Anew(t.Duration, n);
     Dimension_Anew(t.File_Size, n);
@@ -112,7 +113,7 @@ void Reset_Rating_Letters(AppContext& ctx) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     ListBox& letters = f.List3_0[1];
-    ctx.core.Suppress_Events = true;
+    SuppressEvents quiet(ctx.core);
     letters.SetEnabled(false);
 
     const int count = f.List2.ListCount();
@@ -134,7 +135,6 @@ void Reset_Rating_Letters(AppContext& ctx) {
     }
 
     letters.SetEnabled(true);
-    ctx.core.Suppress_Events = false;
 }
 
 }  // namespace velmora

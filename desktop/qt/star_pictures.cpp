@@ -1,5 +1,6 @@
 #include "desktop/qt/star_pictures.h"
 
+#include <QColor>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QLinearGradient>
@@ -157,8 +158,6 @@ std::optional<StarKind> StarFromKey(const std::string& key) {
     if (number >= 600) return RowStar(number);
     return BigStar(number);
 }
-
-QColor StarColour(StarShade shade) { return ColoursOf(shade).dark; }
 
 QPixmap StarPixmap(const std::string& key, int size) {
     const std::optional<StarKind> star = StarFromKey(key);

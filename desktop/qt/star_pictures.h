@@ -5,7 +5,6 @@
 // which class and colours a picture has; the scheme part only tells which
 // set the logic picked it from, so it must be one of the four.
 
-#include <QColor>
 #include <QPixmap>
 
 #include <optional>
@@ -23,8 +22,6 @@ struct StarKind {
 
 // What the key names, or nothing for a key that is not a star.
 std::optional<StarKind> StarFromKey(const std::string& key);
-// The main colour of a shade (the darker end of its fill).
-QColor StarColour(StarShade shade);
 // The picture of key, size pixels square; a null pixmap for a key that is not a star.
 QPixmap StarPixmap(const std::string& key, int size);
 

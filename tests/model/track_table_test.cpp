@@ -50,19 +50,22 @@ TEST(TrackTable, EmptyTableKeepsOneSpareElementInEveryColumn) {
     EXPECT_EQ(t.Title.size(), 1u);
 }
 
-TEST(TrackTable, RemoveRowMovesEveryColumnButStopPosition) {
+TEST(TrackTable, CompactMovesEveryColumnButStopPositionAndSaved) {
     TrackTable t = Numbered(5);
-    Remove_Row(t, 1, 5);
+    t.Saved[2] = false;
+    Compact_TrackTable(t, 1, 5);
 
     // Rows behind the removed one moved up by one...
     EXPECT_EQ(t.Title, (std::vector<std::string>{"title0", "title2", "title3", "title4", "", ""}));
     EXPECT_EQ(t.Played_Number, (std::vector<int32_t>{1, 3, 4, 5, 0, 0}));
     EXPECT_EQ(std::tuple(t.Duration[1], t.Bitrate[3]), std::tuple(Currency(102), 132));
-    EXPECT_EQ(std::tuple(t.Slot_Value[2][15], t.Slot_Text[2][0], t.Slot_Text[4][0]), std::tuple(3, "slot3", ""));
+    EXPECT_EQ(std::tuple(t.Slot_Value[2][15], t.Slot_Text[2][0]), std::tuple(3, "slot3"));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, true, false, false}));
-    // ...but each stop position stays at its old row number.
+    // ...but each stop position and saved mark stays at its old row number,
     for (int r = 0; r < 5; ++r) EXPECT_EQ(t.Stop_Position[r], Currency(1000 + r)) << r;
-    EXPECT_FALSE(t.Saved[4]) << "the cleared last row";
+    EXPECT_EQ(t.Saved, (std::vector<bool>{true, true, false, true, false, false}));
+    // and the blanked last row holds the text of 0 in every slot.
+    for (int j = 0; j < kSlotCount; ++j) EXPECT_EQ(t.Slot_Text[4][j], "0") << j;
 
     // Totals lost row 1's share: duration 101, size 11, class 1.
     EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[1], t.Class_Size[1]),
@@ -83,15 +86,15 @@ TEST(TrackTable, SlotTextsChangeOneSlotAndLeaveTheOthers) {
     EXPECT_EQ(s, same);
 }
 
-TEST(TrackTable, RemoveRowAtTheEdges) {
+TEST(TrackTable, CompactAtTheEdges) {
     TrackTable t = Numbered(3);
     t.Rating_Class[0] = 6;  // shows as "-", but belongs to no class
     const auto counts = t.Class_Count;
     t.Total_Size = Currency(0);  // a total not above zero is not reduced
-    Remove_Row(t, 0, 3);
+    Compact_TrackTable(t, 0, 3);
     EXPECT_EQ(std::tuple(t.Class_Count, t.Total_Size, t.Title[0]), std::tuple(counts, Currency(0), "title1"));
 
-    Remove_Row(t, 1, 2);  // the last row: cleared, its stop position kept
+    Compact_TrackTable(t, 1, 2);  // the last row: cleared, its stop position kept
     EXPECT_EQ(t.Title, (std::vector<std::string>{"title1", "", "", ""}));
     EXPECT_EQ(t.Stop_Position[1], Currency(1001));
 }

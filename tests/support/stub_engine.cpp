@@ -53,6 +53,11 @@ StubEngine::~StubEngine() {
     m_loop.Detach(m_end_timer);
 }
 
+std::optional<Error> StubEngine::Refused(const char* call) const {
+    if (!m_failing_calls.contains(call)) return std::nullopt;
+    return Error{std::string(call) + " failed"};
+}
+
 double StubEngine::Duration() const {
     auto it = m_files->find(m_url);
     return it == m_files->end() ? 0.0 : it->second.duration;
@@ -75,6 +80,7 @@ void StubEngine::Release() {
 }
 
 Status StubEngine::setURL(const std::string& path) {
+    if (auto refused = Refused("setURL")) return *refused;
     // The file held so far is let go first, whether the new one loads or not.
     Release();
     auto it = m_files->find(path);
@@ -104,6 +110,7 @@ void StubEngine::CompleteLoad() {
 }
 
 Status StubEngine::close() {
+    if (auto refused = Refused("close")) return *refused;
     Release();
     Enter(PS_Undefined);
     return {};
@@ -119,6 +126,7 @@ std::unique_ptr<MediaItem> StubEngine::currentMedia() {
 }
 
 Status StubEngine::play() {
+    if (auto refused = Refused("play")) return *refused;
     if (m_url.empty()) return NoMedia();
     if (m_loading) {
         m_intent = Intent::Play;
@@ -130,6 +138,7 @@ Status StubEngine::play() {
 }
 
 Status StubEngine::pause() {
+    if (auto refused = Refused("pause")) return *refused;
     if (m_url.empty()) return NoMedia();
     if (m_loading) {
         m_intent = Intent::Pause;
@@ -141,6 +150,7 @@ Status StubEngine::pause() {
 }
 
 Status StubEngine::stop() {
+    if (auto refused = Refused("stop")) return *refused;
     if (m_loading) {
         m_intent = Intent::Stop;
     } else if (!m_url.empty()) {
@@ -184,6 +194,7 @@ Result<double> StubEngine::currentPosition() const {
 }
 
 Status StubEngine::setCurrentPosition(double seconds) {
+    if (auto refused = Refused("setCurrentPosition")) return *refused;
     if (m_url.empty()) return NoMedia();
     if (!std::isfinite(seconds)) return Error{"invalid position"};
     const double duration = Duration();
@@ -195,6 +206,7 @@ Status StubEngine::setCurrentPosition(double seconds) {
 std::string StubEngine::currentPositionString() const { return Position_Text(currentPosition().value_or(0.0)); }
 
 Status StubEngine::setVolume(int volume) {
+    if (auto refused = Refused("setVolume")) return *refused;
     const int clamped = std::clamp(volume, 0, 100);
     if (clamped != m_volume) {
         m_volume = clamped;

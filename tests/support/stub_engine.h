@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "core/controls.h"
@@ -37,6 +38,12 @@ public:
     void SetFailing(const std::string& path) { (*m_files)[path].failing = true; }
     void SetAttribute(const std::string& path, const std::string& attribute, const std::string& value) {
         (*m_files)[path].attributes[attribute] = value;
+    }
+    // Every later call of that name ("play", "setVolume", ...) fails, as on
+    // an engine whose output has gone, until the test lets it work again.
+    void SetCallFailing(const std::string& call, bool failing = true) {
+        if (failing) m_failing_calls.insert(call);
+        else m_failing_calls.erase(call);
     }
     bool Muted() const { return m_mute; }
     bool AutoStart() const { return m_auto_start; }
@@ -68,6 +75,7 @@ private:
     enum class Intent { Ready, Play, Pause, Stop };
 
     // Lets go of the file held, whatever comes next.
+    std::optional<Error> Refused(const char* call) const;
     void Release();
     void CompleteLoad();
     void StartClock();
@@ -79,6 +87,7 @@ private:
 
     VirtualEventLoop& m_loop;
     std::shared_ptr<Files> m_files = std::make_shared<Files>();
+    std::set<std::string> m_failing_calls;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
     Timer m_end_timer{"StubEngineEnd"};
     Subscription m_end_tick;
