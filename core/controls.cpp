@@ -21,7 +21,7 @@ void ListBox::SetList(int index, std::string text) {
     if (index < 0 || index >= ListCount() || m_items[index] == text) return;
     m_items[index] = std::move(text);
     m_index_valid = false;
-    Touch();
+    Touch(index);
 }
 
 int ListBox::SortedPosition(const std::string& text) const {
@@ -166,8 +166,9 @@ void TextBox::SetText(std::string text) {
     Set(m_text, std::move(text), Change::Contents);
 }
 
-void ListBox::Touch() {
+void ListBox::Touch(int item) {
     static uint64_t last_revision = 0;
+    m_last_item = item;
     m_revision = ++last_revision;
     Changed.emit(Change::Contents);
 }

@@ -91,17 +91,22 @@ public:
     // boxes: whoever stored the items can tell they are still the same
     // without comparing them. 0 for a box whose items never changed.
     uint64_t Revision() const { return m_revision; }
+    // The row whose text alone the last change of the items set, or -1 when
+    // that change added, removed or replaced rows: a view redraws one row
+    // instead of all of them.
+    int Last_Item_Changed() const { return m_last_item; }
 
     Signal<> Click;
     Signal<> DblClick;  // raised by the view; the index is already set
 
 private:
     void RebuildIndex() const;
-    void Touch();  // contents changed
+    void Touch(int item = -1);  // contents changed; item: the one row whose text alone changed
     int SortedPosition(const std::string& text) const;
 
     std::vector<std::string> m_items;
     uint64_t m_revision = 0;
+    int m_last_item = -1;
     std::vector<char> m_selected;
     int m_list_index = -1;
     int m_top_index = 0;

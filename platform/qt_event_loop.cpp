@@ -35,9 +35,9 @@ QtEventLoop::~QtEventLoop() {
 
 void QtEventLoop::DoEvents() {
     // Long loops give way once per row, tens of thousands of times, and one
-    // pass of Qt's loop costs far more than a row. Giving way at most every
-    // few milliseconds keeps the window and Esc as lively as a person can
-    // tell, and the loops as fast as their rows.
+    // pass of Qt's loop, which paints whatever changed, costs far more than a
+    // row. Giving way at most once a frame keeps the window and Esc as lively
+    // as a person can tell, and the loops as fast as their rows.
     // Reading the clock itself costs more than a cheap row, so it is read
     // only every m_stride calls: the stride doubles while readings come
     // early and drops to one when a reading comes late.
@@ -51,8 +51,10 @@ void QtEventLoop::DoEvents() {
     }
     if (since > 2 * kYieldSpacingMs) m_stride = 1;
     m_countdown = m_stride;
-    m_last_yield = now;
     QCoreApplication::processEvents(QEventLoop::AllEvents);
+    // Spaced from the end of the pass: a window slow to paint still leaves
+    // the loop a frame's time of work between two paints.
+    m_last_yield = m_clock->elapsed();
 }
 
 void QtEventLoop::WaitForEvents(int max_ms) {
@@ -109,6 +111,9 @@ void QtEventLoop::Drain() {
     // itself still runs the calls posted before it gave way.
     m_drain_pending = false;
     const int64_t start = m_clock->elapsed();
+    // The loop has just painted and taken input: the calls' own yields wait
+    // a frame from here.
+    m_last_yield = start;
     while (!m_posted.empty()) {
         std::function<void()> call = std::move(m_posted.front());
         m_posted.pop_front();

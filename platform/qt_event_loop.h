@@ -51,7 +51,7 @@ private:
     // main thread, so queued calls run there whoever posts them.
     std::unique_ptr<QObject> m_context;
     std::unique_ptr<QElapsedTimer> m_clock;
-    static constexpr int64_t kYieldSpacingMs = 4;
+    static constexpr int64_t kYieldSpacingMs = 16;
     static constexpr int kMaxStride = 128;
     static constexpr int64_t kDrainBudgetMs = 16;
     // The posted calls not yet run, and whether a drain of them is queued.

@@ -134,7 +134,15 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     // Files dragged from the desktop's file manager join the Collection.
     setAcceptDrops(true);
 
-    m_subscriptions.push_back(form.Changed.connect([this](Change) { m_form_pacer.Request(); }));
+    // Disabling is shown at once, so that no click reaches long work; the
+    // rest waits for the loop's turn, by which a recount has enabled it again:
+    // each change of the whole window's state walks every widget in it.
+    m_subscriptions.push_back(form.Changed.connect([this](Change) {
+        if (!m_form.Enabled() && isEnabled())
+            ApplyForm();
+        else
+            m_form_pacer.Request();
+    }));
     qApp->installEventFilter(this);
     ApplyForm();
 }
@@ -313,7 +321,12 @@ void MainWindow::AttachShell(QtShell& shell) {
 void MainWindow::ApplyForm() {
     QScopedValueRollback guard(m_syncing, true);
     setWindowTitle(Q(m_form.Caption()));
-    setEnabled(m_form.Enabled());
+    if (m_form.Enabled() != isEnabled()) {
+        // A disabled window loses its focus; it comes back with the window.
+        if (!m_form.Enabled()) m_focus_before = QApplication::focusWidget();
+        setEnabled(m_form.Enabled());
+        if (m_form.Enabled() && m_focus_before && !QApplication::focusWidget()) m_focus_before->setFocus();
+    }
     if (m_form.Visible() != isVisible()) setVisible(m_form.Visible());
     if (!m_form.Visible()) return;
     Qt::WindowStates state = windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);

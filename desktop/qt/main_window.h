@@ -3,6 +3,7 @@
 // them. What a click means is for the handlers connected to the controls.
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
 #include <functional>
@@ -111,9 +112,10 @@ private:
 
     bool m_syncing = false;       // the view is being set from the controls
     RedrawPacer m_log_pacer{this, [this] { ApplyLog(); }};
-    // A recount disables the window and the Track list and enables them again
-    // within one handler: applied at once, each turn would repaint it all.
     RedrawPacer m_form_pacer{this, [this] { ApplyForm(); }, 0};
+    QPointer<QWidget> m_focus_before;  // the focus when the logic disabled the window
+    // A recount hides the Track list's columns and shows them again within
+    // one handler: applied at once, each would lay the table out anew.
     RedrawPacer m_track_look_pacer{this, [this] { ApplyTrackLook(); }, 0};
     int m_applied_index = -1;     // the list index last shown
     int m_applied_top = 0;        // the top row last shown

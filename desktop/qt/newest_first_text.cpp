@@ -4,6 +4,9 @@
 #include <QScrollBar>
 #include <QString>
 #include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -37,12 +40,14 @@ void NewestFirstText::Show(const std::string& text) {
         const size_t kept = text.size() - at;
         if (kept < m_shown.size()) {
             const int cut = static_cast<int>(Q(std::string_view(m_shown).substr(kept)).size());
-            cursor.movePosition(QTextCursor::End);
-            cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, cut);
+            // By position, not by moving: a move lays out every line it passes.
+            const int end = m_box.document()->characterCount() - 1;
+            cursor.setPosition(std::max(0, end - cut));
+            cursor.setPosition(end, QTextCursor::KeepAnchor);
             cursor.removeSelectedText();
         }
         if (at > 0) {
-            cursor.movePosition(QTextCursor::Start);
+            cursor.setPosition(0);
             cursor.insertText(Q(std::string_view(text).substr(0, at)));
         }
         cursor.endEditBlock();

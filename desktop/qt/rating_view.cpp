@@ -54,8 +54,7 @@ RatingView::RatingView(Form1& form, QWidget* parent) : QWidget(parent), m_form(f
         m_big_star->setPixmap(StarPixmap(picture.Picture(), kBigStarSize));
         ApplyLook(*m_big_star, picture);
     };
-    m_subscriptions.push_back(form.Picture2.Changed.connect([apply_big](Change) { apply_big(); }));
-    apply_big();
+    Follow(form.Picture2, apply_big);
     top->addWidget(m_big_star);
 
     m_rate = new QPushButton(this);
@@ -71,7 +70,7 @@ RatingView::RatingView(Form1& form, QWidget* parent) : QWidget(parent), m_form(f
         // raises no change, so the look is put back here.
         ApplyRateButton();
     });
-    m_subscriptions.push_back(form.Command8.Changed.connect([this](Change) { ApplyRateButton(); }));
+    Follow(form.Command8, [this] { ApplyRateButton(); }, false);
     ApplyRateButton();
     top->addWidget(m_rate, 1);
     column->addLayout(top);
@@ -106,11 +105,29 @@ RatingView::RatingView(Form1& form, QWidget* parent) : QWidget(parent), m_form(f
 
     m_progress = new ProgressStrip(this);
     m_progress->setObjectName(Q(form.Shape1[0].Name()));
-    m_subscriptions.push_back(form.Shape1[0].Changed.connect([this](Change) { ApplyProgress(); }));
-    m_subscriptions.push_back(form.Label11[0].Changed.connect([this](Change) { ApplyProgress(); }));
-    ApplyProgress();
+    Follow(form.Shape1[0], [this] { ApplyProgress(); }, false);
+    Follow(form.Label11[0], [this] { ApplyProgress(); });
     column->addWidget(m_progress);
     column->addStretch(1);
+}
+
+void RatingView::Follow(Control& control, std::function<void()> apply, bool now) {
+    const size_t index = m_applies.size();
+    m_applies.push_back(std::move(apply));
+    m_dirty.push_back(false);
+    m_subscriptions.push_back(control.Changed.connect([this, index](Change) {
+        m_dirty[index] = true;
+        m_pacer.Request();
+    }));
+    if (now) m_applies[index]();
+}
+
+void RatingView::ApplyChanged() {
+    for (size_t i = 0; i < m_applies.size(); ++i) {
+        if (!m_dirty[i]) continue;
+        m_dirty[i] = false;
+        m_applies[i]();
+    }
 }
 
 QLabel* RatingView::StarLabel(CaptionControl& label) {
@@ -131,8 +148,7 @@ QLabel* RatingView::StarLabel(CaptionControl& label) {
         widget->setPalette(palette);
         ApplyLook(*widget, label);
     };
-    m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
-    apply();
+    Follow(label, apply);
     return widget;
 }
 
@@ -157,8 +173,7 @@ QLabel* RatingView::ClassLabel(CaptionControl& label, const QString& head_text) 
         ApplyMark(*widget, label.Style() == 1, head ? QPalette::Button : QPalette::Base);
         ApplyLook(*widget, label);
     };
-    m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
-    apply();
+    Follow(label, apply);
     return widget;
 }
 

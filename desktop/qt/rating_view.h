@@ -8,9 +8,11 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "base/signal.h"
+#include "desktop/qt/redraw_pacer.h"
 
 class QLabel;
 class QPushButton;
@@ -19,6 +21,7 @@ namespace velmora {
 
 struct Form1;
 class CaptionControl;
+class Control;
 class Shape;
 
 // A bar filled to a percentage, its text over it.
@@ -63,6 +66,10 @@ private:
     QLabel* StarLabel(CaptionControl& label);
     QLabel* ClassLabel(CaptionControl& label, const QString& head_text);
 
+    // Redraws a widget from its control on the loop's turn after a change: a
+    // rating shown restyles every row of the area, once per Track of a walk.
+    void Follow(Control& control, std::function<void()> apply, bool now = true);
+    void ApplyChanged();
     void ApplyRateButton();
     void ApplyProgress();
 
@@ -74,6 +81,9 @@ private:
     std::array<QLabel*, 7> m_totals{};
     ProgressStrip* m_progress = nullptr;
     std::vector<Subscription> m_subscriptions;
+    std::vector<std::function<void()>> m_applies;
+    std::vector<bool> m_dirty;
+    RedrawPacer m_pacer{this, [this] { ApplyChanged(); }, 0};
 };
 
 }  // namespace velmora

@@ -8,6 +8,8 @@
 #include <QPainterPath>
 
 #include <charconv>
+#include <map>
+#include <utility>
 #include <cmath>
 #include <numbers>
 #include <string_view>
@@ -162,11 +164,19 @@ std::optional<StarKind> StarFromKey(const std::string& key) {
 QPixmap StarPixmap(const std::string& key, int size) {
     const std::optional<StarKind> star = StarFromKey(key);
     if (!star || size <= 0) return {};
+    // The labels ask for their picture again on every rating shown, and a
+    // handful of pictures serve them all: each is drawn once.
+    static std::map<std::pair<std::string, int>, QPixmap> drawn;
+    auto [it, fresh] = drawn.try_emplace({key, size});
+    if (!fresh) return it->second;
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    PaintStar(p, size, *star);
+    {
+        QPainter p(&pixmap);
+        p.setRenderHint(QPainter::Antialiasing);
+        PaintStar(p, size, *star);
+    }
+    it->second = pixmap;
     return pixmap;
 }
 

@@ -13,9 +13,15 @@ TrackListModel::TrackListModel(Form1& form, QObject* parent)
       m_boxes{&form.List3_0[0], &form.List3_0[1], &form.List3_0[2], &form.List3_0[3], &form.List3_0[4], &form.List2} {
     for (ListBox* box : m_boxes) {
         const bool is_path = box == &form.List2;
-        m_subscriptions.push_back(box->Changed.connect([this, is_path](Change kind) {
+        m_subscriptions.push_back(box->Changed.connect([this, box, is_path](Change kind) {
             if (kind == Change::Contents) {
-                m_contents_dirty = true;
+                // The walk changes a row or two per step; a reset would lay
+                // out and reselect every row of the table each time.
+                const int row = box->Last_Item_Changed();
+                if (row >= 0 && m_changed_rows.size() < kMostRowsRedrawn)
+                    m_changed_rows.push_back(row);
+                else
+                    m_contents_dirty = true;
             } else if (is_path && (kind == Change::Selection || kind == Change::Index)) {
                 m_selection_dirty = true;
             } else {
@@ -64,10 +70,14 @@ void TrackListModel::Flush() {
     m_flush_pending = false;
     if (m_contents_dirty) {
         m_contents_dirty = false;
+        m_changed_rows.clear();
         beginResetModel();
         endResetModel();
         m_selection_dirty = true;  // a reset drops the view's selection
     }
+    for (int row : m_changed_rows)
+        if (row < rowCount()) Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1), {Qt::DisplayRole});
+    m_changed_rows.clear();
     if (m_selection_dirty) {
         m_selection_dirty = false;
         Q_EMIT SelectionChanged();

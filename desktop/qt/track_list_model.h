@@ -42,6 +42,8 @@ private:
 
     std::array<ListBox*, ColumnCount> m_boxes;
     std::vector<Subscription> m_subscriptions;
+    static constexpr size_t kMostRowsRedrawn = 64;
+    std::vector<int> m_changed_rows;  // rows whose text alone changed since the last flush
     bool m_contents_dirty = false;
     bool m_selection_dirty = false;
     bool m_flush_pending = false;

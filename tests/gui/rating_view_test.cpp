@@ -45,6 +45,9 @@ protected:
         QApplication::processEvents();
     }
 
+    // The area redraws what changed on the loop's next turn.
+    void Drawn() { QApplication::processEvents(); }
+
     testing::TestApp app;
     Form1& f = app.ctx.form1;
     RatingView view{f};
@@ -54,9 +57,11 @@ TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
     view.RateButton().click();  // Unmarked -> X
     view.RateButton().click();  // X -> C
     ASSERT_EQ(app.ctx.table.Rating_Class[2], 2);
+    Drawn();
 
     for (const int scheme : {1, 3}) {
         MnumoreStar_Colors_Click(app.ctx, scheme);
+        Drawn();
         EXPECT_TRUE(ShowsPicture(view.BigStar(), f.Picture2.Picture(), RatingView::kBigStarSize)) << scheme;
         for (int slot = 1; slot <= 6; ++slot) {
             const Label& star = f.Label21[slot - 1];
@@ -83,6 +88,7 @@ TEST_F(RatedTracks, ThePressRatesAndTheAreaShowsWhatTheLogicSet) {
 
     // Round to Unmarked: the button comes up while the Unmarked star sinks.
     for (int press = 0; press < 4; ++press) view.RateButton().click();
+    Drawn();
     EXPECT_EQ(std::tuple(app.ctx.table.Rating_Class[2], view.RateButton().isChecked()), std::tuple(int16_t{0}, false));
     EXPECT_EQ(std::tuple(view.Star(1).frameShadow(), view.Star(3).frameShadow()),
               std::tuple(QFrame::Sunken, QFrame::Plain));
@@ -127,20 +133,26 @@ TEST_F(RatedTracks, EveryPictureTheLogicNamesIsDrawnInItsShade) {
 
 TEST_F(RatedTracks, TheBarAndTheStarsFollowTheirControls) {
     Show_Progress(f, 1, 3, 0);
+    Drawn();
     EXPECT_EQ(std::tuple(view.Progress().Percent(), view.Progress().Text()), std::tuple(33, QStringLiteral("033%")));
     testing::Save_Drawing(view, "rating_view_progress.png");
     f.Label11[0].SetVisible(false);
+    Drawn();
     EXPECT_EQ(view.Progress().Text(), QString());
     f.Shape1[0].SetVisible(false);
+    Drawn();
     EXPECT_TRUE(view.Progress().isHidden());
 
     MnumoreStar_Active_Click(app.ctx, 0);
+    Drawn();
     const bool shown = f.Label21[0].Visible();
     for (int slot = 1; slot <= 6; ++slot) EXPECT_EQ(view.Star(slot).isHidden(), !shown) << slot;
     MnumoreStar_Active_Click(app.ctx, 0);
+    Drawn();
     for (int slot = 1; slot <= 6; ++slot) EXPECT_EQ(view.Star(slot).isHidden(), shown) << slot;
 
     f.Command8.SetEnabled(false);
+    Drawn();
     EXPECT_FALSE(view.RateButton().isEnabled());
 }
 

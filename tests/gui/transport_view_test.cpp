@@ -53,6 +53,8 @@ protected:
     }
 
     void Press(QWidget& target, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        // The window shows itself enabled again on the loop's turn after a recount.
+        ASSERT_TRUE(testing::Eventually([&] { return window.isEnabled(); }));
         target.setFocus();
         ASSERT_TRUE(testing::Eventually([&] { return QApplication::focusWidget() == &target; }));
         QKeyEvent event(QEvent::KeyPress, key, modifiers, key == Qt::Key_Space ? " " : "");

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_format.h"
 #include "core/suppress_events.h"
 #include "playback_fixture.h"
 #include "ratings/reset_views.h"
@@ -25,13 +26,13 @@ TEST(PortFaults, ACallFailingAtEveryTrackIsLoggedOnceUntilItWorksAgain) {
     app.player.SetCallFailing("setVolume");
     app.Press();
     play_until(3);
-    EXPECT_EQ(Player::Count(app.Log(), line), 1u);
+    EXPECT_EQ(testing::Count(app.Log(), line), 1u);
 
     app.player.SetCallFailing("setVolume", false);
     play_until(4);
     app.player.SetCallFailing("setVolume");
     play_until(6);
-    EXPECT_EQ(Player::Count(app.Log(), line), 2u) << "failing again after a success is news";
+    EXPECT_EQ(testing::Count(app.Log(), line), 2u) << "failing again after a success is news";
 }
 
 TEST(PortFaults, EachEngineAndOperationIsItsOwnCall) {
@@ -42,8 +43,8 @@ TEST(PortFaults, EachEngineAndOperationIsItsOwnCall) {
     EXPECT_EQ(app.Log().substr(0, app.Log().find('\n') + 1),
               TimeText(app.loop.Now()) + "-> Σφάλμα - Error [video.stop]: stop failed\n");
     for (const char* engine : {"player", "reader", "video"})
-        EXPECT_EQ(Player::Count(app.Log(), std::string("Error [") + engine + ".stop]: stop failed\n"), 1u) << engine;
-    EXPECT_EQ(Player::Count(app.Log(), "Error ["), 3u);
+        EXPECT_EQ(testing::Count(app.Log(), std::string("Error [") + engine + ".stop]: stop failed\n"), 1u) << engine;
+    EXPECT_EQ(testing::Count(app.Log(), "Error ["), 3u);
 }
 
 TEST(PortFaults, TheSuppressionGuardPutsBackWhatItFound) {

@@ -38,7 +38,9 @@ std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogOptions& o)
 }
 std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogOptions& o) { return OpenFile(o); }
 std::optional<std::string> ScriptedDialogs::PickFolder(const std::string& title, const std::string&) {
-    return OpenFile(FileDialogOptions{.title = title});
+    FileDialogOptions o;
+    o.title = title;
+    return OpenFile(o);
 }
 
 }  // namespace velmora::testing
