@@ -124,6 +124,7 @@ void BM_WalkPastAGoneDrive(benchmark::State& state) {
         }
         f.List2.Assign(paths);
         for (auto& mirror : f.List3_0) mirror.Assign(numbers);
+        f.List3_0[1].Assign(std::vector<std::string>(static_cast<size_t>(rows), "-"));  // every row Unmarked
         t.Current_Track = 0;
         state.ResumeTiming();
         (void)Bres_Kommati(app.ctx);

@@ -36,12 +36,12 @@ double NowSinceBoot() {
     return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) / 1e9;
 }
 
-long ResidentKb() {
+long ResidentKb(const char* field) {
     std::ifstream status("/proc/self/status");
     std::string key;
     long value = 0;
     while (status >> key) {
-        if (key == "VmRSS:") {
+        if (key == field) {
             status >> value;
             return value;
         }
@@ -59,7 +59,10 @@ public:
             std::printf("window shown %.0f ms after process start\n", ms);
             // Idle a few seconds past the start screen, then read the memory.
             QTimer::singleShot(4000, [] {
-                std::printf("idle resident memory %.1f MB\n", static_cast<double>(ResidentKb()) / 1024.0);
+                std::printf("idle resident memory %.1f MB (heap and other private %.1f MB, libraries and files %.1f MB)\n",
+                            static_cast<double>(ResidentKb("VmRSS:")) / 1024.0,
+                            static_cast<double>(ResidentKb("RssAnon:")) / 1024.0,
+                            static_cast<double>(ResidentKb("RssFile:") + ResidentKb("RssShmem:")) / 1024.0);
                 QApplication::quit();
             });
         }
