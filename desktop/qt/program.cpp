@@ -23,6 +23,7 @@
 #include "desktop/qt/main_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
+#include "platform/lazy_engine.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
@@ -110,13 +111,23 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
     // The player and the second player only sound; the reader only reads;
     // the video engine draws into its own window until the video window
     // gives it one.
+    auto report = [](const MpvEngine& engine) {
+        if (!engine.InitError().empty()) std::fprintf(stderr, "velmora: media engine: %s\n", engine.InitError().c_str());
+    };
     MpvEngine player(loop, {.ao = {}, .vo = "null", .wid = 0});
     MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    MpvEngine video(loop, {.ao = {}, .vo = {}, .wid = 0});
-    MpvEngine second(loop, {.ao = {}, .vo = "null", .wid = 0});
-    for (const MpvEngine* engine : {&player, &reader, &video, &second})
-        if (!engine->InitError().empty())
-            std::fprintf(stderr, "velmora: media engine: %s\n", engine->InitError().c_str());
+    report(player);
+    report(reader);
+    // The video window's and the second player's engines start when first used.
+    auto started = [&loop, report](MpvEngine::Options options) {
+        return [&loop, report, options]() -> std::unique_ptr<MediaEngine> {
+            auto engine = std::make_unique<MpvEngine>(loop, options);
+            report(*engine);
+            return engine;
+        };
+    };
+    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}));
+    LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}));
 
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     ctx.program_folder =
