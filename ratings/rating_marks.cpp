@@ -4,6 +4,7 @@
 #include <array>
 
 #include "catalogue/track_list_totals.h"
+#include "base/text_format.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "ratings/rating_calculation.h"
@@ -141,8 +142,10 @@ void Rate_Track(AppContext& ctx, int track, int old_rating, int rating) {
     DeikseAgapi(ctx, t.Rating_Class[track], track);
     ctx.form1.List3_0[1].SetListIndex(track);
 
+    // The file's name alone, as every line about a file names it.
     const ListBox& paths = ctx.form1.List2;
-    const std::string name = track < paths.ListCount() ? paths.List(track) : std::string();
+    std::string name;
+    if (track >= 0 && track < paths.ListCount()) File_Name_Of(paths.List(track), name);
     Log_Line(ctx, "-> " + words.greek + " Αγαπημένα -* " + words.word + " *- το : " + "\n" + "\"" + name + "\"" +
                       " " + "\n" + words.english + " Favorites -* " + words.word + " *-");
 }

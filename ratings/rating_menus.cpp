@@ -68,14 +68,15 @@ void MnuFavor_Play(AppContext& ctx, int class_code) {
     if (class_code != 0 && caption.find('!') == std::string::npos) caption += " ! ";
     Set_Favor_Caption(f, caption);
 
-    // Nothing chosen any more: back to playing everything. A press of All
-    // itself leaves no flag either; the totals below would say so, but they
-    // stop short on an empty list, so the flags decide here already.
+    // Nothing chosen any more: back to playing everything. Otherwise the
+    // restriction is on, even after a press of All: the totals below take it
+    // off again when no flag is set, but they stop short on an empty list,
+    // where it stays on and the captions keep their class form.
     if (!play_all.Checked() && !Any_Flag(t)) {
         MnuFavor_Play(ctx, 0);
         t.Any_Class_Play = 0;
     } else {
-        t.Any_Class_Play = Any_Flag(t) ? -1 : 0;
+        t.Any_Class_Play = -1;
     }
 
     Class_Play_Totals(ctx);

@@ -67,14 +67,14 @@ TEST(Ratings, TheSameTrayClassTwiceClearsTheMarkAndLogsBothWays) {
     app.Tray("TrayFavorA").Click.emit();
     EXPECT_EQ(std::tuple(t.Rating_Class[0], t.Class_Count[4]), std::tuple(4, before + Currency(1)));
     EXPECT_EQ(app.Log().substr(0, app.Log().find("\n", app.Log().find("Favorites")) + 1),
-              app.Now() + "-> Προστέθηκε στα Αγαπημένα -* A *- το : \n\"/m/track_0.mp3\" \n" +
+              app.Now() + "-> Προστέθηκε στα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n" +
                   " has been added to Favorites -* A *-\n");
     EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:01]");
 
     app.Tray("TrayFavorA").Click.emit();
     EXPECT_EQ(std::tie(t.Rating_Class[0], app.ctx.form1.List3_0[1].List(0), t.Class_Count[4], t.Class_Count[0]),
               std::tuple(0, "-", before, Currency(2)));
-    EXPECT_TRUE(app.Log_Starts("-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"/m/track_0.mp3\" \n"
+    EXPECT_TRUE(app.Log_Starts("-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n"
                                " has been deleted from Favorites -* A *-\n"));
     EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked() && !app.Tray("TrayFavorA").Checked());
     app.ctx.form1.Command8.Click.emit();
@@ -183,6 +183,17 @@ TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
     ASSERT_TRUE(app.RunToCycleEnd(60000));
     const std::vector<int> rows = app.Rows();
     EXPECT_EQ(std::set<int>(rows.begin(), rows.end()), (std::set<int>{0, 1, 2, 3, 4, 5}));
+}
+
+TEST(Ratings, AllOnAnEmptyCollectionLeavesTheRestrictionOn) {
+    // A class chosen, then All again.
+    Rated empty({}), some({0, 4});
+    for (Rated* app : {&empty, &some}) {
+        app->Menu("MnuMorePlayS").Click.emit();
+        app->Menu("MnuMorePlayAll").Click.emit();
+    }
+    EXPECT_EQ(empty.ctx.table.Any_Class_Play, -1) << "the totals that would take it off stop short on an empty list";
+    EXPECT_EQ(some.ctx.table.Any_Class_Play, 0);
 }
 
 TEST(Ratings, OnlyTheUnmarkedClassChosenLeavesTheClassTotalsEmpty) {
