@@ -188,7 +188,10 @@ void Form_Load(AppContext& ctx) {
     // The first Track is the first played.
     if (f.List2.ListCount() >= 1 && t.Played_Count == 0) {
         t.Played_Count = 1;
-        if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) t.Played_Number[t.Current_Track] = 1;
+        if (t.Current_Track >= 0 && t.Current_Track <= t.Bound()) {
+            t.Played_Number[t.Current_Track] = 1;
+            t.Saved[t.Current_Track] = false;
+        }
     }
 
     // Playing starts by itself when the user asked for it, and the clock runs.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -176,6 +178,24 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         again.ctx.form1.Command3[0].Click.emit();
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3]), std::tuple(3, 4)) << "the walk goes on from there";
     }
+}
+
+// A Collection that was never played: the start numbers its current Track 1,
+// and the row waits for the next save like any changed row.
+TEST(Resume, TheFirstNumberGivenAtTheStartWaitsForTheSave) {
+    Player first(3, 100.0);
+    TrackTable& t = first.ctx.table;
+    t.Played_Count = t.Played_High = 0;
+    std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
+    t.Current_Track = 1;
+    Save_Collection(first.ctx, false, true);
+
+    TestApp again;
+    again.ctx.program_folder = first.folder.Str();
+    Form_Load(again.ctx);
+    const TrackTable& loaded = again.ctx.table;
+    EXPECT_EQ(std::tuple(loaded.Played_Count, loaded.Played_Number[1]), std::tuple(1, 1));
+    EXPECT_FALSE(loaded.Saved[1]) << "a changed row waits for the next save";
 }
 
 }  // namespace
