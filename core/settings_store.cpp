@@ -253,6 +253,8 @@ void Exchange(Io& io, AppContext& ctx) {
         if (s.Star_Active == -1) {
             m("MnumoreStar_Active", 0).SetEnabled(false);
             m("MnumoreStar_Active", 1).SetChecked(true);
+            // Turned, not set: the stars a fresh window shows go hidden.
+            for (auto& star : f.Label21) star.SetVisible(!star.Visible());
         }
     }
     io.Byte(s.Autostart_Index);

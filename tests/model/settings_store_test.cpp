@@ -97,6 +97,7 @@ TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
     EXPECT_EQ(std::tie(s.Trigger_Countdown, s.Search_Links), std::tie(w.Trigger_Countdown, w.Search_Links));
     EXPECT_EQ(f.List1.Items(), writer.ctx.form1.List1.Items());
     EXPECT_TRUE(f.List3.Selected(3) && app.shell.on_top["Form1"]);
+    for (const auto& star : f.Label21) EXPECT_FALSE(star.Visible()) << "Star_Active -1 turns every star's visibility";
     const struct {
         MenuSet& menus;
         const char* name;
