@@ -301,23 +301,32 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     int64_t dir_count = 0, file_count = 0;
     std::vector<std::string> files, dirs;
     bool cancelled = false;
+    // The walk gives way after every name, and Esc or the stop button ends it
+    // there; giving way is cheap, the loop reads the clock only now and then.
+    auto stop_asked = [&] {
+        loop.DoEvents();
+        return ctx.core.Esc_Key == 27;
+    };
     while (!queue.empty() && !cancelled) {
         const std::string folder = std::move(queue.front());
         queue.pop_front();
         files.clear();
         dirs.clear();
-        if (!List_Folder(folder, &files, &dirs)) {
-            Log_Line(ctx, "-> Αδύνατη η ανάγνωση φακέλου - Cannot read directory: " + folder);
-        }
+        // A folder that cannot be read leaves the walk at once, past its
+        // closing lines: what was found stays in List1, hidden as the walk
+        // keeps it, until the next search.
+        if (!List_Folder(folder, &files, &dirs)) return;
         // The order of the files changes no count, so only the folders,
         // which make the order of List1, are sorted.
         Sort_Names(dirs);
         for (const auto& d : dirs) {
             queue.push_back(folder + d + "/");
             f.Text2[2].SetText(Str(dir_count) + "--->" + folder + d);
+            if ((cancelled = stop_asked())) break;
         }
         bool listed = false;  // once the folder is in List1, no file needs to look for it again
-        for (const auto& name : files) {
+        for (size_t i = 0; i < files.size() && !cancelled; ++i) {
+            const std::string& name = files[i];
             for (const auto& ext : types) {
                 if (name.size() < ext.size() || name.compare(name.size() - ext.size(), ext.size(), ext) != 0)
                     continue;
@@ -328,16 +337,12 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
                 listed = true;
                 ++file_count;
             }
-            if (ctx.core.Esc_Key == 27) break;
+            cancelled = stop_asked();
         }
-        // One yield per folder keeps the stop button and Esc alive without
-        // paying for the loop once per name.
-        loop.DoEvents();
-        if (ctx.core.Esc_Key == 27) {
+        if (cancelled) {
             Put_Head(progress, TimeText(loop.Now()) + "-> Ακυρώθηκε - Canceled\n" + folder);
             Set_Check2(ctx, 0);
             ctx.intake.Search_Stale = true;
-            cancelled = true;
         }
     }
 

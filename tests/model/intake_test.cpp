@@ -118,20 +118,29 @@ TEST_F(Intake, TypeButtonsSelectTheirRangesAndToggle) {
     }
 }
 
-TEST_F(Intake, SearchFindsFoldersByExactExtensionCountsRepeatsAndSkipsUnreadable) {
+TEST_F(Intake, SearchFindsFoldersByExactExtensionAndCountsRepeats) {
     Choose_Types(0);
-    // Running as root, no permission keeps a folder out; a folder removed
-    // between the listing of its parent and its own reading does.
-    app.loop.Post([&] { fs::remove_all(root + "/gone"); });
+    fs::remove_all(root + "/gone");
     Set_Check2(app.ctx, 1);
 
     EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/", root + "/a/b/"}))
         << "breadth first; a/b/c holds only capitals";
     // a: song1, clip.wmv twice, empty, Ελληνικό; cyr: two; a/b: one.
     EXPECT_EQ(f.Frame8.Caption(), "Υποφάκελοι - Subdirectories --> 3 Αρχεία - Files ---> 8");
-    EXPECT_TRUE(Log_Has("-> Αδύνατη η ανάγνωση φακέλου - Cannot read directory: " + root + "/gone/"));
     EXPECT_TRUE(Status_Has("-> Έτοιμο - Ready"));
     EXPECT_TRUE(f.List1.Visible() && !f.Command2.Enabled() && !app.ctx.core.Suppress_Events);
+}
+
+TEST_F(Intake, AFolderThatCannotBeReadLeavesTheWalkWithWhatWasFound) {
+    Choose_Types(0);
+    // Running as root, no permission keeps a folder out; a folder removed
+    // between the listing of its parent and its own reading does.
+    app.loop.Post([&] { fs::remove_all(root + "/gone"); });
+    Set_Check2(app.ctx, 1);
+    EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/"})) << "gone/ comes before a/b/";
+    EXPECT_FALSE(Status_Has("-> Έτοιμο - Ready"));
+    EXPECT_FALSE(Log_Has("gone"));
+    EXPECT_TRUE(!f.List1.Visible() && f.Command2.Enabled()) << "the closing lines are passed over";
 }
 
 TEST_F(Intake, EscStopsTheSearchWithWhatWasFound) {
@@ -141,6 +150,13 @@ TEST_F(Intake, EscStopsTheSearchWithWhatWasFound) {
     EXPECT_EQ(std::tuple(app.ctx.core.Esc_Key, f.Check2.Value()), std::tuple(0, 0));
     EXPECT_EQ(f.List1.ListCount(), 0) << "the root holds no media and nothing was read after it";
     EXPECT_TRUE(Status_Has("-> Ακυρώθηκε - Canceled\n" + root + "/"));
+
+    // Inside a folder it stops at the next name, before the media further on.
+    Open(root + "/a");
+    app.loop.Post([&] { app.ctx.core.Esc_Key = 27; });
+    Set_Check2(app.ctx, 1);
+    EXPECT_EQ(f.List1.ListCount(), 0) << "a/ holds media, but Esc came after its first name";
+    EXPECT_TRUE(Status_Has("-> Ακυρώθηκε - Canceled\n" + root + "/a/"));
 }
 
 TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
