@@ -81,6 +81,8 @@ void Initialise(AppContext& ctx) {
     std::vector<std::string> types;
     for (const auto& e : core.Media_Extensions) types.push_back("*" + e);
     f.List3.Assign(std::move(types));
+    // Only "*.mp3" is chosen at first; its click gives File1 its pattern.
+    f.List3.SetSelected(0, true);
     f.List3.SetListIndex(0);
 
     for (int i = 0; i < 2; ++i) {

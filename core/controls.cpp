@@ -107,11 +107,19 @@ bool ListBox::Selected(int index) const {
 }
 
 void ListBox::SetSelected(int index, bool on) {
-    if (index < 0 || index >= ListCount()) return;
-    if ((m_selected[index] != 0) == on) return;
+    // A change of selection made by the program raises Click as a user's
+    // would: the handlers fence themselves with Suppress_Events where the
+    // program selects rows in bulk.
+    if (Store_Selected(index, on)) Click.emit();
+}
+
+bool ListBox::Store_Selected(int index, bool on) {
+    if (index < 0 || index >= ListCount()) return false;
+    if ((m_selected[index] != 0) == on) return false;
     if (!m_multi_select && on) std::fill(m_selected.begin(), m_selected.end(), 0);
     m_selected[index] = on ? 1 : 0;
     Changed.emit(Change::Selection);
+    return true;
 }
 
 int ListBox::SelCount() const {

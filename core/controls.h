@@ -68,6 +68,10 @@ public:
     void SetListIndex(int index);
     bool Selected(int index) const;
     void SetSelected(int index, bool on);
+    // The selection of one row as a view stores a gesture, without a Click:
+    // the view raises the gesture's one Click when all its rows are stored.
+    // True when the row's selection changed.
+    bool Store_Selected(int index, bool on);
     int SelCount() const;
     int TopIndex() const { return m_top_index; }
     void SetTopIndex(int index) { Set(m_top_index, index, Change::Index); }

@@ -10,6 +10,8 @@ Form1::Form1() : FormState("Form1") {
     List5.SetMultiSelect(true);
     List3.SetMultiSelect(true);
     List1.SetMultiSelect(true);
+    // The design pattern, until the first click in the type list replaces it.
+    File1.SetPattern("*.mp3;*.mp4");
     // The log keeps its newest lines, some thousands of them: a walk past a
     // drive that is gone logs every one of its files.
     Text2[0].SetKeepBytes(kLogKeepBytes);

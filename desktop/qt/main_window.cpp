@@ -391,9 +391,9 @@ void MainWindow::ViewSelectionChanged(const QItemSelection& selected, const QIte
     if (m_syncing) return;
     ListBox& paths = m_form.List2;
     for (const QItemSelectionRange& range : deselected)
-        for (int row = range.top(); row <= range.bottom(); ++row) paths.SetSelected(row, false);
+        for (int row = range.top(); row <= range.bottom(); ++row) paths.Store_Selected(row, false);
     for (const QItemSelectionRange& range : selected)
-        for (int row = range.top(); row <= range.bottom(); ++row) paths.SetSelected(row, true);
+        for (int row = range.top(); row <= range.bottom(); ++row) paths.Store_Selected(row, true);
 }
 
 void MainWindow::ApplyPage() {

@@ -106,9 +106,9 @@ void ListBoxWidget::ApplySelection() {
 void ListBoxWidget::ViewSelectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
     if (m_syncing) return;
     for (const QItemSelectionRange& range : deselected)
-        for (int row = range.top(); row <= range.bottom(); ++row) m_box.SetSelected(row, false);
+        for (int row = range.top(); row <= range.bottom(); ++row) m_box.Store_Selected(row, false);
     for (const QItemSelectionRange& range : selected)
-        for (int row = range.top(); row <= range.bottom(); ++row) m_box.SetSelected(row, true);
+        for (int row = range.top(); row <= range.bottom(); ++row) m_box.Store_Selected(row, true);
     // One gesture may change the selection in several steps; the handler
     // hears of it once, after all of them are stored.
     if (m_click_pending) return;
