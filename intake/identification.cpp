@@ -189,7 +189,10 @@ bool Identify_Properties(AppContext& ctx, int mode) {
     }
     Fresh(t.Saved, rows);
 
-    if (ctx.report.Report_Open == -1) Report_Block(ctx, -1);
+    // The report takes a block when the user asked for reports, whatever
+    // the state of the file.
+    const bool reported = ctx.form1.Menus("MnuMoreReport").Checked();
+    if (reported) Report_Block(ctx, -1);
 
     log.SetText(TimeText(loop.Now()) + kDisabling + "\n" + kCalculating + " \n" + kPressEsc);
     Set_Mirrors_Visible(f, false);
@@ -233,7 +236,7 @@ bool Identify_Properties(AppContext& ctx, int mode) {
                 "\n" + now + " -> Διορθώσεις σε Μεγέθη - Corrections on Sizes:" +
                 std::to_string(run.Size_Corrections) + "\n" + log.Text());
 
-    if (ctx.report.Report_Open == -1) Report_Block(ctx, 0);
+    if (reported) Report_Block(ctx, 0);
     quiet.Restore();
     Save_Collection(ctx, true, true);
     return true;

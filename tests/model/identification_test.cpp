@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <utility>
 
 #include "app/startup.h"
 #include "base/text_format.h"
+#include "core/running_report.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 
@@ -222,6 +224,25 @@ TEST(Identification, MenuRowsRunItAndTheRatingOptionsFollowEachOther) {
     const bool kept = app.ctx.settings.Keep_Ratings != 0;
     keep.Click.emit();
     EXPECT_EQ(std::tuple(keep.Checked(), app.ctx.settings.Keep_Ratings), std::tuple(!kept, kept ? 0 : -1));
+}
+
+// The report follows the menu's mark, not the state of the report file.
+TEST(IdentificationReport, ABlockIsWrittenExactlyWhenReportsAreAskedFor) {
+    for (const bool asked : {false, true}) {
+        SCOPED_TRACE(asked ? "reports on, no file yet" : "reports off, a file there");
+        Library app(2);
+        const std::string report = Report_File(app.ctx);
+        std::filesystem::remove(report);
+        if (!asked) {
+            std::ofstream(report) << "old\n";
+            app.ctx.report.Report_Open = -1;  // as the start finds an existing report
+        }
+        app.ctx.form1.Menus("MnuMoreReport").SetChecked(asked);
+        app.Run(kIdentifyNew);
+        EXPECT_EQ(app.ctx.report.Mode, ReportState::Number::Closed) << "the block is closed at the end";
+        EXPECT_EQ(testing::Read_All(report).find("old") == std::string::npos, asked);
+        EXPECT_EQ(std::filesystem::exists(report), true);
+    }
 }
 
 }  // namespace
