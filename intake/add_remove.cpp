@@ -278,26 +278,26 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
     TrackTable& t = ctx.table;
     const bool from_disk = ctx.settings.Delete_From_Disk != 0;
     auto take_out = [&] {
-        const bool in_table = row <= t.Bound();
-        const Currency size = in_table ? t.File_Size[row] : Currency();
-        const Currency seconds = in_table ? t.Duration[row] : Currency();
         Compact_TrackTable(t, row, f.List2.ListCount());
-        ++tally.removed;
         f.List2.RemoveItem(row);
         for (auto& box : f.List3_0)
             if (row < box.ListCount()) box.RemoveItem(row);
-        tally.freed_size += size;
-        tally.freed_duration += seconds;
     };
     if (from_disk) {
         if (Delete_Track_File(ctx, path, 2) || ctx.settings.Delete_On_Disk_Error != 0) {
+            const bool in_table = row <= t.Bound();
+            tally.freed_size += in_table ? t.File_Size[row] : Currency();
+            tally.freed_duration += in_table ? t.Duration[row] : Currency();
             take_out();
+            ++tally.removed;
             tally.status = "XXXXXXXX";
         } else {
             ++tally.errors;
             tally.status = "Αδύνατη η διαγραφή - ?X?X??X?X? - Impossible to delete file";
         }
     } else {
+        // Taken out of the Collection only: counted nowhere, so the texts
+        // of a removal from the list say 0, as they always have.
         take_out();
     }
 
