@@ -102,8 +102,17 @@ void Missing_File(AppContext& ctx) {
     // The walk moves on from the loop, not from here: a Collection on a drive
     // that is gone would otherwise nest one start inside the last for every
     // missing file, and tens of thousands of them would run out of stack.
+    // The step is taken as it would have been here: with the step count the
+    // press had set (a next or previous press counts one), and the count the
+    // box held when the posted step runs is put back after it.
     if (ctx.form1.List2.ListCount() - 1 > 0)
-        ctx.ports.loop.Post([&ctx] { Report_Fault(ctx, Repeat_Step(ctx)); });
+        ctx.ports.loop.Post([&ctx, steps = ctx.form1.Text3.Text()] {
+            TextBox& box = ctx.form1.Text3;
+            const std::string kept = box.Text();
+            box.SetText(steps);
+            Report_Fault(ctx, Repeat_Step(ctx));
+            box.SetText(kept);
+        });
 }
 
 void Fill_Tag_Boxes(AppContext& ctx) {

@@ -234,5 +234,27 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
               std::tuple(1, 0, "")) << "with one row nothing moves";
 }
 
+// A missing file met while stepping forward through the history: the step
+// that moves on later is the step of that moment, one entry on.
+TEST(Walk, AMissingFileInTheHistoryMovesOnToTheNextEntry) {
+    Player app(6);
+    TrackTable& t = app.ctx.table;
+    app.ctx.settings.Random_Order = -1;
+    for (int press = 0; press < 4; ++press) app.Press();  // the first resumes #1
+    std::vector<int> row_of(5, -1);
+    for (int r = 0; r < 6; ++r)
+        if (t.Played_Number[r] > 0) row_of[t.Played_Number[r]] = r;
+    ASSERT_EQ(t.Played_Count, 4);
+    Command3_Click(app.ctx, 1);  // back one entry: the history's #3 ... then
+    if (t.Played_Number[t.Current_Track] != 2) Command3_Click(app.ctx, 1);
+    ASSERT_EQ(t.Played_Number[t.Current_Track], 2);
+    std::filesystem::remove(app.Path(row_of[3]));
+    app.Press();
+    app.loop.RunPosted();
+    EXPECT_EQ(t.Current_Track, row_of[4]) << "on to the entry numbered 4";
+    EXPECT_EQ(std::count(t.Played_Number.begin(), t.Played_Number.end(), 4), 1) << "and nothing numbered anew";
+    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3");
+}
+
 }  // namespace
 }  // namespace velmora
