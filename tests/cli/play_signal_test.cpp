@@ -9,6 +9,7 @@
 #include <csignal>
 #include <filesystem>
 #include <regex>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -39,6 +40,8 @@ const Moment kMoments[] = {
     {"DuringTheStartUp", false, "End loading", 0, SIGTERM, false},
     {"WhilePlaying", false, "/2] quiet.wav", 2500, SIGTERM, true},
 };
+
+void PrintTo(const Moment& moment, std::ostream* out) { *out << moment.name; }
 
 class PlaySignal : public ::testing::TestWithParam<Moment> {};
 

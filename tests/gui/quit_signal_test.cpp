@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -35,6 +36,8 @@ const Moment kMoments[] = {
     {"WhileTheBoxOfAnOldVersionIsOpen", true, 1000, SIGTERM},
     {"InTheMainLoop", false, 3500, SIGINT},
 };
+
+void PrintTo(const Moment& moment, std::ostream* out) { *out << moment.name; }
 
 class QuitSignal : public ::testing::TestWithParam<Moment> {};
 
