@@ -3,11 +3,9 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
-#include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -19,6 +17,7 @@
 #include "cli/terminal_dialogs.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
+#include "platform/quit_signals.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
 
@@ -60,14 +59,6 @@ private:
     bool m_held = false;
 };
 
-// A signal only writes a byte; the loop reads it and quits as 'q' would.
-int g_signal_socket[2] = {-1, -1};
-
-void OnSignal(int) {
-    const char byte = 1;
-    [[maybe_unused]] const auto written = ::write(g_signal_socket[0], &byte, 1);
-}
-
 std::string NameOf(const std::string& path) {
     const size_t slash = path.find_last_of('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -96,9 +87,9 @@ int Usage() {
     return 2;
 }
 
-}  // namespace
-
-int Play_Command(int argc, char** argv) {
+// The player from start to end; `signal` is the signal that asked it to
+// quit, or 0.
+int Play(int argc, char** argv, int& signal) {
     std::string file, ao;
     for (int i = 0; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -121,6 +112,9 @@ int Play_Command(int argc, char** argv) {
 
     TerminalDialogs dialogs(std::cin, std::cerr, keys);
     TerminalShell shell(std::cerr);
+    // The engines start threads; the quit signals are left to this one, and
+    // one that comes before the loop can read it waits.
+    QuitSignalHold hold;
     HeadlessProgram program(dialogs, shell, ao);
     QCoreApplication& app = program.App();
     if (!program.Player().InitError().empty()) {
@@ -158,20 +152,17 @@ int Play_Command(int argc, char** argv) {
         QCoreApplication::quit();
     };
 
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signal_socket) == 0) {
-        auto* notifier = new QSocketNotifier(g_signal_socket[1], QSocketNotifier::Read, &app);
-        QObject::connect(notifier, &QSocketNotifier::activated, &app, [notifier, &quit] {
-            char byte;
-            [[maybe_unused]] const auto got = ::read(g_signal_socket[1], &byte, 1);
-            notifier->setEnabled(false);
-            quit();
-        });
-        struct sigaction action {};
-        action.sa_handler = OnSignal;
-        sigemptyset(&action.sa_mask);
-        action.sa_flags = SA_RESTART;
-        for (int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
-    }
+    // A kill, a closed terminal or Ctrl-C quits as 'q' does. A question
+    // being typed is cut short (the signal interrupts the read) and takes
+    // its first answer; the loop ends once the handler it runs returns, and
+    // a long loop stops as Esc stops it. During the start-up the load runs
+    // to its end first: a save in its middle would write a half-read
+    // Collection.
+    bool loading = true;
+    QuitSignals quit_signals([&](int) {
+        QCoreApplication::exit(0);
+        if (!loading) ctx.core.Esc_Key = 27;
+    });
 
     std::vector<Subscription> links;
     bool cycle_over = false;
@@ -189,6 +180,7 @@ int Play_Command(int argc, char** argv) {
     }));
 
     Form_Load(ctx);
+    loading = false;
     if (ctx.collection.Collection_Path != file) {
         // The pointer could not name it (a path code page 1253 cannot carry).
         std::cerr << "velmora-cli: " << file << ": the Collection could not be opened\n";
@@ -244,15 +236,28 @@ int Play_Command(int argc, char** argv) {
 
     // Start-up plays by itself when the preferences say so; otherwise this
     // is the one press.
-    if (ctx.settings.Auto_Start != -1) Command3_Click(ctx, 0);
-    if (!quitting) {
+    if (ctx.settings.Auto_Start != -1 && quit_signals.First() == 0) Command3_Click(ctx, 0);
+    // The loop forgets an exit asked before it runs: a signal that came
+    // during the start-up is honoured here instead.
+    if (!quitting && quit_signals.First() == 0) {
         show_status();
         QCoreApplication::exec();
     }
+    signal = quit_signals.First();
     quit();
     clear_status();
     raw.reset();
     return 0;
+}
+
+}  // namespace
+
+int Play_Command(int argc, char** argv) {
+    int signal = 0;
+    const int code = Play(argc, argv, signal);
+    // Saved and closed down: the process ends by the signal, as a shell expects.
+    if (signal != 0) End_By_Signal(signal);
+    return code;
 }
 
 }  // namespace velmora::cli

@@ -3,13 +3,8 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QSocketNotifier>
-
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <clocale>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -28,6 +23,7 @@
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
 #include "platform/qt_shell.h"
+#include "platform/quit_signals.h"
 
 namespace {
 
@@ -39,32 +35,6 @@ bool Set(const char* name) {
 // Qt ends the process with a fatal error when it finds no display; a plain
 // line and an exit code are kinder to whoever started it.
 bool DisplayAvailable() { return Set("QT_QPA_PLATFORM") || Set("DISPLAY") || Set("WAYLAND_DISPLAY"); }
-
-// A logout or a terminal's Ctrl+C ends the program the way closing the
-// window does, so the Collection and the preferences are saved. The handler
-// only writes to a socket; the loop reads it and quits.
-int g_signal_socket[2] = {-1, -1};
-
-void OnSignal(int) {
-    const char byte = 1;
-    [[maybe_unused]] const auto written = ::write(g_signal_socket[0], &byte, 1);
-}
-
-void QuitOnSignals(QApplication& app) {
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signal_socket) != 0) return;
-    auto* notifier = new QSocketNotifier(g_signal_socket[1], QSocketNotifier::Read, &app);
-    QObject::connect(notifier, &QSocketNotifier::activated, &app, [notifier] {
-        notifier->setEnabled(false);
-        char byte;
-        [[maybe_unused]] const auto read = ::read(g_signal_socket[1], &byte, 1);
-        QApplication::quit();
-    });
-    struct sigaction action {};
-    action.sa_handler = OnSignal;
-    sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART;
-    for (int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
-}
 
 // The mount point that holds the folder: the longest of the drive box's
 // entries that the folder begins with.
@@ -88,11 +58,14 @@ std::string DataHome() {
 
 namespace velmora {
 
-int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
-    if (!DisplayAvailable()) {
-        std::fprintf(stderr, "velmora: no display found (set DISPLAY or WAYLAND_DISPLAY, or use velmora-cli)\n");
-        return 2;
-    }
+namespace {
+
+// The window from start to end; `signal` is the signal that asked it to
+// quit, or 0.
+int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
+    // The toolkit and the engines start threads; the quit signals are left
+    // to this one, and one that comes before the loop can read it waits.
+    QuitSignalHold hold;
     QApplication app(argc, argv);
     // The folder boxes start where the program was started, before the
     // start-up moves into the program's folder.
@@ -136,10 +109,25 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
     MainWindow window(ctx.form1, ctx.core.Esc_Key);
     window.AttachShell(shell);
 
+    // A logout, a kill or a terminal's Ctrl+C ends the program the way
+    // closing the window does, so the Collection and the preferences are
+    // saved, whatever it is doing. Ending every running loop answers a box
+    // that is open as closing it would, and every later box at once; the
+    // main loop ends as soon as the handler it runs returns. A long loop
+    // stops as Esc stops it. During the start-up the load runs to its end
+    // and the main loop then never starts.
+    bool loading = true;
+    QuitSignals quit_signals([&](int) {
+        QCoreApplication::exit(0);
+        if (!loading) ctx.core.Esc_Key = 27;
+    });
+
     bool unloaded = false;
     auto unload = [&] {
         if (unloaded) return;
         unloaded = true;
+        // Asked by a signal, nobody may be there to answer a box of the save.
+        if (quit_signals.First() != 0) QCoreApplication::exit(0);
         Form_QueryUnload(ctx);
     };
     window.SetCloseHandler([&] {
@@ -150,10 +138,10 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
     Refresh_Drive_List(ctx.form1.Drive1);
     // The session may end the program without closing the window first.
     QObject::connect(&app, &QCoreApplication::aboutToQuit, [&] { unload(); });
-    QuitOnSignals(app);
 
     if (hooks.before_load) hooks.before_load(window);
     Form_Load(ctx);
+    loading = false;
     // A Collection names the folder the search page last showed; without
     // one, the page opens where the program was started.
     if (ctx.form1.Dir1.Path().empty()) {
@@ -161,8 +149,25 @@ int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
         ctx.form1.Dir1.SetPath(start_folder);
     }
     if (hooks.after_load) hooks.after_load(ctx);
-    const int code = QApplication::exec();
+    // The loop forgets an exit asked before it runs: a signal that came
+    // during the start-up is honoured here instead.
+    const int code = quit_signals.First() != 0 ? 0 : QApplication::exec();
     unload();
+    signal = quit_signals.First();
+    return code;
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, const ProgramHooks& hooks) {
+    if (!DisplayAvailable()) {
+        std::fprintf(stderr, "velmora: no display found (set DISPLAY or WAYLAND_DISPLAY, or use velmora-cli)\n");
+        return 2;
+    }
+    int signal = 0;
+    const int code = RunWindow(argc, argv, hooks, signal);
+    // Saved and closed down: the process ends by the signal, as a shell expects.
+    if (signal != 0) End_By_Signal(signal);
     return code;
 }
 

@@ -1,0 +1,408 @@
+// Damaged Collections and bad media files, made here at run time from the
+// golden Collection, each run through every command of velmora-cli with a
+// time limit. Whatever the damage: every run ends, the user's files are
+// left as they were or moved aside whole, and the exit code tells the
+// outcome. One line is printed per failing case, naming it.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/child_process.h"
+#include "support/golden_collection.h"
+#include "support/media_collection.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ChildProcess;
+using testing::Golden;
+
+constexpr const char* kCycleEnd = "Every file has been reproduced";
+constexpr const char* kSaveError = "Error while saving Collection";
+constexpr const char* kMovedAside = ".unreadable";
+
+enum class Kind {
+    Damaged,   // a Collection that cannot be read whole
+    NotAFile,  // the main file is no regular file
+    BadMedia,  // a sound Collection whose first Track cannot be played
+    Linked,    // a sound Collection whose main file is a symlink
+};
+
+enum Command { kAdd, kIdentify, kPlay, kDump, kInfo, kCommands };
+const char* const kCommandNames[kCommands] = {"add", "identify", "play", "dump", "info"};
+// Seconds; play also waits out its start screen and plays a one-second file.
+const int kTimeouts[kCommands] = {15, 15, 30, 15, 15};
+constexpr size_t kAtOnce = 32;  // runs at a time: most of them wait, few compute
+
+// Where a case puts its files: a program folder with the Collection
+// "velmora", the folder of its media, and a folder that add takes in.
+struct Layout {
+    explicit Layout(const fs::path& root)
+        : root(root), at(testing::Golden_Files_In(root.string() + "/")), media(root / "media"),
+          incoming(root / "incoming") {}
+    fs::path root;
+    testing::GoldenFiles at;
+    fs::path media, incoming;
+};
+
+struct Case {
+    std::string name;
+    Kind kind;
+    std::function<void(const Layout&)> make;
+};
+
+// ---- the bytes of the damage ----
+
+std::string Le(uint32_t v, int n) {
+    std::string s;
+    for (int i = 0; i < n; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
+    return s;
+}
+
+// Byte offsets of a main record and of a field of a Track in the files side file.
+size_t Main_Record(int record) { return static_cast<size_t>(record - 1) * 300; }
+size_t Track_Field(int track, int field) { return static_cast<size_t>(45 * track + field - 1) * 400; }
+
+std::string Random_Bytes(size_t n, unsigned seed) {
+    std::mt19937 rng(seed);
+    std::string bytes(n, '\0');
+    for (char& c : bytes) c = static_cast<char>(rng() & 0xFF);
+    return bytes;
+}
+
+// A good one-second file beside the bad media, and one for add to take in.
+void Media_Folders(const Layout& l) {
+    fs::create_directories(l.media);
+    fs::create_directories(l.incoming);
+    testing::Put(l.incoming / "new.wav", testing::Wav_Bytes(8000));
+}
+
+// The golden Collection, changed by `change` before it is written and by
+// `after` once it is on disk.
+Case Damaged(std::string name, std::function<void(Golden&)> change, std::function<void(const Layout&)> after = {}) {
+    return {std::move(name), Kind::Damaged, [change, after](const Layout& l) {
+                Golden g = testing::Golden_Bytes();
+                if (change) change(g);
+                testing::Write_Golden(l.at, g);
+                Media_Folders(l);
+                if (after) after(l);
+            }};
+}
+
+// The golden side files, with something that is not a regular file where
+// the main file belongs.
+Case Not_A_File(std::string name, std::function<void(const Layout&)> put) {
+    return {std::move(name), Kind::NotAFile, [put](const Layout& l) {
+                testing::Write_Golden(l.at);
+                fs::remove(l.at.main);
+                put(l);
+                Media_Folders(l);
+            }};
+}
+
+// A Collection of a bad file and a good one-second file, in that order.
+Case Bad_Media(std::string name, const std::string& extension, std::string bytes) {
+    return {std::move(name), Kind::BadMedia, [extension, bytes](const Layout& l) {
+                Media_Folders(l);
+                const fs::path bad = l.media / ("bad" + extension), good = l.media / "good.wav";
+                testing::Put(bad, bytes);
+                testing::Put(good, testing::Wav_Bytes(8000));
+                testing::Put(l.incoming / ("bad copy" + extension), bytes);
+                testing::Write_Golden(l.at, testing::Golden_With_Paths(bad.string(), good.string()));
+            }};
+}
+
+std::vector<Case> Corpus() {
+    std::vector<Case> cases = {
+        Damaged("Artist of Track 2 with length 0xFFFF",
+                [](Golden& g) { g.files.replace(Track_Field(1, 7), 2, Le(0xFFFF, 2)); }),
+        Damaged("Rating_Class 9 on Track 2", [](Golden& g) { g.files.replace(Track_Field(1, 3), 2, Le(9, 2)); }),
+        Damaged("slot text of Track 2 longer than its record",
+                [](Golden& g) { g.files.replace(Track_Field(1, 15), 2, Le(500, 2)); }),
+        Damaged("files side file missing", {}, [](const Layout& l) { fs::remove(l.at.files); }),
+        Damaged("files side file of random bytes", [](Golden& g) { g.files = Random_Bytes(g.files.size(), 7); }),
+        Damaged("files side file empty", [](Golden& g) { g.files.clear(); }),
+        Damaged("files side file a FIFO", {},
+                [](const Layout& l) { fs::remove(l.at.files), ::mkfifo(l.at.files.c_str(), 0644); }),
+        Damaged("Track_Count 2^31-1", [](Golden& g) { g.main.replace(Main_Record(6), 4, Le(0x7FFFFFFF, 4)); }),
+        Damaged("main file of version 4.0", [](Golden& g) { g.main.replace(2, 3, "4.0"); }),
+        Damaged("main file holding its version 5.0 alone", [](Golden& g) { g.main.resize(Main_Record(2)); }),
+        Damaged("main file of random bytes",
+                [](Golden& g) {
+                    g.main = Random_Bytes(g.main.size(), 11);
+                    g.main[0] = '\x7F';  // never the length of "5.0"
+                }),
+        Not_A_File("main file a directory", [](const Layout& l) { fs::create_directory(l.at.main); }),
+        Not_A_File("main file a FIFO", [](const Layout& l) { ::mkfifo(l.at.main.c_str(), 0644); }),
+        Not_A_File("main file a dangling symlink",
+                   [](const Layout& l) { fs::create_symlink(l.root / "gone.qel", l.at.main); }),
+        Not_A_File("main file a symlink loop",
+                   [](const Layout& l) {
+                       const fs::path other = l.at.main.parent_path() / "loop.qel";
+                       fs::create_symlink(other, l.at.main), fs::create_symlink(l.at.main, other);
+                   }),
+        Not_A_File("main file a symlink to /dev/zero",
+                   [](const Layout& l) { fs::create_symlink("/dev/zero", l.at.main); }),
+        Bad_Media("random bytes named .mp3", ".mp3", Random_Bytes(65536, 23)),
+        Bad_Media("random bytes named .avi", ".avi", Random_Bytes(65536, 29)),
+        Bad_Media("ID3 tag claiming 256 Mb", ".mp3",
+                  std::string("ID3\x03\x00\x00\x7F\x7F\x7F\x7F", 10) + Random_Bytes(4096, 31)),
+        Bad_Media("WAV of its 44-byte header alone", ".wav", testing::Wav_Bytes(0)),
+        Bad_Media("WAV whose sizes say 0xFFFFFFF0", ".wav", testing::Wav_Bytes(8000, 0xFFFFFFF0)),
+        Bad_Media("zero-length .mp3", ".mp3", ""),
+        {"main file a symlink to a sound Collection", Kind::Linked,
+         [](const Layout& l) {
+             // The Collection stands whole behind the link and beside it, so
+             // that its side files are found from either place.
+             const testing::GoldenFiles real = testing::Golden_Files_In((l.root / "store").string() + "/");
+             testing::Write_Golden(real);
+             testing::Write_Golden(l.at);
+             fs::remove(l.at.main);
+             fs::create_symlink(real.main, l.at.main);
+             Media_Folders(l);
+         }},
+    };
+    // Cuts inside what a load reads: the main file's records 1 to 19, the
+    // Tracks' records but the last, the filters' counts and rows.
+    std::mt19937 rng(1101);
+    auto cut = [&](size_t below) { return 1 + rng() % (below - 1); };
+    for (int i = 0; i < 2; ++i) {
+        const size_t at = cut(Main_Record(20));
+        cases.push_back(Damaged("main file cut at byte " + std::to_string(at), [at](Golden& g) { g.main.resize(at); }));
+    }
+    for (int i = 0; i < 2; ++i) {
+        const size_t at = cut(Track_Field(1, 45));
+        cases.push_back(
+            Damaged("files side file cut at byte " + std::to_string(at), [at](Golden& g) { g.files.resize(at); }));
+    }
+    const size_t at = cut(12 * 600);
+    cases.push_back(
+        Damaged("filters side file cut at byte " + std::to_string(at), [at](Golden& g) { g.filters.resize(at); }));
+    return cases;
+}
+
+// ---- what is on disk ----
+
+// An entry of a folder by its kind: 'f' a file and its bytes, 'l' a symlink
+// and its target, 'p' a FIFO, 'd' a folder, '?' anything else.
+struct Entry {
+    char kind;
+    std::string content;
+    bool operator==(const Entry&) const = default;
+};
+using Tree = std::map<fs::path, Entry>;
+
+Tree Tree_Of(const fs::path& root) {
+    Tree tree;
+    std::error_code ec;
+    for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
+         it.increment(ec)) {
+        const fs::path& p = it->path();
+        const fs::file_status status = it->symlink_status(ec);
+        const fs::path relative = p.lexically_relative(root);
+        if (fs::is_symlink(status)) tree[relative] = {'l', fs::read_symlink(p, ec).string()};
+        else if (fs::is_regular_file(status)) tree[relative] = {'f', testing::Bytes(p)};
+        else if (fs::is_fifo(status)) tree[relative] = {'p', ""};
+        else if (fs::is_directory(status)) tree[relative] = {'d', ""};
+        else tree[relative] = {'?', ""};
+    }
+    return tree;
+}
+
+// Whether an entry went aside whole, under its name and the mark of a
+// Collection that could not be read, in its own folder.
+std::string Moved_Aside(const fs::path& name, const Entry& entry, const Tree& after) {
+    const std::string prefix = name.filename().string() + kMovedAside;
+    for (const auto& [path, now] : after)
+        if (path.parent_path() == name.parent_path() && path.filename().string().rfind(prefix, 0) == 0 &&
+            now == entry)
+            return path.filename().string();
+    return {};
+}
+
+// ---- one run ----
+
+struct CommandRun {
+    const Case* c = nullptr;
+    Command command = kAdd;
+    std::unique_ptr<testing::TempFolder> folder;  // the logs; the program folder within
+    std::unique_ptr<Layout> layout;
+    Tree before;
+    std::unique_ptr<ChildProcess> process;
+    std::chrono::steady_clock::time_point started;
+    bool timed_out = false;
+};
+
+std::vector<std::string> Arguments(const CommandRun& run) {
+    const std::string main = run.layout->at.main.string();
+    switch (run.command) {
+        case kAdd: return {VELMORA_CLI, "add", main, run.layout->incoming.string()};
+        case kIdentify: return {VELMORA_CLI, "identify", main};
+        case kPlay: return {VELMORA_CLI, "play", main, "--ao", "null"};
+        case kDump: return {VELMORA_CLI, "dump", main};
+        default: return {VELMORA_CLI, "info", main};
+    }
+}
+
+bool Loadable(const fs::path& main, const fs::path& logs) {
+    ChildProcess dump({VELMORA_CLI, "dump", main.string()}, logs / "check_out.txt", logs / "check_err.txt");
+    return dump.Ended(15000) && dump.ExitCode() == 0;
+}
+
+// What a run may do with the files it was given.
+struct Rules {
+    bool only_reads;    // dump and info: nothing written, moved or created
+    bool must_refuse;   // non-zero exit, nothing touched
+    bool must_succeed;  // exit 0; the Collection is the command's to change, the media are not
+    bool may_move;      // play goes on with what it read, once the Collection is moved aside
+};
+
+Rules Rules_Of(Kind kind, Command command) {
+    Rules r{};
+    r.only_reads = command == kDump || command == kInfo;
+    r.must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay);
+    r.must_succeed = kind == Kind::BadMedia || kind == Kind::Linked;
+    r.may_move = kind == Kind::Damaged && command == kPlay;
+    return r;
+}
+
+void Exit_Faults(const CommandRun& run, const Rules& rules, const std::string& said, std::vector<std::string>& faults) {
+    const ChildProcess& p = *run.process;
+    if (run.timed_out) {
+        faults.push_back("did not end within " + std::to_string(kTimeouts[run.command]) + " s");
+        return;
+    }
+    if (p.EndSignal() != 0) faults.push_back("ended by signal " + std::to_string(p.EndSignal()));
+    if (p.ExitCode() == 0 && said.find(kSaveError) != std::string::npos) faults.push_back("exit 0 after a failed save");
+    if (p.ExitCode() == 0 && rules.must_refuse) faults.push_back("exit 0 on a Collection it must refuse");
+    if (p.ExitCode() != 0 && rules.must_succeed) faults.push_back(p.Outcome());
+}
+
+// Every entry it was given is where it was as it was, or, where the rules
+// let it, moved aside whole; nothing new lies beside a refused Collection.
+void File_Faults(const CommandRun& run, const Rules& rules, const std::string& said, const Tree& after,
+                 std::vector<std::string>& faults) {
+    std::vector<std::string> moved;
+    for (const auto& [name, entry] : run.before) {
+        const bool media = name.begin()->string() == "media" || name.begin()->string() == "incoming";
+        if (rules.must_succeed && !media && !rules.only_reads) continue;
+        const auto now = after.find(name);
+        if (now != after.end() && now->second == entry) continue;
+        const std::string aside = Moved_Aside(name, entry, after);
+        if (!aside.empty() && rules.may_move) moved.push_back(aside);
+        else faults.push_back(name.string() + (aside.empty() ? " changed" : " moved aside"));
+    }
+    for (const std::string& name : moved)
+        if (said.find(name) == std::string::npos) faults.push_back("did not say it moved " + name);
+    if (!moved.empty() && !Loadable(run.layout->at.main, run.folder->Path()))
+        faults.push_back("left no loadable Collection after moving it aside");
+    if (!rules.must_refuse && !rules.only_reads) return;
+    // The pointer to the last Collection and a lock are the program's own.
+    for (const auto& [name, entry] : after) {
+        const std::string file = name.filename().string();
+        const std::string top = name.begin()->string();
+        const bool collection_folders = top == "velmora_sylloges" || top == "velmora_filtra";
+        if (run.before.count(name) != 0 || file == "default.qr" || file.ends_with(".lock")) continue;
+        if ((rules.only_reads || collection_folders) && entry.kind != 'd' &&
+            file.find(kMovedAside) == std::string::npos)
+            faults.push_back("left " + name.string());
+    }
+}
+
+// What went against the required outcome of this run, in a few words each.
+std::vector<std::string> Faults(const CommandRun& run) {
+    std::vector<std::string> faults;
+    const Rules rules = Rules_Of(run.c->kind, run.command);
+    const fs::path logs = run.folder->Path();
+    const std::string said = testing::Text_Of(logs / "out.txt") + testing::Text_Of(logs / "err.txt");
+    const Tree after = Tree_Of(run.layout->root);
+    Exit_Faults(run, rules, said, faults);
+    File_Faults(run, rules, said, after, faults);
+    if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out &&
+        said.find(kCycleEnd) == std::string::npos)
+        faults.push_back("the walk did not get past the bad file");
+    if (run.c->kind == Kind::Linked) {
+        const fs::path main = run.layout->at.main.lexically_relative(run.layout->root);
+        const auto now = after.find(main);
+        if (now == after.end() || now->second != run.before.at(main)) faults.push_back("the symlink was replaced");
+        else if (!Loadable(run.layout->at.main, logs)) faults.push_back("the Collection behind the link no longer loads");
+    }
+    return faults;
+}
+
+TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
+    const std::vector<Case> cases = Corpus();
+    std::vector<CommandRun> runs;
+    for (const Case& c : cases)
+        for (int command = 0; command < kCommands; ++command) {
+            CommandRun run;
+            run.c = &c;
+            run.command = static_cast<Command>(command);
+            run.folder = std::make_unique<testing::TempFolder>();
+            run.layout = std::make_unique<Layout>(run.folder->Path() / "program");
+            c.make(*run.layout);
+            run.before = Tree_Of(run.layout->root);
+            runs.push_back(std::move(run));
+        }
+
+    // Many at a time, the longest allowed first, each killed at its limit.
+    std::stable_sort(runs.begin(), runs.end(), [](const CommandRun& a, const CommandRun& b) {
+        return kTimeouts[a.command] > kTimeouts[b.command];
+    });
+    size_t next = 0, running = 0, done = 0;
+    while (done < runs.size()) {
+        while (running < kAtOnce && next < runs.size()) {
+            CommandRun& run = runs[next++];
+            run.process = std::make_unique<ChildProcess>(Arguments(run), run.folder->Path() / "out.txt",
+                                                         run.folder->Path() / "err.txt");
+            run.started = std::chrono::steady_clock::now();
+            ++running;
+        }
+        for (size_t i = 0; i < next; ++i) {
+            CommandRun& run = runs[i];
+            if (!run.process || run.started == std::chrono::steady_clock::time_point{}) continue;
+            if (!run.process->Ended()) {
+                if (std::chrono::steady_clock::now() - run.started < std::chrono::seconds(kTimeouts[run.command]))
+                    continue;
+                run.process->Kill();
+                run.timed_out = true;
+            }
+            run.started = {};
+            --running, ++done;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+
+    std::map<const Case*, std::string> failing;
+    for (const CommandRun& run : runs) {
+        const std::vector<std::string> faults = Faults(run);
+        if (faults.empty()) continue;
+        std::string& line = failing[run.c];
+        line += std::string(line.empty() ? "" : " | ") + kCommandNames[run.command] + ": ";
+        for (size_t i = 0; i < faults.size(); ++i) line += (i ? ", " : "") + faults[i];
+    }
+    for (const Case& c : cases)
+        if (failing.count(&c) != 0) std::cout << "corpus: FAIL " << c.name << " -- " << failing[&c] << "\n";
+    std::cout << "corpus: " << cases.size() << " cases, " << runs.size() << " runs, " << failing.size()
+              << " failing cases\n"
+              << std::flush;
+    EXPECT_EQ(failing.size(), 0u) << "the failing cases are listed above, one line each";
+}
+
+}  // namespace
+}  // namespace velmora

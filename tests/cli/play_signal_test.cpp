@@ -1,0 +1,94 @@
+// velmora-cli play run as a process and sent a quit signal at chosen
+// moments, as a terminal's Ctrl-C or a kill sends it: it ends within
+// seconds through its own quit, which saves, and then by the signal.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <regex>
+#include <ostream>
+#include <string>
+#include <thread>
+
+#include "support/child_process.h"
+#include "support/media_collection.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ChildProcess;
+using testing::Text_Of;
+
+struct Moment {
+    const char* name;
+    bool fifo_files;      // the files side file is a FIFO that nobody writes
+    const char* after;    // what standard error shows before the signal goes
+    int then_ms;
+    int signal;
+    bool played;          // a Track has played for some seconds by then
+};
+
+// The start-up logs the load's lines, then waits until its start screen has
+// stood two seconds; the status line comes once a Track plays.
+const Moment kMoments[] = {
+    {"WhileTheLoadWaitsOnAFifoSideFile", true, "Reading files from Collection", 300, SIGINT, false},
+    {"DuringTheStartUp", false, "End loading", 0, SIGTERM, false},
+    {"WhilePlaying", false, "/2] quiet.wav", 2500, SIGTERM, true},
+};
+
+void PrintTo(const Moment& moment, std::ostream* out) { *out << moment.name; }
+
+class PlaySignal : public ::testing::TestWithParam<Moment> {};
+
+TEST_P(PlaySignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
+    const Moment& moment = GetParam();
+    testing::TempFolder tmp;
+    const fs::path wav = tmp.Path() / "quiet.wav";
+    testing::Put(wav, testing::Wav_Bytes(8000 * 60));
+    const testing::GoldenFiles at = testing::Golden_Files_In(tmp.Str());
+    testing::Write_Golden(at, testing::Golden_With_Paths(wav.string(), wav.string()));
+    if (moment.fifo_files) {
+        fs::remove(at.files);
+        ASSERT_EQ(::mkfifo(at.files.c_str(), 0644), 0);
+    }
+
+    const fs::path err = tmp.Path() / "err.txt";
+    ChildProcess play({VELMORA_CLI, "play", at.main.string(), "--ao", "null"}, tmp.Path() / "out.txt", err);
+    ASSERT_TRUE(testing::Within(20000, [&] { return Text_Of(err).find(moment.after) != std::string::npos; }))
+        << Text_Of(err);
+    std::this_thread::sleep_for(std::chrono::milliseconds(moment.then_ms));
+    play.Signal(moment.signal);
+
+    ASSERT_TRUE(play.Ended(8000)) << "still running 8 s after the signal\n" << Text_Of(err);
+    const std::string said = Text_Of(err);
+    if (moment.fifo_files) {
+        // Nothing could be read: whether it refuses or quits, it fails, and
+        // the FIFO is no file of its to replace.
+        EXPECT_TRUE(play.ExitCode() > 0 || play.EndSignal() == moment.signal) << play.Outcome();
+        EXPECT_TRUE(fs::is_fifo(at.files));
+        return;
+    }
+    EXPECT_EQ(play.EndSignal(), moment.signal) << play.Outcome() << "\n" << said;
+    EXPECT_EQ(testing::Count(said, "velmora-cli: saving"), 1u) << said;
+    ChildProcess dump({VELMORA_CLI, "dump", at.main.string()}, tmp.Path() / "dump.txt", tmp.Path() / "dump_err.txt");
+    ASSERT_TRUE(dump.Ended(10000));
+    ASSERT_EQ(dump.ExitCode(), 0) << Text_Of(tmp.Path() / "dump_err.txt");
+    const std::string json = Text_Of(tmp.Path() / "dump.txt");
+    EXPECT_NE(json.find("\"Track_Count\": 2"), std::string::npos) << json;
+    std::smatch position;
+    ASSERT_TRUE(std::regex_search(json, position, std::regex("\"Current_Position\": (\\d+)")));
+    if (moment.played) {
+        EXPECT_GE(std::stoi(position[1]), 1) << "where playing stopped was saved";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Play, PlaySignal, ::testing::ValuesIn(kMoments),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace velmora
