@@ -11,6 +11,7 @@
 #include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
+#include "collection/collection_claim.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/constant_tables.h"
@@ -137,6 +138,14 @@ void Form_Load(AppContext& ctx) {
     // The last Collection, its filters when it has none stored and they are
     // to be built at load, and the size of the report.
     Load_Pointer(ctx);
+    // Another program writing this Collection: the user may look at it
+    // read-only, or leave it be and end here, writing nothing.
+    if (!Claim_Or_Offer_Read_Only(ctx)) {
+        if (s.Splash_Show == -1) ctx.splash.Hide();
+        ctx.core.Ended = true;
+        ctx.ports.loop.Quit();
+        return;
+    }
     Load_Collection(ctx);
     if (ctx.catalogue.Filter_Text.size() <= 1 && s.Filters_Load == -1) {
         Add_Filters(ctx);
@@ -206,6 +215,7 @@ void Form_QueryUnload(AppContext& ctx) {
     if (ctx.core.Ended) return;
     Save_Pointer(ctx);
     Save_Collection(ctx, false, false);
+    Release_Collection(ctx);
     bool error = false;
     Save_Settings(ctx, error);
     DeleteIconFromTray(ctx);

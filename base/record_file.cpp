@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/codepage1253.h"
+#include "base/file_kind.h"
 
 namespace velmora {
 
@@ -264,13 +265,14 @@ bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
     m.error.clear();
     m.write_failed = false;
     if (record_length < 2) return m.Fail("record length " + std::to_string(record_length) + " is too short");
-    const int flags = mode == Mode::ReadWrite ? (O_RDWR | O_CREAT | O_CLOEXEC) : (O_RDONLY | O_CLOEXEC);
-    int fd = ::open(path.c_str(), flags, 0666);
-    if (fd < 0) return m.Fail(SysError(path.c_str()));
+    // A named pipe or a device in a file's place is an error, never a wait.
+    std::string error;
+    const int fd = Open_Regular(path, mode == Mode::ReadWrite ? (O_RDWR | O_CREAT) : O_RDONLY, error);
+    if (fd < 0) return m.Fail(error);
     struct stat st {};
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+    if (::fstat(fd, &st) != 0) {
         ::close(fd);
-        return m.Fail(path + ": not a regular file");
+        return m.Fail(SysError(path.c_str()));
     }
     m.fd = fd;
     m.length = record_length;

@@ -8,9 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#include "base/file_kind.h"
 #include "cli/headless_program.h"
 #include "cli/read_only_collection.h"
 #include "cli/terminal_dialogs.h"
+#include "cli/writer_claim.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "intake/add_remove.h"
@@ -91,7 +93,8 @@ int Add_Command(int argc, char** argv) {
     if (existed) {
         StoredHeader header;
         if (!fs::is_regular_file(file, ec)) {
-            std::cerr << "velmora-cli: " << file << ": not a Collection file\n";
+            std::cerr << "velmora-cli: " << file << ": " << Kind_Text(Resolve_File(file).kind)
+                      << ", not a regular file; nothing was changed\n";
             return 1;
         }
         if (!ReadOnlyCollection(file).Read_Header(header, std::cerr)) return 1;
@@ -110,6 +113,10 @@ int Add_Command(int argc, char** argv) {
     AppContext& ctx = program.Context();
     Form1& f = ctx.form1;
     Set_Program_Folder(ctx, file);
+    // Nothing is touched while another program writes this Collection, or
+    // when one of its files is not a regular file.
+    ctx.collection.Collection_Path = file;
+    if (!Claim_For_Writing(ctx, std::cerr)) return 1;
 
     // Every entry the program puts at the head of its log is printed as it
     // comes: names that cannot be stored, folders that cannot be read.

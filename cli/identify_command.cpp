@@ -7,6 +7,7 @@
 
 #include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
+#include "cli/writer_claim.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "intake/identification.h"
@@ -45,6 +46,10 @@ int Identify_Command(int argc, char** argv) {
     HeadlessProgram program(dialogs, shell);
     AppContext& ctx = program.Context();
     Set_Program_Folder(ctx, file);
+    // Nothing is touched while another program writes this Collection, or
+    // when one of its files is not a regular file.
+    ctx.collection.Collection_Path = file;
+    if (!Claim_For_Writing(ctx, std::cerr)) return 1;
     // The preferences say whether ratings are read from the files.
     Start_Without_Window(ctx);
     ctx.collection.Collection_Path = file;

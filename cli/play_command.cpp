@@ -13,8 +13,10 @@
 #include <string>
 
 #include "app/startup.h"
+#include "base/file_kind.h"
 #include "cli/headless_program.h"
 #include "cli/terminal_dialogs.h"
+#include "cli/writer_claim.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "platform/quit_signals.h"
@@ -102,7 +104,11 @@ int Play(int argc, char** argv, int& signal) {
     std::error_code ec;
     const fs::path absolute = fs::absolute(file, ec);
     if (ec || !fs::is_regular_file(absolute, ec)) {
-        std::cerr << "velmora-cli: " << file << ": no such Collection file\n";
+        const FileKind kind = Resolve_File(absolute.string()).kind;
+        std::cerr << "velmora-cli: " << file << ": "
+                  << (kind == FileKind::Missing ? std::string("no such Collection file")
+                                                : std::string(Kind_Text(kind)) + ", not a regular file")
+                  << "\n";
         return 2;
     }
     file = absolute.lexically_normal().string();
@@ -124,6 +130,10 @@ int Play(int argc, char** argv, int& signal) {
 
     AppContext& ctx = program.Context();
     Set_Program_Folder(ctx, file);
+    // Nothing is touched while another program writes this Collection, or
+    // when one of its files is not a regular file.
+    ctx.collection.Collection_Path = file;
+    if (!Claim_For_Writing(ctx, std::cerr)) return 1;
 
     // Start-up opens the Collection the pointer file names: point it at this
     // one first, keeping the statistics the pointer carries. The window will

@@ -14,7 +14,7 @@ bool Fail(std::ostream& err, const std::string& message) {
 }  // namespace
 
 ReadOnlyCollection::ReadOnlyCollection(const std::string& main_path)
-    : m_files(Files_To_Read(Collection_Paths_Of(main_path, ""))) {}
+    : m_files(Files_To_Read(Resolve_Collection(Collection_Paths_Of(main_path, "")).paths)) {}
 
 bool ReadOnlyCollection::Read_Header(StoredHeader& h, std::ostream& err) {
     RecordFile main;

@@ -7,13 +7,18 @@
 #include <cstdio>
 #include <filesystem>
 #include <iterator>
+#include <optional>
+#include <vector>
 
 #include "base/codepage1253.h"
+#include "base/file_kind.h"
 #include "base/record_file.h"
 #include "base/text_format.h"
+#include "collection/collection_claim.h"
 #include "collection/collection_paths.h"
 #include "collection/pointer_file.h"
 #include "collection/stored_collection.h"
+#include "collection/unreadable_files.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
 #include "core/running_report.h"
@@ -177,11 +182,34 @@ bool Commit_Full_Save(const CollectionPaths& paths) {
     bool ok = std::rename(Temp_Path(paths.files).c_str(), paths.files.c_str()) == 0;
     ok = std::rename(Temp_Path(paths.filters).c_str(), paths.filters.c_str()) == 0 && ok;
     ok = std::rename(Temp_Path(paths.main).c_str(), paths.main.c_str()) == 0 && ok;
-    ok = Sync_Folder_Of(paths.main) && Sync_Folder_Of(paths.filters) && ok;
+    ok = Sync_Folders_Of(paths) && ok;
     if (!ok) return false;
     Drop_Other_Spelling(paths.files, paths.files_other);
     Drop_Other_Spelling(paths.filters, paths.filters_other);
     return ::unlink(marker.c_str()) == 0;
+}
+
+const char* const kMovedAside =
+    "-> Τα αρχεία της συλλογής που δε διαβάστηκαν ολόκληρα φυλάχτηκαν ως - The Collection's files that could not be "
+    "read whole were kept as: ";
+const char* const kNotMovedAside =
+    "-> Τα αρχεία της συλλογής που δε διαβάστηκαν ολόκληρα δε μετακινήθηκαν· η συλλογή δε σώθηκε - The Collection's "
+    "files that could not be read whole could not be moved aside; the Collection was not saved";
+
+// The files of a Collection read in part renamed out of the save's way, and
+// the log told where.
+bool Move_Aside(AppContext& ctx, const CollectionPaths& paths) {
+    const std::optional<std::vector<std::string>> moved = Move_Aside_Unreadable(paths, ctx.ports.loop.Now());
+    if (!moved) {
+        Log_Line(ctx, kNotMovedAside);
+        return false;
+    }
+    ctx.collection.Read_In_Part = false;
+    if (moved->empty()) return true;
+    std::string names;
+    for (const std::string& name : *moved) names += (names.empty() ? "\"" : ", \"") + name + "\"";
+    Log_Line(ctx, kMovedAside + names);
+    return true;
 }
 
 void Make_Backups(const CollectionPaths& paths) {
@@ -199,7 +227,11 @@ void Load_Pointer(AppContext& ctx) {
     CollectionState& c = ctx.collection;
     c.Collection_Path = Default_Collection_Path(ctx);
     std::string path;
-    if (Read_Pointer_File(Pointer_File_Path(ctx), path, Statistics(c)) && !path.empty()) c.Collection_Path = path;
+    const std::string pointer = Pointer_File_Path(ctx);
+    if (Read_Pointer_File(pointer, path, Statistics(c)) && !path.empty()) c.Collection_Path = path;
+    const FileKind kind = Resolve_File(pointer).kind;
+    if (kind != FileKind::Missing && kind != FileKind::Regular)
+        Log_Line(ctx, "-> " + pointer + ": " + Kind_Text(kind) + ", not a regular file");
 }
 
 void Save_Pointer(AppContext& ctx) {
@@ -217,7 +249,12 @@ void Save_Pointer(AppContext& ctx) {
         Log_Line(ctx, "-> " + path + ": the path of the Collection cannot be written in code page 1253");
         return;
     }
-    if (!Write_File_Safely(path, *bytes)) Log_Line(ctx, "-> " + path + ": the file cannot be written");
+    // Written where a link leads; anything else in its place is left alone.
+    const FileKind kind = Resolve_File(path).kind;
+    if (kind != FileKind::Missing && kind != FileKind::Regular)
+        Log_Line(ctx, "-> " + path + ": " + Kind_Text(kind) + ", not a regular file: the file cannot be written");
+    else if (!Write_File_Safely(path, *bytes))
+        Log_Line(ctx, "-> " + path + ": the file cannot be written");
 }
 
 bool Load_Collection(AppContext& ctx) {
@@ -225,8 +262,17 @@ bool Load_Collection(AppContext& ctx) {
     TrackTable& t = ctx.table;
     CollectionState& c = ctx.collection;
     if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
-    const CollectionPaths paths = Collection_Paths_Of(ctx, c.Collection_Path);
-    const FilesToRead to_read = Files_To_Read(paths);
+    // Read through links where the files really are, as a save writes them.
+    const ResolvedCollection resolved = Resolve_Collection(Collection_Paths_Of(ctx, c.Collection_Path));
+    const FilesToRead to_read = Files_To_Read(resolved.paths);
+    c.Read_In_Part = c.Backups_Held = false;
+    if (!resolved.refused.empty()) {
+        // What stands in a file's place is not ours to replace: the
+        // Collection is read as far as it can be, and never written.
+        c.Write_Refused = Not_A_File_Text(resolved.refused, resolved.refused_kind);
+        Log_Line(ctx, "-> " + c.Write_Refused);
+        ctx.ports.dialogs.MsgBox(c.Write_Refused, MsgButtons::OK, MsgIcon::Exclamation, "");
+    }
 
     Hide_Track_Lists(f);
     // One line says the main file is damaged; a truncated file would
@@ -239,9 +285,12 @@ bool Load_Collection(AppContext& ctx) {
     };
 
     // A Collection that has never been saved begins as an empty main file.
-    // An existing one is opened for reading only: a load never writes.
+    // An existing one is opened for reading only: a load never writes, nor
+    // does it make a file for a Collection it may not write.
     RecordFile main;
-    if (!File_Exists(to_read.main) && !main.Open(to_read.main, kMainRecordLength)) fault();
+    if (c.Write_Refused.empty() && Resolve_File(to_read.main).kind == FileKind::Missing &&
+        !main.Open(to_read.main, kMainRecordLength))
+        fault();
     main.Close();
     if (!main.Open(to_read.main, kMainRecordLength, RecordFile::Mode::ReadOnly)) fault();
 
@@ -277,6 +326,9 @@ bool Load_Collection(AppContext& ctx) {
                 } else if (ctx.settings.Filters_Load != 0) {
                     Log_Line(ctx, kReadingFilters);
                     Load_Filters(ctx, to_read.filters, error);
+                    // The filters can be built again, but a damaged file of
+                    // them is kept as the rest would be.
+                    if (error && File_Exists(to_read.filters)) c.Read_In_Part = true;
                 }
                 if (!error) Log_Line(ctx, kEndLoading);
             }
@@ -287,6 +339,8 @@ bool Load_Collection(AppContext& ctx) {
 
     Show_Track_Lists(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
+    if (!whole || logged) c.Read_In_Part = true;
+    c.Backups_Held = c.Read_In_Part;
     return whole && !logged;
 }
 
@@ -299,7 +353,22 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     if (question && dialogs.MsgBox(kSaveQuestion, MsgButtons::YesNo, MsgIcon::Question, "") != MsgAnswer::Yes)
         return;
     if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
-    const CollectionPaths paths = Collection_Paths_Of(ctx, c.Collection_Path);
+    // Another program's, or not a regular file: told when it was found, and
+    // again only to a user who asks for the save.
+    if (!c.Write_Refused.empty()) {
+        if (question) dialogs.MsgBox(c.Write_Refused, MsgButtons::OK, MsgIcon::Critical, "");
+        return;
+    }
+    // Written where the links lead; a file that has turned into something
+    // else since the load is left alone.
+    const ResolvedCollection resolved = Resolve_Collection(Collection_Paths_Of(ctx, c.Collection_Path));
+    if (!resolved.refused.empty()) {
+        c.Write_Refused = Not_A_File_Text(resolved.refused, resolved.refused_kind);
+        Log_Line(ctx, "-> " + c.Write_Refused);
+        dialogs.MsgBox(kSaveErrorText, MsgButtons::OK, MsgIcon::Critical, "");
+        return;
+    }
+    const CollectionPaths& paths = resolved.paths;
 
     // Where playing stands, from the engine that plays.
     MediaEngine& engine = t.Video_Mode != 0           ? ctx.ports.video
@@ -322,6 +391,12 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     // A file that could not be written or synced, as against a field that
     // could not be stored: it never replaces what stands on the disk.
     bool disk_failed = !Settle_Interrupted_Save(paths);
+    // What a load could not read stays on the disk under another name, and
+    // the Collection as read is written whole beside it.
+    if (!disk_failed && c.Read_In_Part) {
+        if (Move_Aside(ctx, paths)) full = true;
+        else disk_failed = true;
+    }
     std::error_code ec;
     std::filesystem::create_directory(std::filesystem::path(paths.filters).parent_path(), ec);
 
@@ -399,7 +474,7 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     ++c.Saves_This_Run;
     if (!error && c.Saves_This_Run >= kSavesPerBackup) {
         c.Saves_This_Run = 0;
-        Make_Backups(paths);
+        if (!c.Backups_Held) Make_Backups(paths);
     }
     t.Collection_Saved = -1;
 }

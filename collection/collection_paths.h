@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/collection_records.h"
+#include "base/file_kind.h"
 
 namespace velmora {
 
@@ -28,6 +29,19 @@ struct CollectionPaths : SideFileNames {
 // folder; the context's App_Path does in the second form.
 CollectionPaths Collection_Paths_Of(const std::string& main_path, const std::string& program_folder);
 CollectionPaths Collection_Paths_Of(const AppContext& ctx, const std::string& main_path);
+
+// The files of a Collection as a save writes them and a load reads them:
+// each followed through its symbolic links to the real file, so that a new
+// copy is built and renamed beside it and the link stays a link. `refused`
+// names the first file that is neither missing nor a regular file, and
+// `refused_kind` says what stands there: nothing of such a Collection is
+// written.
+struct ResolvedCollection {
+    CollectionPaths paths;
+    std::string refused;
+    FileKind refused_kind = FileKind::Missing;
+};
+ResolvedCollection Resolve_Collection(const CollectionPaths& logical);
 
 // A save builds whole files under this name beside the target and renames it
 // over the target only when the file is complete and on the disk.
@@ -61,6 +75,8 @@ void Drop_Other_Spelling(const std::string& writer_path, const std::string& othe
 bool File_Exists(const std::string& path);
 // Makes a rename or a new file in that folder durable.
 bool Sync_Folder_Of(const std::string& path);
+// The folders of the three files synced, each once: renames there are durable.
+bool Sync_Folders_Of(const CollectionPaths& paths);
 // rename(2), then the folder synced.
 bool Replace_File(const std::string& from, const std::string& to);
 // Copies a file to a temporary name, syncs it, and renames it to `to`.

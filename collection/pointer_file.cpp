@@ -1,10 +1,14 @@
 #include "collection/pointer_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <fstream>
+#include <cerrno>
 #include <string_view>
 
 #include "base/codepage1253.h"
+#include "base/file_kind.h"
 #include "base/text_format.h"
 
 namespace velmora {
@@ -12,7 +16,7 @@ namespace velmora {
 namespace {
 
 // The pointer file is two short lines; anything longer is not ours to read whole.
-constexpr std::streamsize kPointerFileLimit = 1 << 16;
+constexpr size_t kPointerFileLimit = 1 << 16;
 
 // Reads the pointer file the way a comma-separated text reader does: a text ends at
 // a comma or at the end of its line (unless quoted), a number at a blank, a
@@ -79,11 +83,20 @@ private:
 
 bool Read_Pointer_File(const std::string& file, std::string& collection_path,
                        const std::array<int32_t*, 7>& statistics) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) return false;
+    // A named pipe in its place would hold the start forever.
+    std::string error;
+    const int fd = Open_Regular(file, O_RDONLY, error);
+    if (fd < 0) return false;
     std::string bytes(static_cast<size_t>(kPointerFileLimit), '\0');
-    in.read(bytes.data(), kPointerFileLimit);
-    bytes.resize(static_cast<size_t>(in.gcount()));
+    size_t got = 0;
+    while (got < bytes.size()) {
+        const ssize_t n = ::read(fd, bytes.data() + got, bytes.size() - got);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) break;
+        got += static_cast<size_t>(n);
+    }
+    ::close(fd);
+    bytes.resize(got);
     const std::string text = Cp1253ToUtf8(bytes);
     InputFields fields(text);
 

@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-// False when there is no file to read. `collection_path` gets the first
+// False when there is no regular file to read (a pipe is never waited on). `collection_path` gets the first
 // field (empty when there is none); each statistic the next number, in
 // order, for as many numbers as the file holds; the rest keep their values.
 // Both lines are read as comma-separated input, so a comma cuts the path.

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "base/file_lock.h"
 #include "base/signal.h"
 #include "core/dialogs.h"
 #include "core/event_loop.h"
@@ -73,6 +74,16 @@ struct CollectionState {
     // The Revision of each list when Stored_Filters last matched it; 0 when
     // that is not known and the items must be compared.
     std::array<uint64_t, 9> Stored_Revisions{};
+    // The last load could not read everything the files hold (damage,
+    // another version, too many Tracks). Until the next save has moved those
+    // files aside, a save would put the part that was read over the whole.
+    bool Read_In_Part = false;
+    // The backups of a Collection read in part may be the last whole copy of
+    // it: they are not renewed for the rest of the run.
+    bool Backups_Held = false;
+    // Why this program must not write the Collection: another program holds
+    // it, or one of its files is not a regular file. Empty when it may.
+    std::string Write_Refused;
 };
 
 // The report file beside the log box.
@@ -167,6 +178,10 @@ struct AppContext {
     Form4 form4;
     Form5 form5;
     FrmSplash splash;
+
+    // Held while this program may write the Collection, so that no other
+    // program writes it at the same time.
+    FileLock collection_lock;
 
     // Where the program's folder is, before start-up derives App_Path from it.
     std::string program_folder;

@@ -1,11 +1,15 @@
 #include "core/running_report.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
 #include "base/codepage1253.h"
+#include "base/file_kind.h"
 #include "base/text_format.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
@@ -54,9 +58,23 @@ std::string To_Disk(std::string_view utf8) {
 
 // Open for input: a regular file that can be read.
 std::FILE* Open_Input(const std::string& path) {
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return nullptr;
-    return std::fopen(path.c_str(), "rb");
+    std::string error;
+    const int fd = Open_Regular(path, O_RDONLY, error);
+    if (fd < 0) return nullptr;
+    std::FILE* file = ::fdopen(fd, "rb");
+    if (!file) ::close(fd);
+    return file;
+}
+
+// A new report, made here and now: what already stands by its name (a pipe,
+// which would hold the block until something reads it; a link) is not
+// opened. Only a missing report is ever created.
+std::FILE* Create_Output(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd < 0) return nullptr;
+    std::FILE* file = ::fdopen(fd, "wb");
+    if (!file) ::close(fd);
+    return file;
 }
 
 // Print #: the text and a line break to the report's number. Writing to a
@@ -122,12 +140,16 @@ void Report_Block(AppContext& ctx, int start) {
         // A block begun inside another one, before that one closed.
         Log_Error(ctx, kAlreadyOpen);
         Set_Report_Open(ctx, false);
-    } else if (std::FILE* created = std::fopen(path.c_str(), "wb")) {
+    } else if (std::FILE* created = Create_Output(path)) {
         r.File.reset(created);
         r.Mode = ReportState::Number::Output;
         Set_Report_Open(ctx, true);
     } else {
-        Log_Error(ctx, ErrnoText(errno));
+        const int error = errno;
+        const FileKind kind = Resolve_File(path).kind;
+        Log_Error(ctx, kind == FileKind::Missing || kind == FileKind::Regular
+                           ? ErrnoText(error)
+                           : path + ": " + Kind_Text(kind) + ", not a regular file");
         Set_Report_Open(ctx, false);
     }
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <system_error>
 
+#include "base/file_kind.h"
 #include "base/record_file.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
@@ -271,8 +272,12 @@ void Load_Settings(AppContext& ctx, bool& error) {
     error = false;
     Make_Folder(ctx, kPreferencesFolder);
     RecordFile file;
-    // No file yet: the defaults stand, and that is no error.
-    if (!file.Open(Settings_File(ctx), kSettingsRecordLength, RecordFile::Mode::ReadOnly)) return;
+    // No file yet: the defaults stand, and that is no error. Something else
+    // in its place (a folder, a pipe, which is never waited on) is.
+    if (!file.Open(Settings_File(ctx), kSettingsRecordLength, RecordFile::Mode::ReadOnly)) {
+        error = Resolve_File(Settings_File(ctx)).kind != FileKind::Missing;
+        return;
+    }
 
     RecordReader reader(file);
     Exchange(reader, ctx);
