@@ -8,6 +8,7 @@
 #include <array>
 #include <bit>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -25,6 +26,17 @@ namespace {
 constexpr int64_t kWindowBytes = 1 << 20;
 
 std::string SysError(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
+
+// Makes a rename in the folder of `path` durable.
+bool Sync_Folder(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return false;
+    const bool ok = ::fsync(fd) == 0;
+    ::close(fd);
+    return ok;
+}
 
 // The UTF-8 form of each byte 0x80 to 0xFF of code page 1253, taken once from
 // the converter: a long load converts a few hundred thousand texts, and this
@@ -75,6 +87,7 @@ struct RecordFile::Impl {
     bool writable = false;
     bool write_failed = false;  // some buffered write never reached the file
     std::string path;
+    std::string target;  // Mode::Replace until committed: the file that path is to replace
     std::string error;
     int64_t size = 0;  // the file's length, counting what is still buffered
     int64_t opened_size = 0;
@@ -257,24 +270,30 @@ RecordFile::RecordFile() : m_impl(std::make_unique<Impl>()) {}
 
 RecordFile::~RecordFile() { Close(); }
 
+std::string RecordFile::Replacement_Path(const std::string& path) { return path + ".new"; }
+
 bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
     Close();
     Impl& m = *m_impl;
-    m.path = path;
+    m.path = mode == Mode::Replace ? Replacement_Path(path) : path;
     m.error.clear();
     m.write_failed = false;
     if (record_length < 2) return m.Fail("record length " + std::to_string(record_length) + " is too short");
-    const int flags = mode == Mode::ReadWrite ? (O_RDWR | O_CREAT | O_CLOEXEC) : (O_RDONLY | O_CLOEXEC);
-    int fd = ::open(path.c_str(), flags, 0666);
-    if (fd < 0) return m.Fail(SysError(path.c_str()));
+    int flags = O_RDONLY | O_CLOEXEC;
+    if (mode == Mode::ReadWrite) flags = O_RDWR | O_CREAT | O_CLOEXEC;
+    // What an earlier run left under the new name is no part of this file.
+    if (mode == Mode::Replace) flags = O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC;
+    int fd = ::open(m.path.c_str(), flags, 0666);
+    if (fd < 0) return m.Fail(SysError(m.path.c_str()));
     struct stat st {};
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
         ::close(fd);
-        return m.Fail(path + ": not a regular file");
+        return m.Fail(m.path + ": not a regular file");
     }
     m.fd = fd;
+    m.target = mode == Mode::Replace ? path : std::string();
     m.length = record_length;
-    m.writable = mode == Mode::ReadWrite;
+    m.writable = mode != Mode::ReadOnly;
     m.size = st.st_size;
     m.opened_size = st.st_size;
     m.window_len = 0;
@@ -288,6 +307,16 @@ bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
 bool RecordFile::Close() {
     Impl& m = *m_impl;
     if (m.fd < 0) return true;
+    if (!m.target.empty()) {
+        // A new file that was never committed is no file at all.
+        ::close(m.fd);
+        ::unlink(m.path.c_str());
+        m.fd = -1;
+        m.window_len = 0;
+        m.pending_len = 0;
+        m.target.clear();
+        return m.Fail("the new file was thrown away uncommitted");
+    }
     bool ok = m.Flush() && !m.write_failed;
     if (::close(m.fd) != 0 && m.writable) {
         m.error = SysError("close");
@@ -296,6 +325,24 @@ bool RecordFile::Close() {
     m.fd = -1;
     m.window_len = 0;
     return ok;
+}
+
+bool RecordFile::Commit() {
+    Impl& m = *m_impl;
+    if (m.fd < 0 || m.target.empty()) return m.Fail("no new file to put in place");
+    const std::string target = std::move(m.target);
+    m.target.clear();
+    bool ok = Sync();
+    if (::close(m.fd) != 0 && ok) ok = m.Fail(SysError("close"));
+    m.fd = -1;
+    m.window_len = 0;
+    if (ok && std::rename(m.path.c_str(), target.c_str()) != 0) ok = m.Fail(SysError("rename"));
+    if (!ok) {
+        ::unlink(m.path.c_str());
+        return false;
+    }
+    // Renamed: only the folder's sync stands between it and a crash.
+    return Sync_Folder(target) || m.Fail(SysError("fsync of the folder"));
 }
 
 bool RecordFile::IsOpen() const { return m_impl->fd >= 0; }

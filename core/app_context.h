@@ -55,6 +55,9 @@ struct CoreState {
     int64_t Splash_Started = 0;  // tick when the start screen was shown
     int32_t Last_Save = 0;       // seconds since midnight of the last automatic save
     bool Ended = false;          // Form_QueryUnload has run
+    // Why the last save of the preferences failed, naming the file; empty
+    // after a clean one.
+    std::string Settings_Fault;
 };
 
 // The open Collection's files.
@@ -73,6 +76,11 @@ struct CollectionState {
     // The Revision of each list when Stored_Filters last matched it; 0 when
     // that is not known and the items must be compared.
     std::array<uint64_t, 9> Stored_Revisions{};
+    // What kept the last load from reading the Collection whole, and why the
+    // last save failed, each naming the file or the Track; empty when it did
+    // not happen.
+    std::string Load_Fault;
+    std::string Save_Fault;
 };
 
 // The report file beside the log box.
@@ -105,6 +113,7 @@ struct IdentifyState {
     int32_t Bitrate_Corrections = 0;
     int32_t Size_Corrections = 0;
     bool Canceled = false;
+    bool Saved = false;  // the save that ends the run reached the disk whole
 };
 
 // The rating work: what a press of the rating button goes on from, and the
