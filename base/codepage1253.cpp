@@ -180,6 +180,25 @@ bool FitsCp1253(std::string_view utf8) {
     return true;
 }
 
+std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes) {
+    std::string out;
+    out.reserve(std::min(utf8.size(), max_bytes * 2));
+    size_t i = 0;
+    for (size_t n = 0; n < max_bytes && i < utf8.size(); ++n) {
+        const size_t start = i;
+        const int32_t cp = DecodeOne(utf8, i);
+        if (cp < 0) {
+            i = start + 1;
+            out.push_back('?');
+        } else if (EncodeOne(static_cast<char32_t>(cp)) < 0) {
+            out.push_back('?');
+        } else {
+            out.append(utf8.substr(start, i - start));
+        }
+    }
+    return out;
+}
+
 std::string FoldCase(std::string_view utf8) {
     // Folding keeps every character in place, so it works on a copy in place:
     // ASCII costs one comparison a byte and nothing beyond the copy.

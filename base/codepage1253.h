@@ -15,6 +15,10 @@ std::optional<std::string> Utf8ToCp1253(std::string_view utf8);
 // Every byte maps to something; the few unassigned bytes become U+FFFD.
 std::string Cp1253ToUtf8(std::string_view bytes);
 bool FitsCp1253(std::string_view utf8);
+// The text as code page 1253 can hold it in at most max_bytes: each
+// character the code page lacks, and each byte that is no UTF-8, becomes
+// '?', and what lies beyond max_bytes characters is cut off.
+std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes);
 
 // Lower-cases the capitals of code page 1253, Latin and Greek with their
 // accented forms (Ά -> ά); other characters stay as they are. The folded

@@ -1,5 +1,9 @@
 #include "base/collection_records.h"
 
+#include <optional>
+
+#include "base/codepage1253.h"
+
 namespace velmora {
 
 namespace {
@@ -24,6 +28,11 @@ SideFileNames Side_File_Names(const std::string& main_path, const std::string& p
     n.filters = stem_there + "_filters.qqel";
     n.filters_other = stem_there + "_Filters.qqel";
     return n;
+}
+
+bool Storable_Track_Path(std::string_view utf8) {
+    const std::optional<std::string> bytes = Utf8ToCp1253(utf8);
+    return bytes && bytes->size() <= static_cast<size_t>(kFilesTextBytes);
 }
 
 std::string Backup_Path(const std::string& file) { return file + ".backup"; }

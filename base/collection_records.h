@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/slot_texts.h"
 
@@ -17,6 +18,9 @@ namespace velmora {
 constexpr int kMainRecordLength = 300;
 // The files side file: the Track table, 45 records per Track.
 constexpr int kFilesRecordLength = 400;
+// The longest text a record of the files side file holds, in bytes of code
+// page 1253: one a character.
+constexpr int kFilesTextBytes = kFilesRecordLength - 2;
 // The filters side file: the catalogue's value lists and filter rows.
 constexpr int kFiltersRecordLength = 600;
 
@@ -109,6 +113,10 @@ struct SideFileNames {
 // in none. Both take the main file's name less its extension (4 characters).
 // With no such folder and `program_folder` empty, `filters` is empty.
 SideFileNames Side_File_Names(const std::string& main_path, const std::string& program_folder);
+
+// Whether a Track's path can be stored as it is: every character in code
+// page 1253 and short enough for its record. Intake takes no other.
+bool Storable_Track_Path(std::string_view utf8);
 
 // The ".backup" copy a save makes of each file every few saves.
 std::string Backup_Path(const std::string& file);

@@ -8,6 +8,7 @@
 #include <array>
 #include <bit>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -26,6 +27,17 @@ namespace {
 constexpr int64_t kWindowBytes = 1 << 20;
 
 std::string SysError(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
+
+// Makes a rename in the folder of `path` durable.
+bool Sync_Folder(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return false;
+    const bool ok = ::fsync(fd) == 0;
+    ::close(fd);
+    return ok;
+}
 
 // The UTF-8 form of each byte 0x80 to 0xFF of code page 1253, taken once from
 // the converter: a long load converts a few hundred thousand texts, and this
@@ -76,6 +88,7 @@ struct RecordFile::Impl {
     bool writable = false;
     bool write_failed = false;  // some buffered write never reached the file
     std::string path;
+    std::string target;  // Mode::Replace until committed: the file that path is to replace
     std::string error;
     int64_t size = 0;  // the file's length, counting what is still buffered
     int64_t opened_size = 0;
@@ -258,25 +271,32 @@ RecordFile::RecordFile() : m_impl(std::make_unique<Impl>()) {}
 
 RecordFile::~RecordFile() { Close(); }
 
+std::string RecordFile::Replacement_Path(const std::string& path) { return path + ".new"; }
+
 bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
     Close();
     Impl& m = *m_impl;
-    m.path = path;
+    m.path = mode == Mode::Replace ? Replacement_Path(path) : path;
     m.error.clear();
     m.write_failed = false;
     if (record_length < 2) return m.Fail("record length " + std::to_string(record_length) + " is too short");
     // A named pipe or a device in a file's place is an error, never a wait.
+    // What an earlier run left under the new name is no part of this file.
+    int flags = O_RDONLY;
+    if (mode == Mode::ReadWrite) flags = O_RDWR | O_CREAT;
+    if (mode == Mode::Replace) flags = O_RDWR | O_CREAT | O_TRUNC;
     std::string error;
-    const int fd = Open_Regular(path, mode == Mode::ReadWrite ? (O_RDWR | O_CREAT) : O_RDONLY, error);
+    const int fd = Open_Regular(m.path, flags, error);
     if (fd < 0) return m.Fail(error);
     struct stat st {};
     if (::fstat(fd, &st) != 0) {
         ::close(fd);
-        return m.Fail(SysError(path.c_str()));
+        return m.Fail(SysError(m.path.c_str()));
     }
     m.fd = fd;
+    m.target = mode == Mode::Replace ? path : std::string();
     m.length = record_length;
-    m.writable = mode == Mode::ReadWrite;
+    m.writable = mode != Mode::ReadOnly;
     m.size = st.st_size;
     m.opened_size = st.st_size;
     m.window_len = 0;
@@ -290,6 +310,16 @@ bool RecordFile::Open(const std::string& path, int record_length, Mode mode) {
 bool RecordFile::Close() {
     Impl& m = *m_impl;
     if (m.fd < 0) return true;
+    if (!m.target.empty()) {
+        // A new file that was never committed is no file at all.
+        ::close(m.fd);
+        ::unlink(m.path.c_str());
+        m.fd = -1;
+        m.window_len = 0;
+        m.pending_len = 0;
+        m.target.clear();
+        return m.Fail("the new file was thrown away uncommitted");
+    }
     bool ok = m.Flush() && !m.write_failed;
     if (::close(m.fd) != 0 && m.writable) {
         m.error = SysError("close");
@@ -298,6 +328,24 @@ bool RecordFile::Close() {
     m.fd = -1;
     m.window_len = 0;
     return ok;
+}
+
+bool RecordFile::Commit() {
+    Impl& m = *m_impl;
+    if (m.fd < 0 || m.target.empty()) return m.Fail("no new file to put in place");
+    const std::string target = std::move(m.target);
+    m.target.clear();
+    bool ok = Sync();
+    if (::close(m.fd) != 0 && ok) ok = m.Fail(SysError("close"));
+    m.fd = -1;
+    m.window_len = 0;
+    if (ok && std::rename(m.path.c_str(), target.c_str()) != 0) ok = m.Fail(SysError("rename"));
+    if (!ok) {
+        ::unlink(m.path.c_str());
+        return false;
+    }
+    // Renamed: only the folder's sync stands between it and a crash.
+    return Sync_Folder(target) || m.Fail(SysError("fsync of the folder"));
 }
 
 bool RecordFile::IsOpen() const { return m_impl->fd >= 0; }

@@ -23,7 +23,14 @@ public:
     enum class Mode {
         ReadWrite,  // created when absent
         ReadOnly,
+        // A new file built beside the path, under Replacement_Path(path):
+        // Commit puts it in the path's place, whole, and anything else
+        // throws it away, so a write cut short never touches the old file.
+        Replace,
     };
+
+    // Where Mode::Replace builds the new file.
+    static std::string Replacement_Path(const std::string& path);
 
     RecordFile();
     ~RecordFile();
@@ -31,8 +38,15 @@ public:
     RecordFile& operator=(const RecordFile&) = delete;
 
     bool Open(const std::string& path, int record_length, Mode mode = Mode::ReadWrite);
-    // Writes what is buffered; false when that failed.
+    // Writes what is buffered; false when that failed. A file opened with
+    // Mode::Replace and not committed is thrown away.
     bool Close();
+    // Mode::Replace: writes what is buffered, syncs the new file, renames it
+    // over the path and syncs the folder; closed afterwards either way.
+    // False when a write since the open, the sync or the rename failed: the
+    // old file is then as it was and the new one gone. (A failed sync of the
+    // folder, after the rename, is reported too, with the new file in place.)
+    bool Commit();
     bool IsOpen() const;
     // Writes what is buffered and syncs it to the disk.
     bool Sync();

@@ -139,7 +139,9 @@ int Add_Command(int argc, char** argv) {
     // A Collection read in part must not be saved over the whole.
     const bool whole = !existed || Load_Collection(ctx);
     if (!whole || dialogs.Failures() > 0) {
-        std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole; nothing was added\n";
+        std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole";
+        if (!ctx.collection.Load_Fault.empty()) std::cerr << " (" << ctx.collection.Load_Fault << ")";
+        std::cerr << "; nothing was added\n";
         return 1;
     }
     const int before = f.List2.ListCount();
@@ -166,7 +168,12 @@ int Add_Command(int argc, char** argv) {
         if (dialogs.Failures() > 0) break;  // the Collection is full
     }
 
-    Save_Collection(ctx, false, true);
+    // Nothing is told as added before it is on the disk.
+    if (!Save_Collection(ctx, false, true)) {
+        std::cerr << "velmora-cli: " << file << ": the Collection could not be saved: " << ctx.collection.Save_Fault
+                  << "\n";
+        return 1;
+    }
     std::cout << file << ": " << f.List2.ListCount() << " Tracks, " << f.List2.ListCount() - before << " new\n";
     if (dialogs.Failures() > 0) {
         std::cerr << "velmora-cli: " << file << ": not every file could be added and saved\n";

@@ -78,7 +78,7 @@ int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     ReadOnlyCollection collection(main_path);
     StoredHeader header;
     if (!collection.Read_Header(header, err)) return 1;
-    int code = 0;
+    int code = collection.Check_Header(header, err) ? 0 : 1;
     if (header.Track_Count > kMaxTracks) {
         err << "velmora-cli: " << main_path << ": " << header.Track_Count
             << " Tracks are more than a Collection can hold\n";
@@ -101,6 +101,11 @@ int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& 
                     break;
                 }
                 out << (i == 0 ? "\n    " : ",\n    ") << Text(Track_Json(track), 4);
+                // The Track the load stops at is shown, and the dump stops there too.
+                if (!collection.Check_Track(i, track, err)) {
+                    code = 1;
+                    break;
+                }
             }
             out << "\n  ";
         }

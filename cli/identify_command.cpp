@@ -23,6 +23,11 @@ int Usage() {
     return 2;
 }
 
+int Not_Saved(const AppContext& ctx, const std::string& file) {
+    std::cerr << "velmora-cli: " << file << ": the Collection could not be saved: " << ctx.collection.Save_Fault << "\n";
+    return 1;
+}
+
 }  // namespace
 
 int Identify_Command(int argc, char** argv) {
@@ -57,12 +62,14 @@ int Identify_Command(int argc, char** argv) {
         // The run ends by saving every row: a Collection read in part would
         // be saved over the whole.
         if (!Load_Collection(ctx)) {
-            std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole; nothing was identified\n";
+            std::cerr << "velmora-cli: " << file << ": the Collection could not be read whole";
+            if (!ctx.collection.Load_Fault.empty()) std::cerr << " (" << ctx.collection.Load_Fault << ")";
+            std::cerr << "; nothing was identified\n";
             return 1;
         }
     } else {
         fs::create_directories(fs::path(file).parent_path(), ec);
-        Save_Collection(ctx, false, true);
+        if (!Save_Collection(ctx, false, true)) return Not_Saved(ctx, file);
         std::cerr << "velmora-cli: " << file << ": created an empty Collection\n";
     }
     if (!fs::is_regular_file(file, ec)) {
@@ -70,9 +77,14 @@ int Identify_Command(int argc, char** argv) {
         return 1;
     }
 
-    // A run leaves its own lines alone in the log, as the window shows them.
-    if (Identify_Properties(ctx, mode)) std::cout << ctx.form1.Text2[0].Text() << "\n";
-    else std::cout << "no Tracks to identify\n";
+    // A run leaves its own lines alone in the log, as the window shows them;
+    // they are told once its save has reached the disk.
+    if (!Identify_Properties(ctx, mode)) {
+        std::cout << "no Tracks to identify\n";
+        return 0;
+    }
+    if (!ctx.identify.Saved) return Not_Saved(ctx, file);
+    std::cout << ctx.form1.Text2[0].Text() << "\n";
     return 0;
 }
 

@@ -62,30 +62,35 @@ int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     }
 
     // Only totals are kept: one Track in memory at a time, whatever the size.
-    int code = 0;
+    int code = collection.Check_Header(header, err) ? 0 : 1;
     std::array<Totals, 6> classes;
-    Totals other, all;
-    int64_t played = 0;
+    Totals all;
+    int64_t played = 0, pathless = 0;
     if (header.Track_Count > 0) {
         if (!collection.Open_Tracks(err)) {
             code = 1;
         } else {
             StoredTrack track;
             for (int32_t i = 0; i < header.Track_Count; ++i) {
-                if (!collection.Read_Track(i, track, err)) {
+                if (!collection.Read_Track(i, track, err) || !collection.Check_Track(i, track, err)) {
                     code = 1;
                     break;
                 }
+                // The load leaves a Track with no path out.
+                if (Is_Pathless(track.Track_Path)) {
+                    ++pathless;
+                    continue;
+                }
                 all.Add(track);
                 if (track.Played_Number != 0) ++played;
-                if (track.Rating_Class >= 0 && track.Rating_Class < 6) classes[track.Rating_Class].Add(track);
-                else other.Add(track);
+                classes[track.Rating_Class].Add(track);
             }
         }
     }
 
     out << "Tracks:      " << header.Track_Count;
-    if (all.tracks != header.Track_Count) out << " (" << all.tracks << " read)";
+    if (all.tracks + pathless != header.Track_Count) out << " (" << all.tracks + pathless << " read)";
+    if (pathless > 0) out << " (" << pathless << " without a path, left out)";
     out << "\nPlayed:      " << played << " in this cycle (Played_Count " << header.Played_Count << ", Played_High "
         << header.Played_High << ")\n";
     out << "Resumes at:  Track " << header.Current_Track << ", " << Time_Total(Currency(header.Current_Position))
@@ -94,7 +99,6 @@ int Info_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     static const std::array<std::pair<const char*, int>, 6> kOrder{
         {{"S", 5}, {"A", 4}, {"B", 3}, {"C", 2}, {"X", 1}, {"Unmarked", 0}}};
     for (const auto& [name, c] : kOrder) out << Row(name, classes[c]);
-    if (other.tracks > 0) out << Row("other", other);
     out << Row("all", all);
     const std::string filters = collection.Filters_Path();
     std::error_code ec;

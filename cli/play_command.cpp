@@ -140,7 +140,12 @@ int Play(int argc, char** argv, int& signal) {
     // open it next time too, as if it had been opened there.
     Load_Pointer(ctx);
     ctx.collection.Collection_Path = file;
-    Save_Pointer(ctx);
+    // Without it start-up would open another Collection; nothing has been
+    // touched yet.
+    if (std::string fault; !Save_Pointer(ctx, &fault)) {
+        std::cerr << "velmora-cli: " << file << ": not played: " << fault << "\n";
+        return 1;
+    }
 
     std::optional<RawTerminal> raw;
     if (keys) raw.emplace();
@@ -192,8 +197,9 @@ int Play(int argc, char** argv, int& signal) {
     Form_Load(ctx);
     loading = false;
     if (ctx.collection.Collection_Path != file) {
-        // The pointer could not name it (a path code page 1253 cannot carry).
-        std::cerr << "velmora-cli: " << file << ": the Collection could not be opened\n";
+        // The pointer file was written but reads back another path: its
+        // reader ends a path at a comma.
+        std::cerr << "velmora-cli: " << file << ": not played: the pointer file cannot carry a path with a comma\n";
         return 1;
     }
     if (ctx.form1.List2.ListCount() == 0) {
@@ -257,6 +263,16 @@ int Play(int argc, char** argv, int& signal) {
     quit();
     clear_status();
     raw.reset();
+    // Leaving saved; the log has told why a save failed, and the exit code says so.
+    if (!ctx.collection.Save_Fault.empty()) {
+        std::cerr << "velmora-cli: " << file << ": the Collection could not be saved: " << ctx.collection.Save_Fault
+                  << "\n";
+        return 1;
+    }
+    if (!ctx.core.Settings_Fault.empty()) {
+        std::cerr << "velmora-cli: the preferences could not be saved: " << ctx.core.Settings_Fault << "\n";
+        return 1;
+    }
     return 0;
 }
 

@@ -28,6 +28,16 @@ bool ReadOnlyCollection::Read_Header(StoredHeader& h, std::ostream& err) {
     return !faults.Any() || Fail(err, path + ": " + faults.first);
 }
 
+bool ReadOnlyCollection::Check_Header(const StoredHeader& h, std::ostream& err) const {
+    const std::string fault = Header_Fault(h);
+    return fault.empty() || Fail(err, m_files.main + ": " + fault);
+}
+
+bool ReadOnlyCollection::Check_Track(int32_t i, const StoredTrack& track, std::ostream& err) const {
+    const std::string fault = Track_Fault(i, track);
+    return fault.empty() || Fail(err, m_files.files + ": " + fault);
+}
+
 bool ReadOnlyCollection::Open_Tracks(std::ostream& err) {
     return m_tracks.Open(m_files.files, kFilesRecordLength, RecordFile::Mode::ReadOnly) ||
            Fail(err, m_tracks.LastError());
@@ -35,7 +45,7 @@ bool ReadOnlyCollection::Open_Tracks(std::ostream& err) {
 
 bool ReadOnlyCollection::Read_Track(int32_t i, StoredTrack& track, std::ostream& err) {
     return velmora::Read_Track(m_tracks, i, track) ||
-           Fail(err, m_files.files + ": " + m_tracks.LastError() + " (Track " + std::to_string(i) + ")");
+           Fail(err, m_files.files + ": " + Track_Read_Fault(i, m_tracks.LastError()));
 }
 
 std::string ReadOnlyCollection::Filters_Path() const { return m_files.filters; }

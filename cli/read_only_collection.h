@@ -30,9 +30,13 @@ public:
     // The header of this program's version. A file created and never saved
     // gives its empty version text alone.
     bool Read_Header(StoredHeader& header, std::ostream& err);
+    // What keeps the program's load from reading it whole, beyond what
+    // cannot be read at all, told in the load's own words.
+    bool Check_Header(const StoredHeader& header, std::ostream& err) const;
     // The Tracks, one at a time, so a command never holds the whole table.
     bool Open_Tracks(std::ostream& err);
     bool Read_Track(int32_t i, StoredTrack& track, std::ostream& err);
+    bool Check_Track(int32_t i, const StoredTrack& track, std::ostream& err) const;
     // Empty when there is no filters side file.
     std::string Filters_Path() const;
     // What can be read; false when anything could not.

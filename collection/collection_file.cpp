@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <optional>
@@ -72,7 +74,8 @@ int Video_Menu_Index(int16_t video_mode) {
 }
 
 // The header behind the version into the table and the window. A field
-// that cannot be read leaves its value as it was; the reading goes on.
+// that cannot be read leaves its value as it was; the reading goes on, and
+// fault gets the file's message about the first.
 template <class Fault>
 void Take_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     namespace r = main_record;
@@ -83,7 +86,7 @@ void Take_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     h.Video_Mode = t.Video_Mode, h.Alarm_File = ctx.collection.Alarm_File, h.Class_Play = t.Class_Play;
     h.Played_Count = t.Played_Count, h.Played_High = t.Played_High;
     const ReadFaults faults = Read_Header(main, h);
-    if (faults.Any()) fault();
+    if (faults.Any()) fault(faults.first);
 
     const bool suppressed = ctx.core.Suppress_Events;
     ctx.core.Suppress_Events = true;
@@ -127,6 +130,17 @@ bool Same_Disk(const std::string& a, const std::string& b) {
     return ::stat(a.c_str(), &sa) == 0 && ::stat(b.c_str(), &sb) == 0 && sa.st_dev == sb.st_dev;
 }
 
+// The folders of the search page are where it opens next time, and no more:
+// one the code page cannot carry is stored as none, so that the page opens
+// at its default rather than every save of the Collection failing over it.
+std::string Folder_To_Store(const std::string& folder) {
+    const std::optional<std::string> bytes = Utf8ToCp1253(folder);
+    return bytes && bytes->size() <= static_cast<size_t>(kMainRecordLength - 2) ? folder : std::string();
+}
+
+// Why a call of the C library failed, in its words.
+std::string System_Error() { return std::strerror(errno); }
+
 // Every record of the main file, those behind Played_High never read back.
 // Built new unless in_place, which overwrites the records of the file there
 // and syncs its data only.
@@ -139,11 +153,12 @@ void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& dis
     RecordFile main;
     if (!main.Open(path, kMainRecordLength)) {
         error = disk_failed = true;
+        Note_Save_Fault(ctx, path, main.LastError());
         return;
     }
     bool ok = main.PutString(r::kVersion, kCollectionVersion);
-    ok &= main.PutString(r::kDrive, f.Drive1.Path());
-    ok &= main.PutString(r::kDir, f.Dir1.Path());
+    ok &= main.PutString(r::kDrive, Folder_To_Store(f.Drive1.Path()));
+    ok &= main.PutString(r::kDir, Folder_To_Store(f.Dir1.Path()));
     ok &= main.PutLong(r::kCurrentTrack, t.Current_Track);
     ok &= main.PutLong(r::kCurrentPosition, t.Current_Position);
     ok &= main.PutLong(r::kTrackCount, t.Track_Count);
@@ -162,9 +177,14 @@ void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& dis
     // the same record at once: the file ends with the Currency there.
     ok &= main.PutLong(r::kSaveCounter, ctx.collection.Saves_This_Run);
     for (int k = 0; k < kClassCount; ++k) ok &= main.PutCurrency(r::kClassDuration + k, t.Class_Duration[k]);
-    if (!ok) error = true;
-    if (main.WriteFailed() || !(in_place ? main.SyncData() : main.Sync()) || !main.Close())
+    if (!ok) {
+        error = true;
+        Note_Save_Fault(ctx, path, main.LastError());
+    }
+    if (main.WriteFailed() || !(in_place ? main.SyncData() : main.Sync()) || !main.Close()) {
         error = disk_failed = true;
+        Note_Save_Fault(ctx, path, main.LastError());
+    }
 }
 
 // A side file as it stands, under whichever spelling it has.
@@ -234,7 +254,7 @@ void Load_Pointer(AppContext& ctx) {
         Log_Line(ctx, "-> " + pointer + ": " + Kind_Text(kind) + ", not a regular file");
 }
 
-void Save_Pointer(AppContext& ctx) {
+bool Save_Pointer(AppContext& ctx, std::string* fault) {
     CollectionState& c = ctx.collection;
     if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
     // The numbers as the text writer prints them: a place for the sign in
@@ -245,16 +265,21 @@ void Save_Pointer(AppContext& ctx) {
 
     const std::string path = Pointer_File_Path(ctx);
     const std::optional<std::string> bytes = Utf8ToCp1253(text);
+    std::string why;
     if (!bytes) {
-        Log_Line(ctx, "-> " + path + ": the path of the Collection cannot be written in code page 1253");
-        return;
+        why = path + ": the path of the Collection cannot be written in code page 1253";
+    } else {
+        // Written where a link leads; anything else in its place is left alone.
+        const FileKind kind = Resolve_File(path).kind;
+        if (kind != FileKind::Missing && kind != FileKind::Regular)
+            why = path + ": " + Kind_Text(kind) + ", not a regular file: the file cannot be written";
+        else if (!Write_File_Safely(path, *bytes))
+            why = path + ": the file cannot be written (" + System_Error() + ")";
     }
-    // Written where a link leads; anything else in its place is left alone.
-    const FileKind kind = Resolve_File(path).kind;
-    if (kind != FileKind::Missing && kind != FileKind::Regular)
-        Log_Line(ctx, "-> " + path + ": " + Kind_Text(kind) + ", not a regular file: the file cannot be written");
-    else if (!Write_File_Safely(path, *bytes))
-        Log_Line(ctx, "-> " + path + ": the file cannot be written");
+    if (why.empty()) return true;
+    Log_Line(ctx, "-> " + why);
+    if (fault) *fault = why;
+    return false;
 }
 
 bool Load_Collection(AppContext& ctx) {
@@ -273,12 +298,15 @@ bool Load_Collection(AppContext& ctx) {
         Log_Line(ctx, "-> " + c.Write_Refused);
         ctx.ports.dialogs.MsgBox(c.Write_Refused, MsgButtons::OK, MsgIcon::Exclamation, "");
     }
+    c.Load_Fault.clear();
 
     Hide_Track_Lists(f);
     // One line says the main file is damaged; a truncated file would
     // otherwise repeat it for every field behind the cut.
     bool logged = false;
-    auto fault = [&] {
+    RecordFile main;
+    auto fault = [&](const std::string& why) {
+        if (c.Load_Fault.empty()) c.Load_Fault = why;
         if (logged) return;
         logged = true;
         Log_Line(ctx, Load_Error_Text(c.Collection_Path));
@@ -287,27 +315,29 @@ bool Load_Collection(AppContext& ctx) {
     // A Collection that has never been saved begins as an empty main file.
     // An existing one is opened for reading only: a load never writes, nor
     // does it make a file for a Collection it may not write.
-    RecordFile main;
     if (c.Write_Refused.empty() && Resolve_File(to_read.main).kind == FileKind::Missing &&
         !main.Open(to_read.main, kMainRecordLength))
-        fault();
+        fault(main.LastError());
     main.Close();
-    if (!main.Open(to_read.main, kMainRecordLength, RecordFile::Mode::ReadOnly)) fault();
+    if (!main.Open(to_read.main, kMainRecordLength, RecordFile::Mode::ReadOnly)) fault(main.LastError());
 
     StoredHeader stored;
-    if (main.IsOpen() && !Read_Version(main, stored)) fault();
+    if (main.IsOpen() && !Read_Version(main, stored)) fault(to_read.main + ": " + main.LastError());
     const std::string& version = stored.Version_String;
 
     bool whole = true;
     if (!version.empty() && version != kCollectionVersion) {
         ctx.ports.dialogs.MsgBox(kVersionWarning, MsgButtons::OK, MsgIcon::Exclamation, "");
         whole = false;
+        c.Load_Fault = to_read.main + ": a Collection of another version (" + version + ")";
     } else if (!version.empty()) {
-        Take_Header(ctx, main, fault);
+        Take_Header(ctx, main, [&](const std::string& why) { fault(to_read.main + ": " + why); });
         main.Close();
         if (t.Track_Count > kMaxTracks) {
             ctx.ports.dialogs.MsgBox(CapacityExceededText(), MsgButtons::OK, MsgIcon::Critical, "");
             whole = false;
+            c.Load_Fault = to_read.main + ": " + std::to_string(t.Track_Count) +
+                           " Tracks are more than a Collection can hold";
             // Nothing of it is loaded: the walk keeps no row of it either.
             t.Track_Count = 0;
             t.Current_Track = 0;
@@ -322,6 +352,7 @@ bool Load_Collection(AppContext& ctx) {
                 Load_Files(ctx, to_read.files, error);
                 if (error) {
                     Log_Line(ctx, kFilesError);
+                    Log_Line(ctx, " ---> " + c.Load_Fault);
                     whole = false;
                 } else if (ctx.settings.Filters_Load != 0) {
                     Log_Line(ctx, kReadingFilters);
@@ -340,33 +371,46 @@ bool Load_Collection(AppContext& ctx) {
     Show_Track_Lists(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
     if (!whole || logged) c.Read_In_Part = true;
+    // What was read is what the next save writes whole: the walk must stand
+    // on one of its rows, or that Collection would be refused in its turn.
+    const int32_t rows = f.List2.ListCount();
+    if (c.Read_In_Part && (t.Current_Track < 0 || t.Current_Track >= std::max(rows, 1)))
+        t.Current_Track = std::max(rows - 1, 0);
     c.Backups_Held = c.Read_In_Part;
     return whole && !logged;
 }
 
-void Save_Collection(AppContext& ctx, bool question, bool full) {
+void Note_Save_Fault(AppContext& ctx, const std::string& path, const std::string& why) {
+    std::string& fault = ctx.collection.Save_Fault;
+    if (fault.empty()) fault = path + ": " + why;
+}
+
+bool Save_Collection(AppContext& ctx, bool question, bool full) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     CollectionState& c = ctx.collection;
     Dialogs& dialogs = ctx.ports.dialogs;
 
     if (question && dialogs.MsgBox(kSaveQuestion, MsgButtons::YesNo, MsgIcon::Question, "") != MsgAnswer::Yes)
-        return;
+        return true;
     if (c.Collection_Path.empty()) c.Collection_Path = Default_Collection_Path(ctx);
+    c.Save_Fault.clear();
     // Another program's, or not a regular file: told when it was found, and
     // again only to a user who asks for the save.
     if (!c.Write_Refused.empty()) {
+        c.Save_Fault = c.Write_Refused;
         if (question) dialogs.MsgBox(c.Write_Refused, MsgButtons::OK, MsgIcon::Critical, "");
-        return;
+        return false;
     }
     // Written where the links lead; a file that has turned into something
     // else since the load is left alone.
     const ResolvedCollection resolved = Resolve_Collection(Collection_Paths_Of(ctx, c.Collection_Path));
     if (!resolved.refused.empty()) {
         c.Write_Refused = Not_A_File_Text(resolved.refused, resolved.refused_kind);
+        c.Save_Fault = c.Write_Refused;
         Log_Line(ctx, "-> " + c.Write_Refused);
         dialogs.MsgBox(kSaveErrorText, MsgButtons::OK, MsgIcon::Critical, "");
-        return;
+        return false;
     }
     const CollectionPaths& paths = resolved.paths;
 
@@ -391,6 +435,12 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     // A file that could not be written or synced, as against a field that
     // could not be stored: it never replaces what stands on the disk.
     bool disk_failed = !Settle_Interrupted_Save(paths);
+    // A failed rename or sync, in the C library's words.
+    auto system_fault = [&](const std::string& path) {
+        disk_failed = true;
+        Note_Save_Fault(ctx, path, System_Error());
+    };
+    if (disk_failed) Note_Save_Fault(ctx, paths.main, "an earlier save cannot be finished: " + System_Error());
     // What a load could not read stays on the disk under another name, and
     // the Collection as read is written whole beside it.
     if (!disk_failed && c.Read_In_Part) {
@@ -418,6 +468,7 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
     if (full) {
         std::fill(t.Saved.begin(), t.Saved.end(), false);
         error = false;
+        if (!disk_failed) c.Save_Fault.clear();
     } else {
         for (int32_t i = 0; i < t.Track_Count && !unsaved_row; ++i) unsaved_row = !t.Saved[i];
     }
@@ -434,7 +485,7 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
                 if (Replace_File(temp, paths.filters))
                     Drop_Other_Spelling(paths.filters, paths.filters_other);
                 else
-                    disk_failed = true;
+                    system_fault(paths.filters);
             }
         }
     }
@@ -445,18 +496,18 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
         } else if (Adopt_Writer_Spelling(paths.files, paths.files_other)) {
             Write_Files(ctx, paths.files, error, &disk_failed, side_flush);
         } else {
-            disk_failed = true;
+            system_fault(paths.files);
         }
     }
     t.Filters_Changed = 0;
 
     if (!disk_failed) {
         if (full) {
-            disk_failed = !Commit_Full_Save(paths);
+            if (!Commit_Full_Save(paths)) system_fault(paths.main);
         } else if (main_in_place) {
             Write_Main(ctx, paths.main, error, disk_failed, true);
-        } else {
-            disk_failed = !Replace_File(main_temp, paths.main);
+        } else if (!Replace_File(main_temp, paths.main)) {
+            system_fault(paths.main);
         }
     }
     if (disk_failed) {
@@ -468,6 +519,11 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
         error = true;
     }
 
+    if (error) {
+        // The box asks to retry; the log says what stood in the way.
+        if (c.Save_Fault.empty()) c.Save_Fault = paths.main + ": the save failed";
+        Log_Line(ctx, "-> Λάθος κατά το σώσιμο - Saving failed: " + c.Save_Fault);
+    }
     if (question && !error) dialogs.MsgBox(kSavedText, MsgButtons::OK, MsgIcon::Information, "");
     if (error) dialogs.MsgBox(kSaveErrorText, MsgButtons::OK, MsgIcon::Critical, "");
 
@@ -477,6 +533,7 @@ void Save_Collection(AppContext& ctx, bool question, bool full) {
         if (!c.Backups_Held) Make_Backups(paths);
     }
     t.Collection_Saved = -1;
+    return !error;
 }
 
 }  // namespace velmora

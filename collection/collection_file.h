@@ -19,13 +19,16 @@ struct Form1;
 class ListBox;
 
 void Load_Pointer(AppContext& ctx);
-void Save_Pointer(AppContext& ctx);
+// False when the pointer file could not be written; the log says why.
+bool Save_Pointer(AppContext& ctx, std::string* fault = nullptr);
 // False when the Collection could not be read whole: a damaged main or files
 // side file, another version, too many Tracks. The log says which.
 bool Load_Collection(AppContext& ctx);
 // full: write every row, not only the changed ones; question: ask first and
-// report success in a box.
-void Save_Collection(AppContext& ctx, bool question, bool full);
+// report success in a box. True when everything was saved; otherwise the log
+// and ctx.collection.Save_Fault say why, naming the file. No (to the
+// question) saves nothing and gives true.
+bool Save_Collection(AppContext& ctx, bool question, bool full);
 
 // The side readers and writers; `error` is set on failure and never cleared.
 // The writers also set *disk_failed when the file itself could not be
@@ -37,6 +40,9 @@ void Load_Files(AppContext& ctx, const std::string& path, bool& error);
 void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr,
                  Flush flush = Flush::Now);
 void Load_Filters(AppContext& ctx, const std::string& path, bool& error);
+// Keeps why the running save failed, the first reason only: the file and
+// what went wrong with it.
+void Note_Save_Fault(AppContext& ctx, const std::string& path, const std::string& why);
 void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed = nullptr);
 // Brings the filters side file up to date by rewriting only the records that
 // differ from what it is known to hold; an unchanged file is not touched.

@@ -11,6 +11,7 @@
 #include "collection/stored_collection.h"
 #include "core/app_context.h"
 #include "core/progress.h"
+#include "core/running_report.h"
 
 namespace velmora {
 
@@ -30,63 +31,86 @@ void Append(ListBox& list, std::vector<std::string> rows) {
     list.Assign(std::move(items));
 }
 
-// Row i's records read into its columns. The path goes to `path_text`
-// rather than to a column: its column is the list box. What was read before
-// a record that cannot be read stays in the columns.
-bool Read_Row(RecordFile& file, TrackTable& t, int32_t i, std::string& path_text) {
-    StoredTrack s;
-    const bool ok = Read_Track(file, i, s);
-    t.Played_Number[i] = s.Played_Number, t.Duration[i] = s.Duration, t.Rating_Class[i] = s.Rating_Class;
-    t.File_Size[i] = s.File_Size, t.Stop_Position[i] = s.Stop_Position, t.Bitrate[i] = s.Bitrate;
-    t.Artist[i] = std::move(s.Artist), t.Genre[i] = std::move(s.Genre), t.Album[i] = std::move(s.Album);
-    t.Title[i] = std::move(s.Title), t.Year[i] = std::move(s.Year), path_text = std::move(s.Track_Path);
-    t.Identified[i] = s.Identified;
-    t.Slot_Value[i] = s.Slot_Value;
-    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[i].Set(j, s.Slot_Text[j]);
-    return ok;
+// Track i as read into row `row` of the columns. The path goes to
+// `path_text` rather than to a column: its column is the list box.
+void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text) {
+    t.Played_Number[row] = s.Played_Number, t.Duration[row] = s.Duration, t.Rating_Class[row] = s.Rating_Class;
+    t.File_Size[row] = s.File_Size, t.Stop_Position[row] = s.Stop_Position, t.Bitrate[row] = s.Bitrate;
+    t.Artist[row] = std::move(s.Artist), t.Genre[row] = std::move(s.Genre), t.Album[row] = std::move(s.Album);
+    t.Title[row] = std::move(s.Title), t.Year[row] = std::move(s.Year), path_text = std::move(s.Track_Path);
+    t.Identified[row] = s.Identified;
+    t.Slot_Value[row] = s.Slot_Value;
+    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, s.Slot_Text[j]);
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.
 using ListRows = std::array<std::vector<std::string>, 6>;
 
-// Reads the rows one by one into the columns and the list rows; false when
-// a read failed or a row's class has no total, which ends the reading there.
-bool Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows, int32_t& played, int32_t& read) {
+// How the reading went: the rows kept, those of them played, and what the
+// pathless Tracks left out did to the row of Current_Track.
+struct RowsRead {
+    int32_t kept = 0;
+    int32_t played = 0;
+    int32_t left_out = 0;
+    int32_t left_out_before_current = 0;
+    bool current_left_out = false;
+    std::string fault;  // what ended the reading early; empty when it ran to the end
+};
+
+// Reads the Tracks one by one into the columns and the list rows. A Track
+// with no path is left out, and each Track behind it moves up into the next
+// free row with all of its own fields: a row is never shared by the fields
+// of one Track and the path of another. A Track that cannot be read, or
+// whose class or path the program cannot take, ends the reading there.
+RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     const int32_t total = t.Track_Count;
+    RowsRead r;
     std::string path_text;
     for (int32_t i = 0; i < total; ++i) {
+        const int32_t row = r.kept;
         // Giving way to events may have let a handler reshape the table.
-        if (i > t.Bound()) return false;
-        path_text.clear();
-        if (!Read_Row(file, t, i, path_text)) return false;
-        t.Saved[i] = true;
-        t.Total_Duration += t.Duration[i];
-
-        // A row with no path stays in the columns but gets no list row.
-        if (!path_text.empty() && path_text != " ") {
-            rows[0].push_back(path_text);
-            rows[1].push_back(Row_Number_Text(i));
-            rows[2].push_back(Class_Letter(t.Rating_Class[i]));
-            rows[3].push_back(Duration_Text(t.Duration[i]));
-            rows[4].push_back(Size_Text(t.File_Size[i]));
-            rows[5].push_back(Bitrate_Text(t.Bitrate[i]));
-            t.Total_Size += t.File_Size[i];
-            const int rc = t.Rating_Class[i];
-            if (rc < 0 || rc >= kClassCount) return false;
-            t.Class_Count[rc] += Currency(1);
-            t.Class_Size[rc] += t.File_Size[i];
-            t.Class_Duration[rc] += t.Duration[i];
+        if (row > t.Bound()) {
+            r.fault = Track_Read_Fault(i, "the table changed while it was read");
+            return r;
         }
-
-        if (t.Played_Number[i] > t.Played_High) t.Played_High = t.Played_Number[i];
-        if (t.Played_Number[i] != 0) ++played;
-        ++read;
+        StoredTrack s;
+        if (!Read_Track(file, i, s)) {
+            r.fault = Track_Read_Fault(i, file.LastError());
+            return r;
+        }
+        if (Is_Pathless(s.Track_Path)) {
+            ++r.left_out;
+            if (i < t.Current_Track) ++r.left_out_before_current;
+            if (i == t.Current_Track) r.current_left_out = true;
+        } else {
+            r.fault = Track_Fault(i, s);
+            if (!r.fault.empty()) return r;
+            path_text.clear();
+            Take_Row(t, row, s, path_text);
+            // A Track that moved up stands one row further down on the disk.
+            t.Saved[row] = row == i;
+            t.Total_Duration += t.Duration[row];
+            rows[0].push_back(std::move(path_text));
+            rows[1].push_back(Row_Number_Text(row));
+            rows[2].push_back(Class_Letter(t.Rating_Class[row]));
+            rows[3].push_back(Duration_Text(t.Duration[row]));
+            rows[4].push_back(Size_Text(t.File_Size[row]));
+            rows[5].push_back(Bitrate_Text(t.Bitrate[row]));
+            t.Total_Size += t.File_Size[row];
+            const int rc = t.Rating_Class[row];
+            t.Class_Count[rc] += Currency(1);
+            t.Class_Size[rc] += t.File_Size[row];
+            t.Class_Duration[rc] += t.Duration[row];
+            if (t.Played_Number[row] > t.Played_High) t.Played_High = t.Played_Number[row];
+            if (t.Played_Number[row] != 0) ++r.played;
+            ++r.kept;
+        }
         ctx.ports.loop.DoEvents();
         if (Progress_Due(i, total)) Show_Progress(f, i, total, 1);
     }
-    return true;
+    return r;
 }
 
 }  // namespace
@@ -94,44 +118,53 @@ bool Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows, int32_t& playe
 void Load_Files(AppContext& ctx, const std::string& path, bool& error) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
+    CollectionState& c = ctx.collection;
     RecordFile file;
     if (!file.Open(path, kFilesRecordLength, RecordFile::Mode::ReadOnly)) {
         error = true;
+        c.Load_Fault = file.LastError();
         return;
     }
 
     ListRows rows;
     for (auto& list : rows) list.reserve(static_cast<size_t>(std::max(t.Track_Count, 0)));
-    int32_t played = 0;
-    int32_t read = 0;
-    const bool complete = Read_Rows(ctx, file, rows, played, read);
+    const RowsRead read = Read_Rows(ctx, file, rows);
     // The rows go to the lists in one piece, however the reading ended: the
     // Tracks read so far stay. Appending row by row would keep each list's
     // find index up to date 32,766 times over, for lists that are disabled
     // while they fill anyway.
     Append(f.List2, std::move(rows[0]));
     for (int k = 0; k < 5; ++k) Append(f.List3_0[k], std::move(rows[k + 1]));
-    if (!complete) {
+    // The rows behind the last Track kept may hold a Track that moved up.
+    for (int32_t row = read.kept; row <= t.Bound(); ++row) t.ClearRow(row);
+    if (!read.fault.empty()) {
         error = true;
+        c.Load_Fault = path + ": " + read.fault;
         return;
     }
 
-    if (played != t.Played_High) Renumber_Played(t);
-    if (read == 0) return;
-    if (t.Current_Track > read) t.Current_Track = read;
-    const int list_count = f.List2.ListCount();
-    if (t.Track_Count != list_count) {
-        t.Track_Count = list_count;
-        // Rows without a path were left out of the list; with none left the
-        // walk stands at row 0, as after a reset, not before the first row.
-        if (t.Current_Track > list_count - 1) t.Current_Track = std::max(list_count - 1, 0);
-    } else if (t.Current_Track < 0 || t.Current_Track >= list_count) {
+    StoredHeader stored;
+    stored.Current_Track = t.Current_Track, stored.Track_Count = t.Track_Count;
+    if (const std::string fault = Header_Fault(stored); !fault.empty()) {
         // The list has no such row to select.
         error = true;
-    } else {
-        f.List2.SetListIndex(t.Current_Track);
-        for (ListBox& mirror : f.List3_0) mirror.SetListIndex(t.Current_Track);
+        c.Load_Fault = c.Collection_Path + ": " + fault;
+        return;
     }
+    // Current_Track follows its Track up; a Track left out hands it on to
+    // the next one kept, from its start.
+    t.Current_Track -= read.left_out_before_current;
+    if (read.current_left_out) t.Current_Position = 0;
+    t.Track_Count = read.kept;
+    if (t.Current_Track > read.kept - 1) t.Current_Track = std::max(read.kept - 1, 0);
+    if (read.left_out > 0)
+        Log_Line(ctx, "-> Κομμάτια χωρίς διαδρομή παραλείφθηκαν - Tracks without a path left out: " +
+                          std::to_string(read.left_out));
+
+    if (read.played != t.Played_High) Renumber_Played(t);
+    if (read.kept == 0) return;
+    f.List2.SetListIndex(t.Current_Track);
+    for (ListBox& mirror : f.List3_0) mirror.SetListIndex(t.Current_Track);
 }
 
 void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* disk_failed, Flush flush) {
@@ -144,6 +177,7 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
         error = true;
         failed = true;
         if (disk_failed) *disk_failed = true;
+        Note_Save_Fault(ctx, path, file.LastError());
     };
     if (!file.Open(path, kFilesRecordLength)) {
         disk_error();
@@ -176,7 +210,10 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
                 ok &= file.PutInteger(at(r::Slot_Value(j)), t.Slot_Value[i][j]);
                 ok &= file.PutString(at(r::Slot_Text(j)), t.Slot_Text[i][j]);
             }
-            if (!ok) error = true;
+            if (!ok) {
+                error = true;
+                Note_Save_Fault(ctx, path, Track_Read_Fault(i, file.LastError()));
+            }
         }
         if (Progress_Due(i, total)) Show_Progress(f, i, total, 1);
     }

@@ -106,6 +106,7 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
         error = true;
         clean = false;
         if (disk_failed) *disk_failed = true;
+        Note_Save_Fault(ctx, path, file.LastError());
     };
     if (!file.Open(path, kFiltersRecordLength)) {
         disk_error();
@@ -118,6 +119,8 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
             return;
         error = true;
         clean = false;
+        Note_Save_Fault(ctx, path, "record " + std::to_string(record) + ": a count of " + std::to_string(count) +
+                                       " is beyond its field");
     };
     for (int k = 0; k < kValueBoxes; ++k)
         put_count(filter_record::Box_Count(k), lists.boxes[k] ? lists.boxes[k]->ListCount() : 0);
@@ -132,6 +135,7 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
             if (!file.PutString(record++, item)) {
                 error = true;
                 clean = false;
+                Note_Save_Fault(ctx, path, file.LastError());
             }
             c.Stored_Filters[k].push_back(item);
         }
@@ -169,6 +173,7 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
         clean = false;
         broken = true;
         if (disk_failed) *disk_failed = true;
+        Note_Save_Fault(ctx, path, file.LastError());
     };
     int64_t record = filter_record::kFirstItem;
     for (int k = 0; k < kLists && !broken; ++k) {
@@ -188,6 +193,7 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
             if (!file.PutString(record, item)) {
                 error = true;
                 clean = false;
+                Note_Save_Fault(ctx, path, file.LastError());
             }
             c.Stored_Filters[k][j] = item;
         }

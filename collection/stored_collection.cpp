@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/codepage1253.h"
+
 namespace velmora {
 
 namespace {
@@ -59,6 +61,30 @@ bool Read_Track(RecordFile& f, int32_t i, StoredTrack& t) {
     for (int j = 0; ok && j < kSlotCount; ++j)
         ok = f.GetInteger(at(r::Slot_Value(j)), t.Slot_Value[j]) && f.GetString(at(r::Slot_Text(j)), t.Slot_Text[j]);
     return ok;
+}
+
+bool Is_Pathless(const std::string& path_text) { return path_text.empty() || path_text == " "; }
+
+std::string Track_Read_Fault(int32_t i, const std::string& error) {
+    return "Track " + std::to_string(i) + ": " + error;
+}
+
+std::string Track_Fault(int32_t i, const StoredTrack& t) {
+    if (Is_Pathless(t.Track_Path)) return {};
+    if (t.Rating_Class < 0 || t.Rating_Class >= main_record::kClasses)
+        return Track_Read_Fault(i, "Rating_Class " + std::to_string(t.Rating_Class) + " is out of range 0 to " +
+                                       std::to_string(main_record::kClasses - 1));
+    // The reader gives each byte the code page leaves undefined as a
+    // character the writer refuses.
+    if (!FitsCp1253(t.Track_Path))
+        return Track_Read_Fault(i, "the path holds bytes code page 1253 does not define");
+    return {};
+}
+
+std::string Header_Fault(const StoredHeader& h) {
+    if (h.Track_Count < 1 || h.Current_Track < h.Track_Count) return {};
+    return "Current_Track " + std::to_string(h.Current_Track) + " is out of range 0 to " +
+           std::to_string(h.Track_Count - 1);
 }
 
 ReadFaults Read_Filter_Counts(RecordFile& file, FilterCounts& counts) {

@@ -71,6 +71,22 @@ struct StoredTrack {
 // what they held.
 bool Read_Track(RecordFile& files, int32_t i, StoredTrack& t);
 
+// A Track with no path text (empty or one blank) names no file: the load
+// leaves it out, and the Tracks behind it keep their own fields.
+bool Is_Pathless(const std::string& path_text);
+
+// What keeps a stored Collection from being read whole, in the words that
+// the load's log, add and identify (which refuse it), dump and info all use;
+// empty when nothing does.
+// Track i (from 0) that could not be read, with the file's message.
+std::string Track_Read_Fault(int32_t i, const std::string& error);
+// Track i as read: a class outside the six, or a path holding bytes code
+// page 1253 does not define, which could never be written back. A pathless
+// Track has no fault: it is left out.
+std::string Track_Fault(int32_t i, const StoredTrack& t);
+// The header: a Current_Track beyond the last Track.
+std::string Header_Fault(const StoredHeader& h);
+
 // The counts at the head of the filters side file: the items of value boxes
 // 0 to 7, then the upper index of the filter rows. A count that cannot be
 // read stays 0; an upper index below -1 is a fault too.

@@ -56,6 +56,9 @@ struct CoreState {
     int64_t Splash_Started = 0;  // tick when the start screen was shown
     int32_t Last_Save = 0;       // seconds since midnight of the last automatic save
     bool Ended = false;          // Form_QueryUnload has run
+    // Why the last save of the preferences failed, naming the file; empty
+    // after a clean one.
+    std::string Settings_Fault;
 };
 
 // The open Collection's files.
@@ -84,6 +87,11 @@ struct CollectionState {
     // Why this program must not write the Collection: another program holds
     // it, or one of its files is not a regular file. Empty when it may.
     std::string Write_Refused;
+    // What kept the last load from reading the Collection whole, and why the
+    // last save failed, each naming the file or the Track; empty when it did
+    // not happen.
+    std::string Load_Fault;
+    std::string Save_Fault;
 };
 
 // The report file beside the log box.
@@ -116,6 +124,7 @@ struct IdentifyState {
     int32_t Bitrate_Corrections = 0;
     int32_t Size_Corrections = 0;
     bool Canceled = false;
+    bool Saved = false;  // the save that ends the run reached the disk whole
 };
 
 // The rating work: what a press of the rating button goes on from, and the

@@ -1,16 +1,13 @@
 #include "core/settings_store.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <limits>
-#include <system_error>
 
 #include "base/file_kind.h"
 #include "base/record_file.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
-
-namespace fs = std::filesystem;
+#include "core/running_report.h"
 
 namespace velmora {
 
@@ -65,11 +62,16 @@ public:
     // A text the code page cannot carry, or too long for its record, is a
     // write error: the file then gets no backup.
     bool Text(std::string& v) { return Check(m_file.PutString(m_next++, v)); }
-    void Fault() { m_error = true; }
+    void Fault() {
+        if (!m_error) m_first = "a list too long for the file";
+        m_error = true;
+    }
     bool Error() const { return m_error; }
+    const std::string& First_Error() const { return m_first; }
 
 private:
     bool Check(bool ok) {
+        if (!ok && !m_error) m_first = m_file.LastError();
         if (!ok) m_error = true;
         return ok;
     }
@@ -77,6 +79,7 @@ private:
     RecordFile& m_file;
     int64_t m_next = 1;
     bool m_error = false;
+    std::string m_first;  // the file's message about the first value it could not take
 };
 
 int16_t Flag(bool on) { return on ? -1 : 0; }
@@ -293,24 +296,31 @@ void Load_Settings(AppContext& ctx, bool& error) {
 
 void Save_Settings(AppContext& ctx, bool& error) {
     error = false;
+    ctx.core.Settings_Fault.clear();
     Make_Folder(ctx, kPreferencesFolder);
     const std::string path = Settings_File(ctx);
-    RecordFile file;
-    if (!file.Open(path, kSettingsRecordLength, RecordFile::Mode::ReadWrite)) {
-        error = true;
-        return;
-    }
-    RecordWriter writer(file);
-    Exchange(writer, ctx);
-    const bool closed = file.Close();
-    error = writer.Error() || !closed;
-    if (error) return;
-
-    // A clean save renews the copy; nothing ever reads it back.
-    const std::string backup = path + ".backup";
-    std::error_code ec;
-    fs::remove(backup, ec);
-    if (!fs::copy_file(path, backup, fs::copy_options::overwrite_existing, ec)) error = true;
+    // The file is built beside the old one and takes its place only once it
+    // is whole on the disk: a full disk or a crash midway leaves the
+    // preferences of the last save, never a file cut short.
+    auto write = [&ctx](const std::string& to, std::string& fault) {
+        RecordFile file;
+        if (!file.Open(to, kSettingsRecordLength, RecordFile::Mode::Replace)) {
+            fault = file.LastError();
+            return false;
+        }
+        RecordWriter writer(file);
+        Exchange(writer, ctx);
+        // A value the file cannot hold is left out; the rest is saved all the same.
+        const bool committed = file.Commit();
+        if (!committed || writer.Error()) fault = committed ? writer.First_Error() : file.LastError();
+        return committed && !writer.Error();
+    };
+    std::string fault;
+    // A clean save renews the copy, written the same way; nothing ever reads it back.
+    error = !write(path, fault) || !write(path + ".backup", fault);
+    if (!error) return;
+    ctx.core.Settings_Fault = path + ": " + fault;
+    Log_Line(ctx, "-> Οι προτιμήσεις δεν σώθηκαν - The preferences could not be saved: " + ctx.core.Settings_Fault);
 }
 
 }  // namespace velmora

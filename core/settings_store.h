@@ -18,8 +18,10 @@ std::string Settings_File(const AppContext& ctx);
 // error comes back true when a record could not be read, and the values read
 // before it stand.
 void Load_Settings(AppContext& ctx, bool& error);
-// Writes the preferences in the file's order; a clean write renews the
-// .backup copy, a failed one leaves the old copy alone.
+// Writes the preferences in the file's order, as a new file that replaces
+// the old one only when it is whole on the disk; a clean write renews the
+// .backup copy the same way, a failed one leaves the old copy alone. A
+// failure is logged and kept in ctx.core.Settings_Fault.
 void Save_Settings(AppContext& ctx, bool& error);
 
 }  // namespace velmora

@@ -76,6 +76,7 @@ void TrackTable::Reset_Table() {
 void TrackTable::ClearRow(int r) {
     Duration[r] = Currency();
     File_Size[r] = Currency();
+    Stop_Position[r] = Currency();
     Bitrate[r] = 0;
     Artist[r].clear();
     Genre[r].clear();
@@ -119,8 +120,14 @@ void Compact_TrackTable(TrackTable& t, int row, int list_count) {
     shift(t.Slot_Text);
     shift(t.Played_Number);
     shift(t.Rating_Class);
-    // vector<bool> has no move-assignable references; copy bit by bit.
-    for (int r = row; r < last; ++r) t.Identified[r] = t.Identified[r + 1];
+    // vector<bool> has no move-assignable references; copy bit by bit. The
+    // stop positions stay where they are, so a Track moved up takes the one
+    // of the row before it; every moved row waits for the next save, which
+    // would otherwise leave the removed Track's record where it stood.
+    for (int r = row; r < last; ++r) {
+        t.Identified[r] = t.Identified[r + 1];
+        t.Saved[r] = false;
+    }
     const int blank = std::max(last, row);
     t.ClearRow(blank);
     t.Slot_Text[blank].Fill("0");

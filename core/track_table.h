@@ -69,16 +69,17 @@ struct TrackTable {
     void Grow_Columns();
     // Empties the table; a negative Track_Count becomes 0.
     void Reset_Table();
-    // Clears the moved columns of one row: numbers 0, texts empty, flags False.
+    // Clears every column of one row: numbers 0, texts empty, flags False.
     void ClearRow(int row);
     int32_t Bound() const { return static_cast<int32_t>(Played_Number.size()) - 1; }
 };
 
 // Takes row `row` out: totals first, then every row behind it moves up one
-// in every column but Stop_Position and Saved, which stay at their row
-// numbers, so a Track behind inherits the stored position and the saved mark
-// of the row before it. list_count is List2's count before the caller removes
-// the item. The columns keep their size; the caller resizes once at the end.
+// in every column, its stop position with it, and is marked unsaved: on the
+// disk it still stands one row further down, and an incremental save must
+// write it at its new place. list_count is List2's count before the caller
+// removes the item. The columns keep their size; the caller resizes once at
+// the end.
 void Compact_TrackTable(TrackTable& t, int row, int list_count);
 
 // Closes gaps in Played_Number, keeping the order (ties: the row found first

@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "base/codepage1253.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
@@ -174,7 +174,8 @@ void Add_Files_Under_Path(AppContext& ctx) {
     in.Intake_Failed = false;
 
     int32_t added = 0, doubles = 0, refused = 0;
-    // A name the Collection files cannot carry is logged once, however many
+    // A name the Collection files cannot carry (a character outside their
+    // code page, or too long for its record) is logged once, however many
     // passes meet it.
     std::unordered_set<std::string> refused_paths;
     const std::string head_greek = "-> Προστείθονται αρχεία από " + in.Source_Greek + ".Παρακαλώ περιμένετε... ";
@@ -184,7 +185,7 @@ void Add_Files_Under_Path(AppContext& ctx) {
             Read_Playlist(ctx, path, true);
             return true;
         }
-        if (!FitsCp1253(path)) {
+        if (!Storable_Track_Path(path)) {
             if (refused_paths.insert(path).second) {
                 ++refused;
                 in.Intake_Failed = true;

@@ -1,6 +1,6 @@
 #include "intake/file_drop.h"
 
-#include "base/codepage1253.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/track_list_totals.h"
 #include "core/app_context.h"
@@ -38,7 +38,7 @@ void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names
             ++invalid;
             continue;
         }
-        if (!FitsCp1253(name)) {
+        if (!Storable_Track_Path(name)) {
             Log_Line(ctx, "-> Το όνομα δεν χωρά στη συλλογή - The name cannot be stored in the Collection: " + name);
             continue;
         }

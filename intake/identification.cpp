@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "base/codepage1253.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
@@ -65,6 +67,12 @@ void Fresh(Column& column, size_t size) {
     column.assign(size, typename Column::value_type{});
 }
 
+// A tag as the files side file can hold it: a character outside its code
+// page shows as '?', and a text longer than its record is cut. Stored as
+// read, such a tag would fail every save of the Collection and come back
+// empty.
+std::string Tag(const std::string& text) { return Cp1253_Storable(text, kFilesTextBytes); }
+
 // Reads one row into the columns and the mirrors. A reader that could not
 // open the file gives no item: then every value stays as it was, and the
 // mirror texts are made from those.
@@ -94,15 +102,15 @@ void Identify_Row(AppContext& ctx, int i, IdentifyState& run) {
     if (Correct(f.List3_0[4], i, bitrate_text)) ++run.Bitrate_Corrections;
 
     if (item) {
-        t.Artist[i] = info("Artist");
+        t.Artist[i] = Tag(info("Artist"));
         loop.DoEvents();
-        t.Album[i] = info("Album");
+        t.Album[i] = Tag(info("Album"));
         loop.DoEvents();
-        t.Genre[i] = info("Genre");
+        t.Genre[i] = Tag(info("Genre"));
         loop.DoEvents();
-        t.Title[i] = info("Title");
+        t.Title[i] = Tag(info("Title"));
         loop.DoEvents();
-        t.Year[i] = info("WM/Year");
+        t.Year[i] = Tag(info("WM/Year"));
         loop.DoEvents();
         t.File_Size[i] = Currency::FromDouble(Val(info("Filesize")) / 1048576.0);
     }
@@ -238,7 +246,7 @@ bool Identify_Properties(AppContext& ctx, int mode) {
 
     if (reported) Report_Block(ctx, 0);
     quiet.Restore();
-    Save_Collection(ctx, true, true);
+    run.Saved = Save_Collection(ctx, true, true);
     return true;
 }
 

@@ -26,7 +26,6 @@ using testing::Text_Of;
 
 struct Moment {
     const char* name;
-    bool fifo_files;      // the files side file is a FIFO that nobody writes
     const char* after;    // what standard error shows before the signal goes
     int then_ms;
     int signal;
@@ -36,9 +35,8 @@ struct Moment {
 // The start-up logs the load's lines, then waits until its start screen has
 // stood two seconds; the status line comes once a Track plays.
 const Moment kMoments[] = {
-    {"WhileTheLoadWaitsOnAFifoSideFile", true, "Reading files from Collection", 300, SIGINT, false},
-    {"DuringTheStartUp", false, "End loading", 0, SIGTERM, false},
-    {"WhilePlaying", false, "/2] quiet.wav", 2500, SIGTERM, true},
+    {"DuringTheStartUp", "End loading", 0, SIGTERM, false},
+    {"WhilePlaying", "/2] quiet.wav", 2500, SIGTERM, true},
 };
 
 void PrintTo(const Moment& moment, std::ostream* out) { *out << moment.name; }
@@ -52,10 +50,6 @@ TEST_P(PlaySignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
     testing::Put(wav, testing::Wav_Bytes(8000 * 60));
     const testing::GoldenFiles at = testing::Golden_Files_In(tmp.Str());
     testing::Write_Golden(at, testing::Golden_With_Paths(wav.string(), wav.string()));
-    if (moment.fifo_files) {
-        fs::remove(at.files);
-        ASSERT_EQ(::mkfifo(at.files.c_str(), 0644), 0);
-    }
 
     const fs::path err = tmp.Path() / "err.txt";
     ChildProcess play({VELMORA_CLI, "play", at.main.string(), "--ao", "null"}, tmp.Path() / "out.txt", err);
@@ -66,13 +60,6 @@ TEST_P(PlaySignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
 
     ASSERT_TRUE(play.Ended(8000)) << "still running 8 s after the signal\n" << Text_Of(err);
     const std::string said = Text_Of(err);
-    if (moment.fifo_files) {
-        // Nothing could be read: whether it refuses or quits, it fails, and
-        // the FIFO is no file of its to replace.
-        EXPECT_TRUE(play.ExitCode() > 0 || play.EndSignal() == moment.signal) << play.Outcome();
-        EXPECT_TRUE(fs::is_fifo(at.files));
-        return;
-    }
     EXPECT_EQ(play.EndSignal(), moment.signal) << play.Outcome() << "\n" << said;
     EXPECT_EQ(testing::Count(said, "velmora-cli: saving"), 1u) << said;
     ChildProcess dump({VELMORA_CLI, "dump", at.main.string()}, tmp.Path() / "dump.txt", tmp.Path() / "dump_err.txt");

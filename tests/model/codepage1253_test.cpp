@@ -55,6 +55,12 @@ TEST(Codepage1253, RefusesForeignCharactersAndBadUtf8) {
     }
 }
 
+TEST(Codepage1253, StorableFormReplacesWhatThePageLacksAndCutsByCharacters) {
+    EXPECT_EQ(Cp1253_Storable("Ωδή 日本 é\xC3.", 20), "Ωδή ?? ??.");
+    EXPECT_EQ(Cp1253_Storable("αβγδ", 3), "αβγ") << "a Greek letter is one byte in the file";
+    EXPECT_TRUE(FitsCp1253(Cp1253_Storable("\xF0\x9F\x98\x80x", 5)));
+}
+
 TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
     const std::pair<const char*, const char*> cases[] = {
         {"ABC xyz 09", "abc xyz 09"},

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/startup.h"
+#include "base/collection_records.h"
 #include "base/text_format.h"
 #include "core/running_report.h"
 #include "support/test_app.h"
@@ -138,6 +139,21 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     ASSERT_EQ(app.dialogs.Messages().size(), 3u);
     EXPECT_EQ(app.dialogs.Messages()[2].text, "Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly");
     EXPECT_TRUE(std::filesystem::exists(app.ctx.collection.Collection_Path));
+}
+
+// A tag the Collection files cannot hold as it is would fail every save and
+// come back empty: it is stored as the code page can carry it.
+TEST(Identification, TagsBeyondTheCodePageOrARecordAreStoredAsTheFilesCanHoldThem) {
+    Library app(1);
+    app.File(0, 61, "1048576", "128000");
+    app.reader.SetAttribute(Path(0), "Title", "日本の歌 - Ωδή");
+    app.reader.SetAttribute(Path(0), "Artist", std::string(500, 'a'));
+    ASSERT_TRUE(app.Run(kIdentifyNew));
+    const TrackTable& t = app.ctx.table;
+    EXPECT_EQ(std::tie(t.Title[0], t.Artist[0]), std::tuple("???? - Ωδή", std::string(kFilesTextBytes, 'a')));
+    EXPECT_TRUE(app.ctx.identify.Saved);
+    ASSERT_FALSE(app.dialogs.Messages().empty());
+    EXPECT_EQ(app.dialogs.Messages().back().icon, MsgIcon::Information) << app.dialogs.Messages().back().text;
 }
 
 TEST(Identification, EscLeavesTheRestForContinueWhichSkipsIdentifiedRows) {

@@ -61,7 +61,7 @@ std::string Noise(size_t n) {
 const Trigger kTriggers[] = {
     {"a text length of 0xFFFF in Track 2's Artist", [](Golden& g) { g.files.replace(51 * 400, 2, "\xFF\xFF"); },
      true, MsgIcon::None, 1},
-    {"Rating_Class 9 on Track 2", [](Golden& g) { g.files[47 * 400] = 9; }, true, MsgIcon::None, 2, false},
+    {"Rating_Class 9 on Track 2", [](Golden& g) { g.files[47 * 400] = 9; }, true, MsgIcon::None, 1},
     {"a slot text's length past its record on Track 1", [](Golden& g) { g.files.replace(14 * 400, 2, "\xFF\x7F"); },
      true, MsgIcon::None, 0},
     {"no files side file", [](Golden&) {}, false, MsgIcon::None, 0},

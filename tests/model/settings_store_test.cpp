@@ -8,6 +8,7 @@
 
 #include "app/startup.h"
 #include "base/codepage1253.h"
+#include "support/file_size_limit.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -187,6 +188,39 @@ TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
     Save_Settings(app.ctx, error);
     EXPECT_FALSE(error);
     EXPECT_EQ(Read_All(backup), Read_All(path));
+}
+
+// A disk that fills midway leaves the preferences of the last save whole,
+// and says so; the next clean save goes through as if nothing had happened.
+TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
+    TestApp app;
+    Prepare(app);
+    SetUnusual(app);
+    bool error = true;
+    Save_Settings(app.ctx, error);
+    ASSERT_FALSE(error);
+    const std::string path = Settings_File(app.ctx);
+    const std::string before = Read_All(path);
+    ASSERT_GT(before.size(), 8192u);
+
+    app.ctx.settings.Volume_Step = 3;
+    {
+        testing::FileSizeLimit full(8192);
+        ASSERT_TRUE(full.Set());
+        Save_Settings(app.ctx, error);
+    }
+    EXPECT_TRUE(error);
+    EXPECT_EQ(Read_All(path), before) << "not one byte of the old file changed";
+    EXPECT_EQ(Read_All(path + ".backup"), before);
+    EXPECT_FALSE(fs::exists(path + ".new"));
+    const std::string line = "The preferences could not be saved: " + path + ": write: File too large";
+    EXPECT_NE(app.ctx.form1.Text2[0].Text().find(line), std::string::npos) << app.ctx.form1.Text2[0].Text();
+    EXPECT_NE(app.ctx.core.Settings_Fault, "");
+
+    Save_Settings(app.ctx, error);
+    EXPECT_FALSE(error);
+    EXPECT_EQ(At<int16_t>(Read_All(path), 1), 3);
+    EXPECT_EQ(app.ctx.core.Settings_Fault, "");
 }
 
 }  // namespace

@@ -183,15 +183,21 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
 // A Collection that was never played: the start numbers its current Track 1,
 // and the row waits for the next save like any changed row.
 TEST(Resume, TheFirstNumberGivenAtTheStartWaitsForTheSave) {
-    Player first(3, 100.0);
-    TrackTable& t = first.ctx.table;
-    t.Played_Count = t.Played_High = 0;
-    std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
-    t.Current_Track = 1;
-    Save_Collection(first.ctx, false, true);
+    testing::TempFolder folder;
+    {
+        Player first(3, 100.0);
+        TrackTable& t = first.ctx.table;
+        t.Played_Count = t.Played_High = 0;
+        std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
+        t.Current_Track = 1;
+        first.ctx.collection.Collection_Path = folder.Str() + "velmora_sylloges/velmora.qel";
+        first.ctx.program_folder = folder.Str();
+        std::filesystem::create_directories(folder.Str() + "velmora_sylloges");
+        ASSERT_TRUE(Save_Collection(first.ctx, false, true));
+    }  // the first program has let go of the Collection
 
     TestApp again;
-    again.ctx.program_folder = first.folder.Str();
+    again.ctx.program_folder = folder.Str();
     Form_Load(again.ctx);
     const TrackTable& loaded = again.ctx.table;
     EXPECT_EQ(std::tuple(loaded.Played_Count, loaded.Played_Number[1]), std::tuple(1, 1));

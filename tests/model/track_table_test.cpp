@@ -50,9 +50,8 @@ TEST(TrackTable, EmptyTableKeepsOneSpareElementInEveryColumn) {
     EXPECT_EQ(t.Title.size(), 1u);
 }
 
-TEST(TrackTable, CompactMovesEveryColumnButStopPositionAndSaved) {
+TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     TrackTable t = Numbered(5);
-    t.Saved[2] = false;
     Compact_TrackTable(t, 1, 5);
 
     // Rows behind the removed one moved up by one...
@@ -61,9 +60,11 @@ TEST(TrackTable, CompactMovesEveryColumnButStopPositionAndSaved) {
     EXPECT_EQ(std::tuple(t.Duration[1], t.Bitrate[3]), std::tuple(Currency(102), 132));
     EXPECT_EQ(std::tuple(t.Slot_Value[2][15], t.Slot_Text[2][0]), std::tuple(3, "slot3"));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, true, false, false}));
-    // ...but each stop position and saved mark stays at its old row number,
-    for (int r = 0; r < 5; ++r) EXPECT_EQ(t.Stop_Position[r], Currency(1000 + r)) << r;
-    EXPECT_EQ(t.Saved, (std::vector<bool>{true, true, false, true, false, false}));
+    // ...under the stop position of the row before, kept as it stands, and
+    // unsaved: on the disk every one of them still stands a row further down,
+    EXPECT_EQ(t.Stop_Position, (std::vector<Currency>{Currency(1000), Currency(1001), Currency(1002),
+                                                       Currency(1003), Currency(), Currency()}));
+    EXPECT_EQ(t.Saved, (std::vector<bool>{true, false, false, false, false, false}));
     // and the blanked last row holds the text of 0 in every slot.
     for (int j = 0; j < kSlotCount; ++j) EXPECT_EQ(t.Slot_Text[4][j], "0") << j;
 
@@ -94,9 +95,10 @@ TEST(TrackTable, CompactAtTheEdges) {
     Compact_TrackTable(t, 0, 3);
     EXPECT_EQ(std::tuple(t.Class_Count, t.Total_Size, t.Title[0]), std::tuple(counts, Currency(0), "title1"));
 
-    Compact_TrackTable(t, 1, 2);  // the last row: cleared, its stop position kept
+    Compact_TrackTable(t, 1, 2);  // the last row: cleared, nothing moves
     EXPECT_EQ(t.Title, (std::vector<std::string>{"title1", "", "", ""}));
-    EXPECT_EQ(t.Stop_Position[1], Currency(1001));
+    EXPECT_EQ(std::tuple(t.Stop_Position[0], t.Stop_Position[1], t.Saved[0]),
+              std::tuple(Currency(1000), Currency(), false));
 }
 
 TEST(TrackTable, RenumberClosesGapsKeepingOrderAndTies) {

@@ -1,0 +1,107 @@
+// Each Track keeps its own fields through the load, the saves and a removal,
+// whatever any other Track's path holds: the columns and the path list never
+// drift apart, on the disk or in memory.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/collection_records.h"
+#include "collection/collection_file.h"
+#include "intake/add_remove.h"
+#include "support/golden_collection.h"
+#include "support/test_app.h"
+
+namespace velmora {
+namespace {
+
+using testing::TestApp;
+using Strings = std::vector<std::string>;
+
+std::string Path(int i) { return "/m/t" + std::to_string(i) + ".mp3"; }
+
+// A program started over `folder`, its Collection loaded.
+void Open(TestApp& app, const std::string& folder) {
+    app.ctx.program_folder = app.ctx.core.App_Path = folder;
+    Load_Pointer(app.ctx);
+    ASSERT_TRUE(Load_Collection(app.ctx)) << app.ctx.collection.Load_Fault;
+}
+
+// Four Tracks, each field telling whose it is, saved whole under `app`'s folder.
+void Make_Four(TestApp& app) {
+    app.ctx.program_folder = app.ctx.core.App_Path = app.folder.Str();
+    Load_Pointer(app.ctx);
+    TrackTable& t = app.ctx.table;
+    for (int i = 0; i < 4; ++i) app.ctx.form1.List2.AddItem(Path(i));
+    t.Track_Count = 4;
+    t.Grow_Columns();
+    for (int i = 0; i < 4; ++i) {
+        t.Title[i] = "title" + std::to_string(i);
+        t.Stop_Position[i] = Currency(10 * i);  // but the last, see below
+        t.Rating_Class[i] = static_cast<int16_t>(i + 1);
+    }
+    // The walk stands in the last Track, whose stop position the save takes
+    // from the engine: 0.
+    t.Current_Track = 3;
+    ASSERT_TRUE(Save_Collection(app.ctx, false, true));
+}
+
+// Every row's path, title, stop position and class, as one text each.
+Strings Rows(const AppContext& ctx) {
+    Strings rows;
+    const TrackTable& t = ctx.table;
+    for (int r = 0; r < ctx.form1.List2.ListCount(); ++r)
+        rows.push_back(ctx.form1.List2.List(r) + " " + t.Title[r] + " " + std::to_string(t.Stop_Position[r].Round()) +
+                       " " + ctx.form1.List3_0[1].List(r));
+    return rows;
+}
+
+const Strings kWithoutTrack1{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 20 B", "/m/t3.mp3 title3 0 A"};
+
+TEST(CollectionRows, APathlessTrackIsLeftOutAndTheTracksBehindKeepTheirOwnFields) {
+    TestApp made;
+    Make_Four(made);
+    const testing::GoldenFiles at = testing::Golden_Files_In(made.folder.Str());
+    std::string files = testing::Bytes(at.files);
+    files.replace((Track_Record(1, track_record::kTrackPath) - 1) * kFilesRecordLength, 2, std::string(2, '\0'));
+    testing::Put(at.files, files);
+
+    TestApp loaded;
+    Open(loaded, made.folder.Str());
+    EXPECT_EQ(Rows(loaded.ctx), kWithoutTrack1);
+    EXPECT_EQ(std::tuple(loaded.ctx.table.Track_Count, loaded.ctx.table.Current_Track), std::tuple(3, 2))
+        << "the walk stays on the Track it stood on";
+    EXPECT_NE(loaded.ctx.form1.Text2[0].Text().find("Tracks without a path left out: 1"), std::string::npos);
+
+    // An incremental save writes the Tracks that moved up at their new rows.
+    ASSERT_TRUE(Save_Collection(loaded.ctx, false, false));
+    TestApp again;
+    Open(again, made.folder.Str());
+    EXPECT_EQ(Rows(again.ctx), kWithoutTrack1);
+}
+
+TEST(CollectionRows, ARemovalThenAnIncrementalSaveKeepsEveryOtherTrackWhole) {
+    TestApp made;
+    Make_Four(made);
+    TestApp playing;
+    Open(playing, made.folder.Str());
+    RemovalTally tally;
+    Remove_the_Files(playing.ctx, Path(1), 1, tally);
+    // The stop positions stay at their rows, as a removal has always left them.
+    const Strings moved_up{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 10 B", "/m/t3.mp3 title3 20 A"};
+    EXPECT_EQ(Rows(playing.ctx), moved_up);
+    // Where the end of a removal run leaves the walk: on the last row.
+    playing.ctx.table.Current_Track = 2;
+    // As on leaving: only what changed is written.
+    ASSERT_TRUE(Save_Collection(playing.ctx, false, false));
+
+    TestApp next;
+    Open(next, made.folder.Str());
+    // The current Track's stop position is where playing stands: nothing plays.
+    EXPECT_EQ(Rows(next.ctx), (Strings{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 10 B", "/m/t3.mp3 title3 0 A"}))
+        << "neither the removed Track back nor the last one gone";
+}
+
+}  // namespace
+}  // namespace velmora
