@@ -74,6 +74,8 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     links.push_back(ctx.ports.second.PlayStateChange.connect(
         [&ctx](int) { WindowsMediaPlayer1_PlayStateChange(ctx, kWindowSecond); }));
     links.push_back(ctx.ports.player.StatusChange.connect([&ctx] { WindowsMediaPlayer1_StatusChange(ctx); }));
+    for (MediaEngine* engine : {&ctx.ports.player, &ctx.ports.video, &ctx.ports.second})
+        links.push_back(engine->SoundDeviceMissing.connect([&ctx] { WindowsMediaPlayer1_SoundDeviceMissing(ctx); }));
 
     // The transport.
     on(f.Command11.Click, Command11_Click);

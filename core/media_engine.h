@@ -1,6 +1,6 @@
 #pragma once
 // The media engine port: everything the program asks of a player instance.
-// Events (PlayStateChange, StatusChange) are delivered through the event loop,
+// Events (PlayStateChange, StatusChange, SoundDeviceMissing) are delivered through the event loop,
 // never from inside the call that caused them. A failing call returns an
 // error to its caller and never ends the program.
 
@@ -72,6 +72,8 @@ public:
     // events; the state argument is informative, handlers read playState() afresh
     Signal<int> PlayStateChange;
     Signal<> StatusChange;
+    // The engine found no sound device and plays on without sound.
+    Signal<> SoundDeviceMissing;
 };
 
 }  // namespace velmora

@@ -43,10 +43,17 @@ struct PlaybackState {
     int16_t Tag_Boxes_Ready = -1;   // 0 while the tag boxes are being filled
     int16_t Preview_Index = 0;
 
+    // The watch over the Track the clock started (track_watch.h): its file,
+    // empty while nothing is watched, and the position last seen moving and when.
+    std::string Watch_File;
+    double Watch_Position = -1;
+    int64_t Watch_Since = 0;
+
     // Play states.
     int16_t Is_Paused = 0;
     std::array<int32_t, 3> Last_Play_State{};  // by PlayWindow
     int Window_Icon = kIconStopped;            // of Form1 and Form4, and so of the tray
+    bool No_Sound_Told = false;                // the log has said that there is no sound device
 
     // The clock.
     int32_t Last_Track = 0;

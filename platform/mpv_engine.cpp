@@ -71,6 +71,10 @@ MpvEngine::MpvEngine(EventLoop& loop, const Options& options) : m_loop(loop) {
     for (const char* off : {"input-default-bindings", "input-vo-keyboard", "osc", "ytdl", "load-scripts",
                             "audio-display"})
         mpv_set_option_string(m_mpv, off, "no");
+    // Without a sound device mpv would refuse every audio-only file; it plays
+    // them silently instead, and current-ao tells the program so.
+    mpv_set_option_string(m_mpv, "audio-fallback-to-null", "yes");
+    m_sound_expected = options.ao != "null";
     if (m_init_error.empty()) {
         if (int rc = mpv_initialize(m_mpv); rc < 0) m_init_error = std::string("libmpv: ") + mpv_error_string(rc);
     }
@@ -83,6 +87,7 @@ MpvEngine::MpvEngine(EventLoop& loop, const Options& options) : m_loop(loop) {
     mpv_observe_property(m_mpv, 0, "eof-reached", MPV_FORMAT_FLAG);
     mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
     mpv_observe_property(m_mpv, 0, "volume", MPV_FORMAT_DOUBLE);
+    mpv_observe_property(m_mpv, 0, "current-ao", MPV_FORMAT_STRING);
     double volume = 100;
     if (mpv_get_property(m_mpv, "volume", MPV_FORMAT_DOUBLE, &volume) >= 0)
         m_volume = m_reported_volume = std::clamp(static_cast<int>(std::lround(volume)), 0, 100);
@@ -184,6 +189,15 @@ void MpvEngine::Handle(const mpv_event& event) {
                     if (*alive) StatusChange.emit();
                 });
             }
+        } else if (std::strcmp(prop->name, "current-ao") == 0 && prop->format == MPV_FORMAT_STRING) {
+            // The null output where a real one was asked for: no device would open.
+            const char* ao = *static_cast<char**>(prop->data);
+            if (m_sound_expected && !m_told_no_sound && ao != nullptr && std::strcmp(ao, "null") == 0) {
+                m_told_no_sound = true;
+                m_loop.Post([this, alive = m_alive] {
+                    if (*alive) SoundDeviceMissing.emit();
+                });
+            }
         } else if (std::strcmp(prop->name, "duration") == 0 && prop->format == MPV_FORMAT_DOUBLE) {
             if (!m_loading && !m_url.empty()) m_duration = *static_cast<double*>(prop->data);
         } else if (std::strcmp(prop->name, "pause") == 0 && prop->format == MPV_FORMAT_FLAG) {
@@ -231,7 +245,21 @@ void MpvEngine::CheckEnd() {
     // keep-open, mpv sits paused at the end with eof-reached set. A seek under
     // way may still show the end it is leaving.
     if (m_mpv == nullptr || m_url.empty() || m_loading || m_state != PS_Playing || Seeking()) return;
-    if (!FlagProperty("eof-reached", false)) return;
+    if (FlagProperty("eof-reached", false)) Ended();
+}
+
+void MpvEngine::Ended() {
+    double position = 0;
+    if (mpv_get_property(m_mpv, "playback-time", MPV_FORMAT_DOUBLE, &position) < 0) position = 0;
+    if (KnownDuration() <= 0 && position <= 0) {
+        // Nothing in it to play (a header and no samples): let go, as of a
+        // file mpv cannot open.
+        const char* stop[] = {"stop", nullptr};
+        mpv_command(m_mpv, stop);
+        Unload();
+        Enter(PS_Ready);
+        return;
+    }
     // A finished item reads position 0, so that resuming it starts it over;
     // the seek back goes out with the next play.
     m_held = 0.0;
@@ -353,6 +381,13 @@ Status MpvEngine::play() {
     }
     if (Status resumed = SetPause(false); !resumed) return resumed;
     if (!Seeking()) m_held.reset();
+    // mpv does not play on from the end of a file, and says nothing when it
+    // is asked to: a file standing at its end before it plays (started at
+    // its end, or with nothing in it) is over at once.
+    if (!Seeking() && FlagProperty("eof-reached", false)) {
+        Ended();
+        return m_url.empty() ? Status(Error{"nothing to play"}) : Status();
+    }
     Enter(PS_Playing);
     return {};
 }

@@ -79,6 +79,8 @@ private:
     void Handle(const mpv_event& event);
     void OnLoaded();
     void CheckEnd();
+    // The file has reached its end while playing.
+    void Ended();
     Status Load(const std::string& path, Intent intent);
     void Unload();
     // Sends the held position to mpv, or leaves it for when the seek under way is done.
@@ -115,6 +117,9 @@ private:
     bool m_seek_in_flight = false;
     bool m_seek_started = false;          // mpv has begun the seek in flight
     int64_t m_seek_sent_at = 0;
+
+    bool m_sound_expected = true;  // the audio output asked for is a real one
+    bool m_told_no_sound = false;
 
     int m_volume = 100;
     int m_reported_volume = 100;

@@ -10,6 +10,7 @@
 #include "core/running_report.h"
 #include "core/suppress_events.h"
 #include "playback/start_track.h"
+#include "playback/track_watch.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
 
@@ -109,6 +110,7 @@ Status Bres_Kommati(AppContext& ctx) {
     PlaybackState& p = ctx.playback;
     ListBox& list = ctx.form1.List2;
     int found = 0;
+    Forget_Watch(ctx);  // the clock watches the Track it starts next
 
     if (t.Resume_Pending != 0) {
         // A loaded Collection goes on at its Track and position.

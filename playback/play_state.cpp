@@ -1,6 +1,7 @@
 #include "playback/play_state.h"
 
 #include "core/app_context.h"
+#include "core/running_report.h"
 #include "core/tray_icon.h"
 #include "playback/playback_clock.h"
 
@@ -74,6 +75,13 @@ void WindowsMediaPlayer1_PlayStateChange(AppContext& ctx, int window) {
 
 void WindowsMediaPlayer1_StatusChange(AppContext& ctx) {
     ctx.settings.Volume_Step = static_cast<int16_t>(ctx.ports.player.volume());
+}
+
+void WindowsMediaPlayer1_SoundDeviceMissing(AppContext& ctx) {
+    if (ctx.playback.No_Sound_Told) return;
+    ctx.playback.No_Sound_Told = true;
+    Log_Line(ctx, "-> Δεν βρέθηκε συσκευή ήχου, τα αρχεία παίζουν χωρίς ήχο - "
+                  "No sound device found, files play without sound");
 }
 
 }  // namespace velmora

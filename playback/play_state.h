@@ -16,6 +16,9 @@ struct AppContext;
 void WindowsMediaPlayer1_PlayStateChange(AppContext& ctx, int window);
 // StatusChange of the main window's engine: a volume changed by other means stays known.
 void WindowsMediaPlayer1_StatusChange(AppContext& ctx);
+// SoundDeviceMissing of any playing engine: the log says it, once a run, and
+// playing goes on without sound.
+void WindowsMediaPlayer1_SoundDeviceMissing(AppContext& ctx);
 // The play button's picture on both windows and the icon of both windows and the tray.
 void Show(AppContext& ctx, const std::string& picture, int icon);
 

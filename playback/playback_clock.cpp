@@ -9,6 +9,7 @@
 #include "core/port_faults.h"
 #include "core/running_report.h"
 #include "playback/start_track.h"
+#include "playback/track_watch.h"
 #include "playback/transport.h"
 
 namespace velmora {
@@ -148,6 +149,9 @@ void Timer1_Timer(AppContext& ctx) {
     // move to the next Track.
     if (ctx.core.Busy_Working) return;
 
+    // A Track that will not play is given up, and the next tick moves on.
+    if (Watch_Progress(ctx)) return;
+
     // The engine's figures. A failed read ends the tick; the next starts afresh.
     MediaEngine* engine = Active_Engine(ctx);
     std::string url;
@@ -279,10 +283,18 @@ void Timer1_Timer(AppContext& ctx) {
     // What the start or the end of a Track left for this tick.
     if (p.Tick_Action == kTickStart) {
         Restore_Period(ctx);
-        if (MediaEngine* active = Active_Engine(ctx)) Log_Failure(ctx, *active, "play", active->play());
-        // The state of the main window's engine, also when the second window plays.
-        MediaEngine& watched = t.Video_Mode == 0 ? ctx.ports.player : ctx.ports.video;
-        while (watched.playState() == PS_Transitioning) loop.WaitForEvents(10);
+        MediaEngine* active = Active_Engine(ctx);
+        if (active == nullptr) return;
+        const Status played = active->play();
+        Log_Failure(ctx, *active, "play", played);
+        if (!Watch_Started(ctx, *active, played)) return;
+        // The state of the main window's engine, also when the second window
+        // plays. An engine that never ends its loading is not waited for
+        // longer than the watch allows a Track to stand still.
+        MediaEngine& loading = t.Video_Mode == 0 ? ctx.ports.player : ctx.ports.video;
+        const int64_t since = loop.TickCount();
+        while (loading.playState() == PS_Transitioning && loop.TickCount() - since < kStallLimitMs)
+            loop.WaitForEvents(10);
     } else if (p.Tick_Action == kTickNext) {
         Restore_Period(ctx);
         Command3_Click(ctx, 0);

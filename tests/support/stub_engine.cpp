@@ -63,6 +63,17 @@ double StubEngine::Duration() const {
     return it == m_files->end() ? 0.0 : it->second.duration;
 }
 
+StubEngine::Trouble StubEngine::TroubleOf(const std::string& path) const {
+    auto it = m_files->find(path);
+    return it == m_files->end() ? Trouble::None : it->second.trouble;
+}
+
+void StubEngine::ReportNoSoundDevice() {
+    m_loop.Post([this, alive = m_alive] {
+        if (*alive) SoundDeviceMissing.emit();
+    });
+}
+
 void StubEngine::Enter(int state) {
     if (state == m_state) return;
     m_state = state;
@@ -92,6 +103,7 @@ Status StubEngine::setURL(const std::string& path) {
     m_loading = true;
     m_intent = m_auto_start ? Intent::Play : Intent::Ready;
     Enter(PS_Transitioning);
+    if (it->second.trouble == Trouble::LoadsForever) return {};
     m_loop.Post([this, alive = m_alive, id = m_load_id] {
         if (*alive && id == m_load_id && m_loading) CompleteLoad();
     });
@@ -131,7 +143,16 @@ Status StubEngine::play() {
     if (m_loading) {
         m_intent = Intent::Play;
     } else if (m_state != PS_Playing) {
-        StartClock();
+        const Trouble trouble = TroubleOf(m_url);
+        if (trouble == Trouble::DroppedAtPlay) {
+            // Accepted, and let go a moment later, when decoding fails.
+            m_loop.Post([this, alive = m_alive, id = m_load_id] {
+                if (!*alive || id != m_load_id) return;
+                Release();
+                Enter(PS_Ready);
+            });
+        }
+        if (trouble != Trouble::StandsStill) StartClock();
         Enter(PS_Playing);
     }
     return {};

@@ -2,7 +2,8 @@
 // A media engine that plays nothing but keeps URL, position, duration, state,
 // volume and mute, on the virtual clock of a VirtualEventLoop. The test says
 // which files exist, how long they are and what their attributes read; a
-// file it marks as failing does not load. Like the real engine it reports
+// file it marks as failing does not load, and one it gives a Trouble loads
+// and then fails to play. Like the real engine it reports
 // every state change later, from the loop: a load completes at the loop's
 // next turn, and the end of the media arrives by an internal timer at the
 // virtual moment the position reaches the duration.
@@ -23,9 +24,14 @@ class StubEngine : public MediaEngine {
 public:
     // What the stub knows of a file; shared with the media items it hands out
     // so that attributes written through one are read through another.
+    // How a file that loads goes wrong afterwards, as files an engine cannot
+    // decode do: its load never ends; it says it plays and its position never
+    // moves; or the engine lets go of it at the first play.
+    enum class Trouble { None, LoadsForever, StandsStill, DroppedAtPlay };
     struct File {
         double duration = 0;
         bool failing = false;
+        Trouble trouble = Trouble::None;
         std::map<std::string, std::string> attributes;
     };
     using Files = std::map<std::string, File>;
@@ -36,6 +42,9 @@ public:
     // The test's files.
     void SetDuration(const std::string& path, double seconds) { (*m_files)[path].duration = seconds; }
     void SetFailing(const std::string& path) { (*m_files)[path].failing = true; }
+    void SetTrouble(const std::string& path, Trouble trouble) { (*m_files)[path].trouble = trouble; }
+    // As an engine that found no sound device, from the loop.
+    void ReportNoSoundDevice();
     void SetAttribute(const std::string& path, const std::string& attribute, const std::string& value) {
         (*m_files)[path].attributes[attribute] = value;
     }
@@ -84,6 +93,7 @@ private:
     // Changes the state and reports it on the loop's next turn.
     void Enter(int state);
     double Duration() const;
+    Trouble TroubleOf(const std::string& path) const;
 
     VirtualEventLoop& m_loop;
     std::shared_ptr<Files> m_files = std::make_shared<Files>();

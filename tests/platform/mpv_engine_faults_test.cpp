@@ -1,0 +1,79 @@
+// libmpv with files that end before they play and with no sound device to
+// play on: the engine must come to a state the program moves on from.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+
+#include "media_folder.h"
+#include "platform/mpv_engine.h"
+#include "platform/qt_event_loop.h"
+
+namespace velmora {
+namespace {
+
+const testing::MediaFolder& Files() {
+    static const testing::MediaFolder folder("velmora-engine-faults", [](testing::MediaFolder& f) {
+        f.Ffmpeg("-f lavfi -i sine=duration=1 " + f.Q("tone.mp3"));
+        f.Ffmpeg("-f lavfi -i sine=duration=0.2 -fflags +bitexact -flags:a +bitexact -map_metadata -1 -c:a pcm_s16le " +
+                 f.Q("tone.wav"));
+        // The header and no samples.
+        f.Run("head -c 44 " + f.Q("tone.wav") + "> " + f.Q("header.wav"));
+    });
+    return folder;
+}
+
+// Gives way to the loop until done() holds, for at most ms.
+bool Within(EventLoop& loop, int ms, const std::function<bool()>& done) {
+    for (const int64_t start = loop.TickCount(); !done(); loop.WaitForEvents(10))
+        if (loop.TickCount() - start > ms) return false;
+    return true;
+}
+
+// Loads the file, lets the load finish, plays it and waits for the state it comes to.
+int Play_Until_Settled(QtEventLoop& loop, MpvEngine& engine, const std::string& path, double from = 0) {
+    EXPECT_TRUE(engine.setURL(path).ok()) << path;
+    EXPECT_TRUE(engine.setCurrentPosition(from).ok());
+    Within(loop, 3000, [&] { return engine.playState() != PS_Transitioning; });
+    (void)engine.play();  // a file with nothing in it may answer at once or a moment later
+    Within(loop, 5000, [&] { return engine.playState() != PS_Playing; });
+    return engine.playState();
+}
+
+TEST(MpvEngineFaults, AFileAtItsEndBeforeItPlaysEndsAndOneWithNothingInItIsLetGo) {
+    ASSERT_EQ(Files().error, "");
+    QtEventLoop loop;
+    MpvEngine engine(loop, {.ao = "null", .vo = "null", .wid = 0});
+    // A Track resumed at its very end: mpv stands there paused and says nothing.
+    EXPECT_EQ(Play_Until_Settled(loop, engine, Files().Path("tone.mp3"), 60.0), PS_MediaEnded);
+    EXPECT_EQ(Play_Until_Settled(loop, engine, Files().Path("header.wav")), PS_Ready);
+    EXPECT_EQ(engine.URL(), "");
+    // And the engine still plays what it can.
+    EXPECT_EQ(Play_Until_Settled(loop, engine, Files().Path("tone.wav")), PS_MediaEnded);
+}
+
+TEST(MpvEngineFaults, WithoutASoundDeviceFilesPlaySilentlyAndTheEngineSaysSoOnce) {
+    ASSERT_EQ(Files().error, "");
+    // A sound server that is not there: the one output asked for cannot open.
+    setenv("PULSE_SERVER", "unix:/nonexistent/velmora-no-sound", 1);
+    QtEventLoop loop;
+    MpvEngine silent(loop, {.ao = "pulse", .vo = "null", .wid = 0});
+    MpvEngine null(loop, {.ao = "null", .vo = "null", .wid = 0});
+    if (!silent.InitError().empty()) {
+        unsetenv("PULSE_SERVER");
+        GTEST_SKIP() << "this libmpv has no pulse output: " << silent.InitError();
+    }
+    int told = 0;
+    auto count = [&] { ++told; };
+    const Subscription told_silent = silent.SoundDeviceMissing.connect(count);
+    const Subscription told_null = null.SoundDeviceMissing.connect(count);
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(Play_Until_Settled(loop, silent, Files().Path("tone.wav")), PS_MediaEnded);
+    EXPECT_EQ(Play_Until_Settled(loop, null, Files().Path("tone.wav")), PS_MediaEnded);
+    Within(loop, 200, [] { return false; });  // the notices come from the loop
+    unsetenv("PULSE_SERVER");
+    EXPECT_EQ(told, 1) << "once for the engine without sound, never for the one asked to be silent";
+}
+
+}  // namespace
+}  // namespace velmora
