@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <iterator>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "base/codepage1253.h"
 #include "base/record_file.h"
 #include "collection/collection_file.h"
 #include "collection/stored_collection.h"
@@ -32,13 +32,13 @@ void Append(ListBox& list, std::vector<std::string> rows) {
     list.Assign(std::move(items));
 }
 
-// The reader gives a byte code page 1253 leaves undefined as U+FFFD, which
-// the writer refuses: in a text beside the path it is taken as '?', so that
-// saving the Track again neither fails nor empties the whole text.
-std::string Writable(std::string text) {
-    static constexpr std::string_view kUndefined = "\xEF\xBF\xBD";
-    for (size_t at = text.find(kUndefined); at != std::string::npos; at = text.find(kUndefined, at + 1))
-        text.replace(at, kUndefined.size(), "?");
+// A byte code page 1253 leaves undefined reads as a character the writer
+// refuses: in a text beside the path it is taken as '?', so that saving the
+// Track again neither fails nor empties the whole text.
+std::string& Writable(std::string& text) {
+    for (size_t at = text.find(kUnassignedCp1253); at != std::string::npos;
+         at = text.find(kUnassignedCp1253, at + 1))
+        text.replace(at, kUnassignedCp1253.size(), "?");
     return text;
 }
 
@@ -47,12 +47,12 @@ std::string Writable(std::string text) {
 void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text) {
     t.Played_Number[row] = s.Played_Number, t.Duration[row] = s.Duration, t.Rating_Class[row] = s.Rating_Class;
     t.File_Size[row] = s.File_Size, t.Stop_Position[row] = s.Stop_Position, t.Bitrate[row] = s.Bitrate;
-    t.Artist[row] = Writable(std::move(s.Artist)), t.Genre[row] = Writable(std::move(s.Genre));
-    t.Album[row] = Writable(std::move(s.Album)), t.Title[row] = Writable(std::move(s.Title));
-    t.Year[row] = Writable(std::move(s.Year)), path_text = std::move(s.Track_Path);
+    t.Artist[row] = std::move(Writable(s.Artist)), t.Genre[row] = std::move(Writable(s.Genre));
+    t.Album[row] = std::move(Writable(s.Album)), t.Title[row] = std::move(Writable(s.Title));
+    t.Year[row] = std::move(Writable(s.Year)), path_text = std::move(s.Track_Path);
     t.Identified[row] = s.Identified;
     t.Slot_Value[row] = s.Slot_Value;
-    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, Writable(std::move(s.Slot_Text[j])));
+    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, Writable(s.Slot_Text[j]));
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.

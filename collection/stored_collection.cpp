@@ -72,9 +72,7 @@ std::string Track_Fault(int32_t i, const StoredTrack& t) {
     if (t.Rating_Class < 0 || t.Rating_Class >= main_record::kClasses)
         return Track_Message(i, "Rating_Class " + std::to_string(t.Rating_Class) + " is out of range 0 to " +
                                        std::to_string(main_record::kClasses - 1));
-    // The reader gives each byte the code page leaves undefined as a
-    // character the writer refuses.
-    if (!FitsCp1253(t.Track_Path))
+    if (HasUnassignedCp1253(t.Track_Path))
         return Track_Message(i, "the path holds bytes code page 1253 does not define");
     return {};
 }
