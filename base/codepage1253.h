@@ -14,6 +14,11 @@ namespace velmora {
 std::optional<std::string> Utf8ToCp1253(std::string_view utf8);
 // Every byte maps to something; the few unassigned bytes become U+FFFD.
 std::string Cp1253ToUtf8(std::string_view bytes);
+// U+FFFD in UTF-8: what an unassigned byte becomes.
+inline constexpr std::string_view kUnassignedCp1253 = "\xEF\xBF\xBD";
+// Whether a text read from code page 1253 held an unassigned byte, which no
+// write can give back.
+inline bool HasUnassignedCp1253(std::string_view read) { return read.find(kUnassignedCp1253) != read.npos; }
 bool FitsCp1253(std::string_view utf8);
 // The text as code page 1253 can hold it in at most max_bytes: each
 // character the code page lacks, and each byte that is no UTF-8, becomes

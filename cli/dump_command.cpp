@@ -5,7 +5,6 @@
 #include <ostream>
 
 #include "cli/read_only_collection.h"
-#include "core/track_table.h"
 
 namespace velmora::cli {
 
@@ -79,11 +78,6 @@ int Dump_Command(const std::string& main_path, std::ostream& out, std::ostream& 
     StoredHeader header;
     if (!collection.Read_Header(header, err)) return 1;
     int code = collection.Check_Header(header, err) ? 0 : 1;
-    if (header.Track_Count > kMaxTracks) {
-        err << "velmora-cli: " << main_path << ": " << header.Track_Count
-            << " Tracks are more than a Collection can hold\n";
-        code = 1;
-    }
 
     // The tracks go out one by one, so the dump of a large Collection needs
     // no more memory than one Track.

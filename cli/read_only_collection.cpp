@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include "core/track_table.h"
+
 namespace velmora::cli {
 
 namespace {
@@ -29,6 +31,9 @@ bool ReadOnlyCollection::Read_Header(StoredHeader& h, std::ostream& err) {
 }
 
 bool ReadOnlyCollection::Check_Header(const StoredHeader& h, std::ostream& err) const {
+    if (h.Track_Count > kMaxTracks)
+        return Fail(err, m_files.main + ": " + std::to_string(h.Track_Count) +
+                             " Tracks are more than a Collection can hold");
     const std::string fault = Header_Fault(h);
     return fault.empty() || Fail(err, m_files.main + ": " + fault);
 }
@@ -45,7 +50,7 @@ bool ReadOnlyCollection::Open_Tracks(std::ostream& err) {
 
 bool ReadOnlyCollection::Read_Track(int32_t i, StoredTrack& track, std::ostream& err) {
     return velmora::Read_Track(m_tracks, i, track) ||
-           Fail(err, m_files.files + ": " + Track_Read_Fault(i, m_tracks.LastError()));
+           Fail(err, m_files.files + ": " + Track_Message(i, m_tracks.LastError()));
 }
 
 std::string ReadOnlyCollection::Filters_Path() const { return m_files.filters; }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/codepage1253.h"
 #include "base/record_file.h"
 #include "collection/collection_file.h"
 #include "collection/stored_collection.h"
@@ -31,16 +32,27 @@ void Append(ListBox& list, std::vector<std::string> rows) {
     list.Assign(std::move(items));
 }
 
+// A byte code page 1253 leaves undefined reads as a character the writer
+// refuses: in a text beside the path it is taken as '?', so that saving the
+// Track again neither fails nor empties the whole text.
+std::string& Writable(std::string& text) {
+    for (size_t at = text.find(kUnassignedCp1253); at != std::string::npos;
+         at = text.find(kUnassignedCp1253, at + 1))
+        text.replace(at, kUnassignedCp1253.size(), "?");
+    return text;
+}
+
 // Track i as read into row `row` of the columns. The path goes to
 // `path_text` rather than to a column: its column is the list box.
 void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text) {
     t.Played_Number[row] = s.Played_Number, t.Duration[row] = s.Duration, t.Rating_Class[row] = s.Rating_Class;
     t.File_Size[row] = s.File_Size, t.Stop_Position[row] = s.Stop_Position, t.Bitrate[row] = s.Bitrate;
-    t.Artist[row] = std::move(s.Artist), t.Genre[row] = std::move(s.Genre), t.Album[row] = std::move(s.Album);
-    t.Title[row] = std::move(s.Title), t.Year[row] = std::move(s.Year), path_text = std::move(s.Track_Path);
+    t.Artist[row] = std::move(Writable(s.Artist)), t.Genre[row] = std::move(Writable(s.Genre));
+    t.Album[row] = std::move(Writable(s.Album)), t.Title[row] = std::move(Writable(s.Title));
+    t.Year[row] = std::move(Writable(s.Year)), path_text = std::move(s.Track_Path);
     t.Identified[row] = s.Identified;
     t.Slot_Value[row] = s.Slot_Value;
-    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, s.Slot_Text[j]);
+    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, Writable(s.Slot_Text[j]));
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.
@@ -72,12 +84,12 @@ RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
         const int32_t row = r.kept;
         // Giving way to events may have let a handler reshape the table.
         if (row > t.Bound()) {
-            r.fault = Track_Read_Fault(i, "the table changed while it was read");
+            r.fault = Track_Message(i, "the table changed while it was read");
             return r;
         }
         StoredTrack s;
         if (!Read_Track(file, i, s)) {
-            r.fault = Track_Read_Fault(i, file.LastError());
+            r.fault = Track_Message(i, file.LastError());
             return r;
         }
         if (Is_Pathless(s.Track_Path)) {
@@ -212,7 +224,7 @@ void Write_Files(AppContext& ctx, const std::string& path, bool& error, bool* di
             }
             if (!ok) {
                 error = true;
-                Note_Save_Fault(ctx, path, Track_Read_Fault(i, file.LastError()));
+                Note_Save_Fault(ctx, path, Track_Message(i, file.LastError()));
             }
         }
         if (Progress_Due(i, total)) Show_Progress(f, i, total, 1);

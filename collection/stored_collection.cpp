@@ -65,19 +65,15 @@ bool Read_Track(RecordFile& f, int32_t i, StoredTrack& t) {
 
 bool Is_Pathless(const std::string& path_text) { return path_text.empty() || path_text == " "; }
 
-std::string Track_Read_Fault(int32_t i, const std::string& error) {
-    return "Track " + std::to_string(i) + ": " + error;
-}
+std::string Track_Message(int32_t i, const std::string& what) { return "Track " + std::to_string(i) + ": " + what; }
 
 std::string Track_Fault(int32_t i, const StoredTrack& t) {
     if (Is_Pathless(t.Track_Path)) return {};
     if (t.Rating_Class < 0 || t.Rating_Class >= main_record::kClasses)
-        return Track_Read_Fault(i, "Rating_Class " + std::to_string(t.Rating_Class) + " is out of range 0 to " +
+        return Track_Message(i, "Rating_Class " + std::to_string(t.Rating_Class) + " is out of range 0 to " +
                                        std::to_string(main_record::kClasses - 1));
-    // The reader gives each byte the code page leaves undefined as a
-    // character the writer refuses.
-    if (!FitsCp1253(t.Track_Path))
-        return Track_Read_Fault(i, "the path holds bytes code page 1253 does not define");
+    if (HasUnassignedCp1253(t.Track_Path))
+        return Track_Message(i, "the path holds bytes code page 1253 does not define");
     return {};
 }
 

@@ -78,8 +78,9 @@ bool Is_Pathless(const std::string& path_text);
 // What keeps a stored Collection from being read whole, in the words that
 // the load's log, add and identify (which refuse it), dump and info all use;
 // empty when nothing does.
-// Track i (from 0) that could not be read, with the file's message.
-std::string Track_Read_Fault(int32_t i, const std::string& error);
+// "Track i: " and what went wrong with Track i (from 0), as a message of the
+// files side file: one that could not be read, or written.
+std::string Track_Message(int32_t i, const std::string& what);
 // Track i as read: a class outside the six, or a path holding bytes code
 // page 1253 does not define, which could never be written back. A pathless
 // Track has no fault: it is left out.

@@ -7,7 +7,6 @@
 #include <fstream>
 #include <tuple>
 
-#include "support/golden_collection.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -99,24 +98,6 @@ TEST(RecordFile, BufferedWritesAndTheReadWindowAgree) {
         ASSERT_TRUE(f.GetLong(r, l)) << r;
         ASSERT_EQ(l, r * 3) << r;
     }
-}
-
-// A new file replaces the old one whole on Commit, and never otherwise.
-TEST(RecordFile, AReplacementTakesThePlaceOfTheOldFileOnlyWhenCommitted) {
-    TempFolder dir;
-    const std::string path = (dir.Path() / "prefs.bin").string();
-    testing::Put(path, "old bytes");
-    RecordFile f;
-    ASSERT_TRUE(f.Open(path, 8, RecordFile::Mode::Replace));
-    EXPECT_TRUE(f.PutLong(1, 7));
-    f.Close();
-    EXPECT_EQ(testing::Read_All(path), "old bytes");
-    EXPECT_FALSE(std::filesystem::exists(RecordFile::Replacement_Path(path)));
-
-    ASSERT_TRUE(f.Open(path, 8, RecordFile::Mode::Replace));
-    EXPECT_TRUE(f.PutLong(1, 7) && f.Commit());
-    EXPECT_EQ(testing::Read_All(path), std::string("\x07\0\0\0\0\0\0\0", 8));
-    EXPECT_FALSE(f.IsOpen() || std::filesystem::exists(RecordFile::Replacement_Path(path)));
 }
 
 // A write the file system refuses (here the file size limit) is reported by
