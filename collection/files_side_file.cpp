@@ -66,6 +66,11 @@ bool Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows, int32_t& playe
 
         // A row with no path stays in the columns but gets no list row.
         if (!path_text.empty() && path_text != " ") {
+            // A class with no total ends the reading before its row is
+            // listed: listed, it would be saved back as it is, and the
+            // Collection would be read in part at every start.
+            const int rc = t.Rating_Class[i];
+            if (rc < 0 || rc >= kClassCount) return false;
             rows[0].push_back(path_text);
             rows[1].push_back(Row_Number_Text(i));
             rows[2].push_back(Class_Letter(t.Rating_Class[i]));
@@ -73,8 +78,6 @@ bool Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows, int32_t& playe
             rows[4].push_back(Size_Text(t.File_Size[i]));
             rows[5].push_back(Bitrate_Text(t.Bitrate[i]));
             t.Total_Size += t.File_Size[i];
-            const int rc = t.Rating_Class[i];
-            if (rc < 0 || rc >= kClassCount) return false;
             t.Class_Count[rc] += Currency(1);
             t.Class_Size[rc] += t.File_Size[i];
             t.Class_Duration[rc] += t.Duration[i];
