@@ -218,10 +218,25 @@ int Play(int argc, char** argv, int& signal) {
             std::cerr << StatusLine(ctx) << "\n" << std::flush;
         }
     };
+    // With no one at the window, a walk that stands still ends the run: the
+    // only Track's file is missing, so nothing is loaded and nothing comes
+    // next. The pause between files is waited out first.
+    const int64_t idle_limit_ms = 10'000 + (ctx.settings.Pause_Active != 0 ? 1000 * ctx.settings.Pause_Seconds : 0);
+    int64_t idle_since = -1;
     links.push_back(ctx.form1.Timer1.Tick.connect([&] {
         if (quitting) return;
+        const bool idle = ctx.ports.player.URL().empty() && ctx.ports.player.playState() != PS_Playing;
         // The cycle is over when its line was written and the engine has let go.
-        if (cycle_over && ctx.ports.player.URL().empty() && ctx.ports.player.playState() != PS_Playing) {
+        if (cycle_over && idle) {
+            quit();
+            return;
+        }
+        const int64_t now = ctx.ports.loop.TickCount();
+        if (!idle) idle_since = -1;
+        else if (idle_since < 0) idle_since = now;
+        else if (now - idle_since >= idle_limit_ms) {
+            clear_status();
+            std::cerr << "velmora-cli: nothing is left that can be played\n";
             quit();
             return;
         }

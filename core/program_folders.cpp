@@ -1,7 +1,9 @@
 #include "core/program_folders.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 #include "base/collection_records.h"
@@ -20,11 +22,13 @@ const std::string kFolders[4] = {"velmora_reports/", std::string(kCollectionsFol
 bool Writable(const std::string& folder) {
     std::error_code ec;
     if (!fs::is_directory(folder, ec)) return false;
+    // Made anew, so that whatever stood by the name (a pipe would hold the
+    // start until something read it) is never opened.
     const fs::path probe = fs::path(folder) / ".velmora-write-test";
-    {
-        std::ofstream out(probe);
-        if (!out) return false;
-    }
+    fs::remove(probe, ec);
+    const int fd = ::open(probe.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd < 0) return false;
+    ::close(fd);
     fs::remove(probe, ec);
     return true;
 }

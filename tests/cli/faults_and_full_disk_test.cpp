@@ -110,8 +110,7 @@ TEST(CliFaults, AFullDiskFailsTheCommandWithItsCauseAndLeavesTheCollectionAsItWa
     fs::create_directories(sylloges / "default.qr.new");
     CliRun play = Cli("play " + coll + " --ao null", tmp.Path());
     EXPECT_EQ(play.code, 1);
-    EXPECT_NE(play.err.find("not played: " + (sylloges / "default.qr").string() +
-                            ": the file cannot be written (Is a directory)"),
+    EXPECT_NE(play.err.find("not played: " + (sylloges / "default.qr").string() + ": the file cannot be written"),
               std::string::npos)
         << play.err;
     EXPECT_FALSE(fs::exists(sylloges / "velmora.qel"));

@@ -366,6 +366,7 @@ TEST(CollectionFile, DamagedCollectionsLoadWhatCanBeRead) {
         {"short files side file", [](Golden& g) { g.files.resize(45 * 400 + 100); }, 1, files_error},
         {"length past its record", [](Golden& g) { g.files.replace(51 * 400, 2, "\xFF\xFF"); }, 1, files_error},
         {"class above 5", [](Golden& g) { g.files[2 * 400] = 6; }, 0, files_error},
+        {"class above 5 on the second", [](Golden& g) { g.files[47 * 400] = 6; }, 1, files_error},
         {"no paths", [](Golden& g) { g.files[11 * 400] = g.files[56 * 400] = 0; }, 0, " -> Τέλος φορτώματος - End loading"},
         {"random main file", [&](Golden& g) { g.main = noise(8400); }, -1, ""},
         {"random side files", [&](Golden& g) { g.files = noise(36000), g.filters = noise(3000); }, -1, ""},
