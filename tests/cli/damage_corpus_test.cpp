@@ -41,6 +41,9 @@ enum class Kind {
     NotAFile,  // the main file is no regular file
     BadMedia,  // a sound Collection whose first Track cannot be played
     Linked,    // a sound Collection whose main file is a symlink
+    // Tracks whole, but the filter lists, which can be built again, damaged:
+    // a writer may go on, moving the user's files aside whole first.
+    FiltersDamaged,
 };
 
 enum Command { kAdd, kIdentify, kPlay, kDump, kInfo, kCommands };
@@ -191,8 +194,10 @@ std::vector<Case> Corpus() {
             Damaged("files side file cut at byte " + std::to_string(at), [at](Golden& g) { g.files.resize(at); }));
     }
     const size_t at = cut(12 * 600);
-    cases.push_back(
-        Damaged("filters side file cut at byte " + std::to_string(at), [at](Golden& g) { g.filters.resize(at); }));
+    Case filters =
+        Damaged("filters side file cut at byte " + std::to_string(at), [at](Golden& g) { g.filters.resize(at); });
+    filters.kind = Kind::FiltersDamaged;
+    cases.push_back(std::move(filters));
     return cases;
 }
 
@@ -277,7 +282,8 @@ Rules Rules_Of(Kind kind, Command command) {
     r.only_reads = command == kDump || command == kInfo;
     r.must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay);
     r.must_succeed = kind == Kind::BadMedia || kind == Kind::Linked;
-    r.may_move = kind == Kind::Damaged && command == kPlay;
+    r.may_move = (kind == Kind::Damaged && command == kPlay) ||
+                 (kind == Kind::FiltersDamaged && (command == kAdd || command == kIdentify || command == kPlay));
     return r;
 }
 
