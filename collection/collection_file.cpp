@@ -302,6 +302,7 @@ bool Load_Collection(AppContext& ctx) {
     c.Load_Fault.clear();
 
     Hide_Track_Lists(f);
+    f.SetMousePointer(FormState::kHourglass);
     // Every field of the main file that cannot be read gets its own line,
     // and the load goes on with the next: the log then shows how much of
     // the header was lost, a truncated file one line per field behind the cut.
@@ -371,6 +372,7 @@ bool Load_Collection(AppContext& ctx) {
 
     Show_Track_Lists(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
+    f.SetMousePointer(FormState::kDefaultPointer);
     if (!whole || faulted) c.Read_In_Part = true;
     // What was read is what the next save writes whole: the walk must stand
     // on one of its rows, or that Collection would be refused in its turn.

@@ -307,11 +307,18 @@ public:
     void Hide() { SetVisible(false); }
     bool TopMost() const { return m_top_most; }
     void SetTopMost(bool on) { Set(m_top_most, on); }
+    // The mouse pointer over the program while it works: kDefaultPointer, or
+    // kHourglass for the length of a long run.
+    static constexpr int kDefaultPointer = 0;
+    static constexpr int kHourglass = 11;
+    int MousePointer() const { return m_mouse_pointer; }
+    void SetMousePointer(int pointer) { Set(m_mouse_pointer, pointer); }
 
 private:
     std::string m_caption;
     int m_window_state = 0;
     bool m_top_most = false;
+    int m_mouse_pointer = kDefaultPointer;
 };
 
 }  // namespace velmora

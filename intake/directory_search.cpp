@@ -285,6 +285,7 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     Form1& f = ctx.form1;
     EventLoop& loop = ctx.ports.loop;
     TextBox& progress = f.Text2[1];
+    f.SetMousePointer(FormState::kHourglass);
     f.Command2.SetEnabled(true);
     std::deque<std::string> queue{With_Slash(std::move(path))};
     f.List1.SetVisible(false);
@@ -315,7 +316,10 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
         // A folder that cannot be read leaves the walk at once, past its
         // closing lines: what was found stays in List1, hidden as the walk
         // keeps it, until the next search.
-        if (!List_Folder(folder, &files, &dirs)) return;
+        if (!List_Folder(folder, &files, &dirs)) {
+            f.SetMousePointer(FormState::kDefaultPointer);
+            return;
+        }
         // The order of the files changes no count, so only the folders,
         // which make the order of List1, are sorted.
         Sort_Names(dirs);
@@ -354,6 +358,7 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     Put_Head(progress, now + counts + "\n" + now + "-> Έτοιμο - Ready\n");
     f.Text2[2].SetText("");
     f.Frame8.SetCaption(counts);
+    f.SetMousePointer(FormState::kDefaultPointer);
 }
 
 }  // namespace velmora

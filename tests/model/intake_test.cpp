@@ -45,6 +45,15 @@ struct Intake : ::testing::Test {
         std::ofstream(root + "/a/empty.mp3");
     }
 
+    // Every mouse pointer the window was given, in order, from the last call on.
+    std::vector<int> pointers;
+    int pointer = f.MousePointer();
+    Subscription pointer_watch = f.Changed.connect([this](Change) {
+        if (pointer != f.MousePointer()) pointers.push_back(pointer = f.MousePointer());
+    });
+    std::vector<int> Pointers() { return std::exchange(pointers, {}); }
+    static constexpr int kWait = FormState::kHourglass, kNormal = FormState::kDefaultPointer;
+
     void Open(const std::string& folder) {
         f.Dir1.SetPath(folder);
         Dir1_change(app.ctx);
@@ -122,7 +131,9 @@ TEST_F(Intake, TypeButtonsSelectTheirRangesAndToggle) {
 TEST_F(Intake, SearchFindsFoldersByExactExtensionAndCountsRepeats) {
     Choose_Types(0);
     fs::remove_all(root + "/gone");
+    Pointers();
     Set_Check2(app.ctx, 1);
+    EXPECT_EQ(Pointers(), (std::vector<int>{kWait, kNormal}));
 
     EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/", root + "/a/b/"}))
         << "breadth first; a/b/c holds only capitals";
@@ -137,7 +148,9 @@ TEST_F(Intake, AFolderThatCannotBeReadLeavesTheWalkWithWhatWasFound) {
     // Running as root, no permission keeps a folder out; a folder removed
     // between the listing of its parent and its own reading does.
     app.loop.Post([&] { fs::remove_all(root + "/gone"); });
+    Pointers();
     Set_Check2(app.ctx, 1);
+    EXPECT_EQ(Pointers(), (std::vector<int>{kWait, kNormal})) << "the pointer comes back all the same";
     EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/"})) << "gone/ comes before a/b/";
     EXPECT_FALSE(Status_Has("-> Έτοιμο - Ready"));
     EXPECT_FALSE(Log_Has("gone"));
@@ -185,6 +198,7 @@ TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
 TEST_F(Intake, SubfoldersAddWhatTheCodePageCarriesAndRemovingCompactsTheRest) {
     Add_Everything();  // a: empty, song1, song2.MP3, Ελληνικό; cyr: ok; gone: lost; a/b: deep
     ASSERT_EQ(f.List2.ListCount(), 7);
+    EXPECT_EQ(Pointers(), (std::vector<int>{kWait, kNormal, kWait, kNormal})) << "the search, then the adding";
     EXPECT_EQ(std::tuple(f.List2.FindExact(root + "/cyr/ok.mp3"), f.List2.FindExact(root + "/cyr/Песня.mp3"),
                          f.List2.FindExact(root + "/a/b/deep.mp3"), f.List3_0[0].List(6)),
               std::tuple(4, -1, 6, "00007"));
@@ -202,6 +216,7 @@ TEST_F(Intake, SubfoldersAddWhatTheCodePageCarriesAndRemovingCompactsTheRest) {
     Set_Check2(app.ctx, 0);
     Open(root + "/a");
     Removing_Files_Under_Path(app.ctx);
+    EXPECT_EQ(Pointers(), (std::vector<int>{kWait, kNormal}));
 
     EXPECT_EQ(f.List2.Items(), (Strings{root + "/cyr/ok.mp3", root + "/gone/lost.mp3", root + "/a/b/deep.mp3"}));
     EXPECT_EQ(f.List3_0[0].Items(), (Strings{"0001", "0002", "0003"}));
