@@ -41,6 +41,11 @@ const char* const kReadingFiles = "-> Ανάγνωση αρχείων από Σ�
 const char* const kFilesError = "-> Λάθη στην ανάγνωση αρχείων συλλογής... - Error Reading Collection Files...";
 const char* const kReadingFilters = "-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...";
 const char* const kEndLoading = " -> Τέλος φορτώματος - End loading";
+// Lines of the program's own: what went wrong, for the cases the lines above
+// leave open. The details behind the colon are the file's or the system's.
+const char* const kFaultCause = " ---> Αιτία - Cause: ";
+const char* const kPointerNotRead = "-> Το αρχείο δείκτη δε διαβάστηκε - The pointer file was not read: ";
+const char* const kPointerNotWritten = "-> Το αρχείο δείκτη δε γράφτηκε - The pointer file was not written: ";
 
 // Saves between two sets of backup copies.
 constexpr int kSavesPerBackup = 5;
@@ -252,7 +257,7 @@ void Load_Pointer(AppContext& ctx) {
     if (Read_Pointer_File(pointer, path, Statistics(c)) && !path.empty()) c.Collection_Path = path;
     const FileKind kind = Resolve_File(pointer).kind;
     if (kind != FileKind::Missing && kind != FileKind::Regular)
-        Log_Line(ctx, "-> " + pointer + ": " + Kind_Text(kind) + ", not a regular file");
+        Log_Line(ctx, kPointerNotRead + pointer + ": " + Kind_Text(kind) + ", not a regular file");
 }
 
 bool Save_Pointer(AppContext& ctx, std::string* fault) {
@@ -278,7 +283,7 @@ bool Save_Pointer(AppContext& ctx, std::string* fault) {
             why = path + ": the file cannot be written (" + System_Error() + ")";
     }
     if (why.empty()) return true;
-    Log_Line(ctx, "-> " + why);
+    Log_Line(ctx, kPointerNotWritten + why);
     if (fault) *fault = why;
     return false;
 }
@@ -354,7 +359,7 @@ bool Load_Collection(AppContext& ctx) {
                 Load_Files(ctx, to_read.files, error);
                 if (error) {
                     Log_Line(ctx, kFilesError);
-                    Log_Line(ctx, " ---> " + c.Load_Fault);
+                    Log_Line(ctx, kFaultCause + c.Load_Fault);
                     whole = false;
                 } else if (ctx.settings.Filters_Load != 0) {
                     Log_Line(ctx, kReadingFilters);
