@@ -8,6 +8,7 @@
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
+#include "catalogue/list_box_find.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
 #include "core/port_faults.h"

@@ -14,6 +14,7 @@
 
 #include "base/codepage1253.h"
 #include "base/text_format.h"
+#include "catalogue/list_box_find.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "core/suppress_events.h"
@@ -157,10 +158,6 @@ void Refresh_Drive_List(FileSystemBox& drive1, const std::string& mounts_file) {
         if (std::find(points.begin(), points.end(), point) == points.end()) points.push_back(point);
     }
     drive1.Assign(std::move(points));
-}
-
-int ListBoxFindString(const ListBox& box, std::string_view text, int start, bool exact) {
-    return exact ? box.FindExact(text, start) : box.FindPrefix(text, start);
 }
 
 void Dir1_change(AppContext& ctx) {

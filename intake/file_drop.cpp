@@ -4,6 +4,7 @@
 
 #include "base/collection_records.h"
 #include "base/text_format.h"
+#include "catalogue/list_box_find.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "intake/directory_search.h"
