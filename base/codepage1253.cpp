@@ -200,9 +200,14 @@ std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes) {
 }
 
 std::string FoldCase(std::string_view utf8) {
-    // Folding keeps every character in place, so it works on a copy in place:
-    // ASCII costs one comparison a byte and nothing beyond the copy.
     std::string out(utf8);
+    FoldCaseInPlace(out);
+    return out;
+}
+
+void FoldCaseInPlace(std::string& out) {
+    // Folding keeps every character in place: ASCII costs one comparison a
+    // byte and nothing more.
     const size_t n = out.size();
     for (size_t i = 0; i < n; ++i) {
         const auto c = static_cast<unsigned char>(out[i]);
@@ -215,9 +220,17 @@ std::string FoldCase(std::string_view utf8) {
                 out[i + 1] = static_cast<char>(0x80 | (lower & 0x3F));
                 ++i;
             }
+        } else if (c == 0xCF && i + 1 < n && static_cast<unsigned char>(out[i + 1]) == 0x82) {
+            // The final sigma is the small form of the same capital.
+            out[++i] = static_cast<char>(0x83);
         }
     }
-    return out;
+}
+
+bool Contains_Without_Case(std::string_view text, std::string_view folded_needle, std::string& scratch) {
+    scratch.assign(text);
+    FoldCaseInPlace(scratch);
+    return scratch.find(folded_needle) != std::string::npos;
 }
 
 }  // namespace velmora

@@ -26,8 +26,14 @@ bool FitsCp1253(std::string_view utf8);
 std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes);
 
 // Lower-cases the capitals of code page 1253, Latin and Greek with their
-// accented forms (Ά -> ά); other characters stay as they are. The folded
-// text has the same length in bytes as the original.
+// accented forms (Ά -> ά), and takes the final sigma to the small sigma,
+// as both are the small forms of Σ; other characters stay as they are. The
+// folded text has the same length in bytes as the original.
 std::string FoldCase(std::string_view utf8);
+void FoldCaseInPlace(std::string& utf8);
+// True when the text holds the needle, already folded, without regard to
+// case. scratch is a buffer the caller keeps between calls, so that a scan
+// over many rows allocates nothing after its first.
+bool Contains_Without_Case(std::string_view text, std::string_view folded_needle, std::string& scratch);
 
 }  // namespace velmora
