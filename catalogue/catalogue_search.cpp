@@ -27,6 +27,7 @@ bool Search_Text(AppContext& ctx, const TextBox& box, std::string& text) {
     return true;
 }
 
+
 // The last row found becomes the list's index, in sight.
 void Show_Last(ListBox& list, int row) {
     if (row < 0) return;
@@ -45,10 +46,10 @@ void Command6_Click(AppContext& ctx, int index) {
     Filtered_Songs_List(ctx, 0);
     // A text that is a whole path picks no rows.
     if (ListBoxFindString(f.List2, text, 0, true) == -1) {
-        std::string scratch;
+        const CaseBlindFinder finder(text);
         int last_match = -1;
         for (int row = 0; row < f.List4.ListCount(); ++row) {
-            if (!Contains_Without_Case(f.List4.List(row), text, scratch)) continue;
+            if (!finder.In(f.List4.List(row))) continue;
             f.List4.Store_Selected(row, true);
             last_match = row;
         }
@@ -65,11 +66,11 @@ void Command17_Click(AppContext& ctx) {
     const int last = f.List5.Visible() ? f.List5.ListCount() - 1 : f.List4.ListCount() - 1;
     if (ListBoxFindString(f.List4, text, 0, true) != -1) return;
     ListBox& list = f.List5.Visible() ? f.List5 : f.List4;
-    std::string scratch;
+    const CaseBlindFinder finder(text);
     int last_match = -1;
     // Behind the two head rows.
     for (int row = 2; row <= last; ++row) {
-        const bool match = Contains_Without_Case(list.List(row), text, scratch);
+        const bool match = finder.In(list.List(row));
         list.Store_Selected(row, match);
         if (match) last_match = row;
     }

@@ -50,17 +50,16 @@ void Rebuild_Rows(AppContext& ctx, int last) {
 void Query(AppContext& ctx, int last) {
     Form1& f = ctx.form1;
     const CatalogueState& c = ctx.catalogue;
-    std::vector<std::pair<int, std::string>> chosen;
+    std::vector<std::pair<int, CaseBlindFinder>> chosen;
     for (int k = 0; k < kFilterBoxes; ++k)
-        if (c.Filter_Active[k] == -1) chosen.emplace_back(k, FoldCase(c.Filter_Value[k]));
+        if (c.Filter_Active[k] == -1) chosen.emplace_back(k, CaseBlindFinder(c.Filter_Value[k]));
     std::vector<std::string> rows = Head_Rows(c);
-    std::string scratch;
     int matches = 0;
     for (int i = 0; i <= last && last <= ctx.table.Track_Count; ++i) {
         int misses = 0;
         for (const auto& [k, value] : chosen) {
             ++misses;
-            if (Contains_Without_Case(Filter_Column_Value(ctx, k, i), value, scratch)) --misses;
+            if (value.In(Filter_Column_Value(ctx, k, i))) --misses;
         }
         if (misses == 0) {
             ++matches;

@@ -158,11 +158,11 @@ int Search_Command(int argc, char** argv) {
     const bool whole = program.Load(file);
     // As the search of the list in view finds rows: the text trimmed, without
     // regard to case, anywhere in the row; the head rows are never found.
-    const std::string text = FoldCase(Trim(argv[1]));
+    const CaseBlindFinder finder(Trim(argv[1]));
     const ListBox& rows = ctx.form1.List5;
-    std::string scratch, out;
+    std::string out;
     for (int r = 2; r < rows.ListCount(); ++r) {
-        if (!Contains_Without_Case(rows.List(r), text, scratch)) continue;
+        if (!finder.In(rows.List(r))) continue;
         const int track = Row_Track_Number(rows.List(r));
         out += Format(int64_t{track}, "000000") + "\t" + ctx.form1.List2.List(track - 1) + "\n";
     }

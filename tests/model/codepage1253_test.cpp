@@ -93,3 +93,23 @@ TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
 
 }  // namespace
 }  // namespace velmora
+
+namespace velmora {
+namespace {
+
+TEST(Codepage1253, TheCaseBlindFinderFindsEverySpellingOfTheText) {
+    const std::tuple<const char*, const char*, bool> cases[] = {
+        {"ΚΎΚΛΟΣ", "/Ο κύκλος.mp3", true},  // capitals, accent and the final sigma
+        {"κύκλοσ", "ΚΎΚΛΟΣ", true},
+        {"κυκλος", "κύκλος", false},       // an accent is a letter of its own
+        {"mp3", "ΤΡΑΓΟΎΔΙ.MP3", true},     // at the very end
+        {"zorba", "Zorb", false},          // longer than what is left
+        {"ία", "Ί", false},                // the text ends inside the needle's first character
+        {"", "anything", true},
+        {"3276", "Κομμάτι 32761 και 3276", true},  // a near miss before the match
+    };
+    for (const auto& [needle, text, found] : cases) EXPECT_EQ(CaseBlindFinder(needle).In(text), found) << needle;
+}
+
+}  // namespace
+}  // namespace velmora
