@@ -199,10 +199,10 @@ std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes) {
     return out;
 }
 
-std::string FoldCase(std::string_view utf8) {
+std::string& FoldCaseInto(std::string_view utf8, std::string& out) {
     // Folding keeps every character in place, so it works on a copy in place:
     // ASCII costs one comparison a byte and nothing beyond the copy.
-    std::string out(utf8);
+    out.assign(utf8);
     const size_t n = out.size();
     for (size_t i = 0; i < n; ++i) {
         const auto c = static_cast<unsigned char>(out[i]);
@@ -217,6 +217,12 @@ std::string FoldCase(std::string_view utf8) {
             }
         }
     }
+    return out;
+}
+
+std::string FoldCase(std::string_view utf8) {
+    std::string out;
+    FoldCaseInto(utf8, out);
     return out;
 }
 

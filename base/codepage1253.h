@@ -29,5 +29,7 @@ std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes);
 // accented forms (Ά -> ά); other characters stay as they are. The folded
 // text has the same length in bytes as the original.
 std::string FoldCase(std::string_view utf8);
+// The same into `out`, whose room is used again: for folding many texts.
+std::string& FoldCaseInto(std::string_view utf8, std::string& out);
 
 }  // namespace velmora

@@ -40,7 +40,7 @@ bool DisplayAvailable() { return Set("QT_QPA_PLATFORM") || Set("DISPLAY") || Set
 // entries that the folder begins with.
 std::string DriveOf(const velmora::FileSystemBox& drives, const std::string& folder) {
     std::string best = "/";
-    for (const std::string& point : drives.Items()) {
+    for (std::string_view point : drives.Items()) {
         const bool holds = folder == point || (folder.rfind(point, 0) == 0 && !point.empty() &&
                                                (point.back() == '/' || folder[point.size()] == '/'));
         if (holds && point.size() > best.size()) best = point;
