@@ -1,7 +1,8 @@
 #pragma once
 // A media engine that starts its player on first use. The video window's and
-// the second player's engines stay unused in most sessions, and each libmpv
-// instance holds a few megabytes and threads of its own from the start.
+// the second player's engines stay unused in most sessions, the reader is
+// used only to read files, and the player not before the first file plays;
+// each libmpv instance holds a few megabytes and threads of its own.
 // Settings given before then are kept and handed on when it starts.
 
 #include <functional>
@@ -47,7 +48,7 @@ private:
 
     Factory m_factory;
     std::unique_ptr<MediaEngine> m_engine;
-    Subscription m_state_link, m_status_link;
+    Subscription m_state_link, m_status_link, m_sound_link;
     // What was set before the engine started.
     std::optional<bool> m_enabled, m_auto_start, m_mute;
     std::optional<std::string> m_ui_mode;

@@ -87,11 +87,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     auto report = [](const MpvEngine& engine) {
         if (!engine.InitError().empty()) std::fprintf(stderr, "velmora: media engine: %s\n", engine.InitError().c_str());
     };
-    MpvEngine player(loop, {.ao = {}, .vo = "null", .wid = 0});
-    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    report(player);
-    report(reader);
-    // The video window's and the second player's engines start when first used.
+    // Each engine starts when first used: a window that plays nothing, or
+    // reads no file, holds no player for it.
     auto started = [&loop, report](MpvEngine::Options options) {
         return [&loop, report, options]() -> std::unique_ptr<MediaEngine> {
             auto engine = std::make_unique<MpvEngine>(loop, options);
@@ -99,6 +96,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
             return engine;
         };
     };
+    LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}));
+    LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}));
     LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}));
     LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}));
 

@@ -1,4 +1,4 @@
-// The engines of the video window and the second player start on first use:
+// The engines start on first use:
 // until then they answer as an idle player does, and what was set before is
 // handed on when they start.
 #include "platform/lazy_engine.h"
@@ -36,9 +36,13 @@ TEST(LazyEngine, StartsOnFirstUseWithWhatWasSetBefore) {
     ASSERT_TRUE(engine.setURL("/m/a.mp3"));
     ASSERT_TRUE(engine.Started());
     EXPECT_EQ(std::tuple(made->volume(), made->Muted()), std::tuple(40, true)) << "what was set before the start";
+    int silent = 0;
+    auto told = engine.SoundDeviceMissing.connect([&] { ++silent; });
     ASSERT_TRUE(engine.play());
+    made->ReportNoSoundDevice();
     loop.Advance(1000);
     EXPECT_GT(states, 0) << "the started engine's events reach the program";
+    EXPECT_EQ(silent, 1);
     EXPECT_EQ(engine.playState(), made->playState());
 }
 
