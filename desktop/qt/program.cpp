@@ -19,6 +19,7 @@
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
 #include "platform/lazy_engine.h"
+#include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
@@ -96,10 +97,11 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
             return engine;
         };
     };
-    LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}));
-    LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}));
-    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}));
-    LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}));
+    // Reading a file needs no player: libmpv's engine reads through the media reader.
+    LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
+    LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}), ReadMediaItem);
+    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
+    LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     ctx.program_folder =

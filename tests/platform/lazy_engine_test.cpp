@@ -14,12 +14,16 @@ namespace {
 TEST(LazyEngine, StartsOnFirstUseWithWhatWasSetBefore) {
     VirtualEventLoop loop;
     StubEngine* made = nullptr;
-    LazyEngine engine([&]() -> std::unique_ptr<MediaEngine> {
-        auto stub = std::make_unique<StubEngine>(loop);
-        stub->SetDuration("/m/a.mp3", 30);
-        made = stub.get();
-        return stub;
-    });
+    StubEngine reading(loop);
+    reading.SetDuration("/m/b.mp3", 20);
+    LazyEngine engine(
+        [&]() -> std::unique_ptr<MediaEngine> {
+            auto stub = std::make_unique<StubEngine>(loop);
+            stub->SetDuration("/m/a.mp3", 30);
+            made = stub.get();
+            return stub;
+        },
+        [&](const std::string& path) { return reading.newMedia(path); });
 
     // Start-up stops and closes every engine and sets its loudness: none of it starts one.
     EXPECT_TRUE(engine.stop());
@@ -30,6 +34,7 @@ TEST(LazyEngine, StartsOnFirstUseWithWhatWasSetBefore) {
     EXPECT_EQ(std::tuple(engine.Started(), engine.playState(), engine.URL(), engine.volume()),
               std::tuple(false, int{PS_Undefined}, std::string(), 40));
     EXPECT_EQ(engine.currentPosition().value_or(-1), 0.0);
+    EXPECT_EQ(engine.newMedia("/m/b.mp3")->duration(), 20.0) << "a file is read without a player";
 
     int states = 0;
     auto counted = engine.PlayStateChange.connect([&](int) { ++states; });
