@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -18,6 +19,7 @@
 #include "desktop/qt/main_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
+#include "platform/heap_release.h"
 #include "platform/lazy_engine.h"
 #include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
@@ -150,6 +152,9 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         ctx.form1.Dir1.SetPath(start_folder);
     }
     if (hooks.after_load) hooks.after_load(ctx);
+    // What the load built and dropped goes back to the system as soon as
+    // the loop runs.
+    QTimer::singleShot(0, Release_Free_Heap);
     // The loop forgets an exit asked before it runs: a signal that came
     // during the start-up is honoured here instead.
     const int code = quit_signals.First() != 0 ? 0 : QApplication::exec();
