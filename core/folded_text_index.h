@@ -4,7 +4,7 @@
 // of its folded text, and a row found under the hash asked for is compared
 // with the text itself, so two texts that share a hash are never confused.
 // Eight bytes a slot, at least two slots a row: half a megabyte for a full
-// Collection's paths, where a map of folded copies took several.
+// Collection's paths, where a map of folded copies took nearly eight.
 
 #include <cstdint>
 #include <string>
