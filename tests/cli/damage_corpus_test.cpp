@@ -1,8 +1,10 @@
 // Damaged Collections and bad media files, made here at run time from the
 // golden Collection, each run through every command of velmora-cli with a
 // time limit. Whatever the damage: every run ends, the user's files are
-// left as they were or moved aside whole, and the exit code tells the
-// outcome. One line is printed per failing case, naming it.
+// left as they were or moved aside whole, the exit code tells the outcome,
+// a refusal names the file at fault and what is wrong with it, and play
+// names a file it cannot play and goes on. One line is printed per failing
+// case, naming it.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -63,10 +65,21 @@ struct Layout {
     fs::path media, incoming;
 };
 
+// What play makes of the bad file of a BadMedia case.
+enum class BadFile {
+    Named,       // told as a file that cannot be played or made no progress
+    Plays,       // its samples play all the same: its status line shows
+    PassedOver,  // empty: marked X and passed without reaching the engine
+};
+
 struct Case {
     std::string name;
     Kind kind;
     std::function<void(const Layout&)> make;
+    // Said by every run that must refuse the Collection: the name of the file
+    // at fault, then what is wrong with it.
+    std::string told = {};
+    BadFile bad = BadFile::Named;
 };
 
 // ---- the bytes of the damage ----
@@ -97,77 +110,92 @@ void Media_Folders(const Layout& l) {
 
 // The golden Collection, changed by `change` before it is written and by
 // `after` once it is on disk.
-Case Damaged(std::string name, std::function<void(Golden&)> change, std::function<void(const Layout&)> after = {}) {
-    return {std::move(name), Kind::Damaged, [change, after](const Layout& l) {
+Case Damaged(std::string name, std::function<void(Golden&)> change, std::string told = {},
+             std::function<void(const Layout&)> after = {}) {
+    return {std::move(name), Kind::Damaged,
+            [change, after](const Layout& l) {
                 Golden g = testing::Golden_Bytes();
                 if (change) change(g);
                 testing::Write_Golden(l.at, g);
                 Media_Folders(l);
                 if (after) after(l);
-            }};
+            },
+            std::move(told)};
 }
 
-// The golden side files, with something that is not a regular file where
-// the main file belongs.
-Case Not_A_File(std::string name, std::function<void(const Layout&)> put) {
-    return {std::move(name), Kind::NotAFile, [put](const Layout& l) {
+// The golden Collection with something that is not a regular file where
+// its main file, or its files side file, belongs.
+Case Not_A_File(std::string name, std::string told, std::function<void(const fs::path&)> put, bool side = false) {
+    return {std::move(name), Kind::NotAFile,
+            [put, side](const Layout& l) {
                 testing::Write_Golden(l.at);
-                fs::remove(l.at.main);
-                put(l);
                 Media_Folders(l);
-            }};
+                fs::remove(side ? l.at.files : l.at.main);
+                put(side ? l.at.files : l.at.main);
+            },
+            std::move(told)};
 }
 
 // A Collection of a bad file and a good one-second file, in that order.
-Case Bad_Media(std::string name, const std::string& extension, std::string bytes) {
-    return {std::move(name), Kind::BadMedia, [extension, bytes](const Layout& l) {
+Case Bad_Media(std::string name, const std::string& extension, std::string bytes, BadFile bad = BadFile::Named) {
+    return {std::move(name), Kind::BadMedia,
+            [extension, bytes](const Layout& l) {
                 Media_Folders(l);
                 const fs::path bad = l.media / ("bad" + extension), good = l.media / "good.wav";
                 testing::Put(bad, bytes);
                 testing::Put(good, testing::Wav_Bytes(8000));
                 testing::Put(l.incoming / ("bad copy" + extension), bytes);
                 testing::Write_Golden(l.at, testing::Golden_With_Paths(bad.string(), good.string()));
-            }};
+            },
+            "", bad};
 }
 
 std::vector<Case> Corpus() {
+    const auto fifo = [](const fs::path& p) { ::mkfifo(p.c_str(), 0644); };
     std::vector<Case> cases = {
         Damaged("Artist of Track 2 with length 0xFFFF",
                 [](Golden& g) { g.files.replace(Track_Field(1, 7), 2, Le(0xFFFF, 2)); }),
-        Damaged("Rating_Class 9 on Track 2", [](Golden& g) { g.files.replace(Track_Field(1, 3), 2, Le(9, 2)); }),
+        Damaged("Rating_Class 9 on Track 2", [](Golden& g) { g.files.replace(Track_Field(1, 3), 2, Le(9, 2)); },
+                "velmora_files.qqel: Track 1: Rating_Class 9 is out of range 0 to 5"),
+        Damaged("a byte code page 1253 leaves undefined in Track 2's path",
+                [](Golden& g) { g.files[Track_Field(1, 12) + 2 + 6] = '\x81'; },
+                "velmora_files.qqel: Track 1: the path holds bytes code page 1253 does not define"),
         Damaged("slot text of Track 2 longer than its record",
                 [](Golden& g) { g.files.replace(Track_Field(1, 15), 2, Le(500, 2)); }),
-        Damaged("files side file missing", {}, [](const Layout& l) { fs::remove(l.at.files); }),
+        Damaged("files side file missing", {}, {}, [](const Layout& l) { fs::remove(l.at.files); }),
         Damaged("files side file of random bytes", [](Golden& g) { g.files = Random_Bytes(g.files.size(), 7); }),
         Damaged("files side file empty", [](Golden& g) { g.files.clear(); }),
-        Damaged("files side file a FIFO", {},
-                [](const Layout& l) { fs::remove(l.at.files), ::mkfifo(l.at.files.c_str(), 0644); }),
         Damaged("Track_Count 2^31-1", [](Golden& g) { g.main.replace(Main_Record(6), 4, Le(0x7FFFFFFF, 4)); }),
-        Damaged("main file of version 4.0", [](Golden& g) { g.main.replace(2, 3, "4.0"); }),
+        Damaged("Current_Track past the Tracks", [](Golden& g) { g.main.replace(Main_Record(4), 4, Le(5, 4)); },
+                "velmora.qel: Current_Track 5 is out of range 0 to 1"),
+        Damaged("main file of version 4.0", [](Golden& g) { g.main.replace(2, 3, "4.0"); },
+                "velmora.qel: a Collection of another version (4.0)"),
         Damaged("main file holding its version 5.0 alone", [](Golden& g) { g.main.resize(Main_Record(2)); }),
         Damaged("main file of random bytes",
                 [](Golden& g) {
                     g.main = Random_Bytes(g.main.size(), 11);
                     g.main[0] = '\x7F';  // never the length of "5.0"
                 }),
-        Not_A_File("main file a directory", [](const Layout& l) { fs::create_directory(l.at.main); }),
-        Not_A_File("main file a FIFO", [](const Layout& l) { ::mkfifo(l.at.main.c_str(), 0644); }),
-        Not_A_File("main file a dangling symlink",
-                   [](const Layout& l) { fs::create_symlink(l.root / "gone.qel", l.at.main); }),
-        Not_A_File("main file a symlink loop",
-                   [](const Layout& l) {
-                       const fs::path other = l.at.main.parent_path() / "loop.qel";
-                       fs::create_symlink(other, l.at.main), fs::create_symlink(l.at.main, other);
+        Not_A_File("main file a directory", "velmora.qel: a folder, not a regular file",
+                   [](const fs::path& p) { fs::create_directory(p); }),
+        Not_A_File("main file a FIFO", "velmora.qel: a named pipe", fifo),
+        Not_A_File("files side file a FIFO", "velmora_files.qqel: a named pipe", fifo, true),
+        Not_A_File("main file a dangling symlink", "velmora.qel: a link to a file that does not exist",
+                   [](const fs::path& p) { fs::create_symlink("/no/such.qel", p); }),
+        Not_A_File("main file a symlink loop", "velmora.qel: a loop of links",
+                   [](const fs::path& p) {
+                       const fs::path other = p.parent_path() / "loop.qel";
+                       fs::create_symlink(other, p), fs::create_symlink(p, other);
                    }),
-        Not_A_File("main file a symlink to /dev/zero",
-                   [](const Layout& l) { fs::create_symlink("/dev/zero", l.at.main); }),
+        Not_A_File("main file a symlink to /dev/zero", "velmora.qel: a device",
+                   [](const fs::path& p) { fs::create_symlink("/dev/zero", p); }),
         Bad_Media("random bytes named .mp3", ".mp3", Random_Bytes(65536, 23)),
         Bad_Media("random bytes named .avi", ".avi", Random_Bytes(65536, 29)),
         Bad_Media("ID3 tag claiming 256 Mb", ".mp3",
                   std::string("ID3\x03\x00\x00\x7F\x7F\x7F\x7F", 10) + Random_Bytes(4096, 31)),
         Bad_Media("WAV of its 44-byte header alone", ".wav", testing::Wav_Bytes(0)),
-        Bad_Media("WAV whose sizes say 0xFFFFFFF0", ".wav", testing::Wav_Bytes(8000, 0xFFFFFFF0)),
-        Bad_Media("zero-length .mp3", ".mp3", ""),
+        Bad_Media("WAV whose sizes say 0xFFFFFFF0", ".wav", testing::Wav_Bytes(8000, 0xFFFFFFF0), BadFile::Plays),
+        Bad_Media("zero-length .mp3", ".mp3", "", BadFile::PassedOver),
         {"main file a symlink to a sound Collection", Kind::Linked,
          [](const Layout& l) {
              // The Collection stands whole behind the link and beside it, so
@@ -330,6 +358,24 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
     }
 }
 
+// Play tells of the bad file as its case says, and plays the good one after it.
+void Bad_Media_Faults(const CommandRun& run, const std::string& said, std::vector<std::string>& faults) {
+    std::string bad;
+    for (const auto& [name, entry] : run.before)
+        if (name.parent_path() == "media" && name.stem() == "bad") bad = (run.layout->root / name).string();
+    const bool named = said.find(bad + " cannot be played") != std::string::npos ||
+                       said.find(bad + " made no progress") != std::string::npos;
+    // The entry of a missing or empty file holds nothing after the path on its first line.
+    const bool passed = said.find(")" + bad + "\n") != std::string::npos;
+    const bool shown = said.find("] " + fs::path(bad).filename().string() + "  ") != std::string::npos;
+    const bool as_said = run.c->bad == BadFile::Named ? named
+                         : run.c->bad == BadFile::Plays ? shown && !named && !passed
+                                                          : passed && !named;
+    if (!as_said) faults.push_back("told of the bad file otherwise than its case says");
+    if (said.find(kCycleEnd) == std::string::npos || said.find("] good.wav  ") == std::string::npos)
+        faults.push_back("the walk did not get past the bad file");
+}
+
 // What went against the required outcome of this run, in a few words each.
 std::vector<std::string> Faults(const CommandRun& run) {
     std::vector<std::string> faults;
@@ -339,9 +385,9 @@ std::vector<std::string> Faults(const CommandRun& run) {
     const Tree after = Tree_Of(run.layout->root);
     Exit_Faults(run, rules, said, faults);
     File_Faults(run, rules, said, after, faults);
-    if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out &&
-        said.find(kCycleEnd) == std::string::npos)
-        faults.push_back("the walk did not get past the bad file");
+    if (rules.must_refuse && !run.c->told.empty() && said.find(run.c->told) == std::string::npos)
+        faults.push_back("did not say \"" + run.c->told + "\"");
+    if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out) Bad_Media_Faults(run, said, faults);
     if (run.c->kind == Kind::Linked) {
         const fs::path main = run.layout->at.main.lexically_relative(run.layout->root);
         const auto now = after.find(main);
