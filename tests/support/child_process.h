@@ -24,6 +24,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     bool Started() const { return m_pid > 0; }
+    pid_t Pid() const { return m_pid; }
     void Signal(int signal) const;
     // Whether it has ended, waiting up to ms for it.
     bool Ended(int ms = 0);
