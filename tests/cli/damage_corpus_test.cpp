@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -23,6 +22,7 @@
 #include <vector>
 
 #include "support/child_process.h"
+#include "support/file_tree.h"
 #include "support/golden_collection.h"
 #include "support/media_collection.h"
 #include "support/test_app.h"
@@ -84,11 +84,7 @@ struct Case {
 
 // ---- the bytes of the damage ----
 
-std::string Le(uint32_t v, int n) {
-    std::string s;
-    for (int i = 0; i < n; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-    return s;
-}
+constexpr auto Le = testing::RecordBytes::Le;
 
 // Byte offsets of a main record and of a field of a Track in the files side file.
 size_t Main_Record(int record) { return static_cast<size_t>(record - 1) * 300; }
@@ -231,40 +227,20 @@ std::vector<Case> Corpus() {
 
 // ---- what is on disk ----
 
-// An entry of a folder by its kind: 'f' a file and its bytes, 'l' a symlink
-// and its target, 'p' a FIFO, 'd' a folder, '?' anything else.
-struct Entry {
-    char kind;
-    std::string content;
-    bool operator==(const Entry&) const = default;
-};
-using Tree = std::map<fs::path, Entry>;
-
-Tree Tree_Of(const fs::path& root) {
-    Tree tree;
-    std::error_code ec;
-    for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
-         it.increment(ec)) {
-        const fs::path& p = it->path();
-        const fs::file_status status = it->symlink_status(ec);
-        const fs::path relative = p.lexically_relative(root);
-        if (fs::is_symlink(status)) tree[relative] = {'l', fs::read_symlink(p, ec).string()};
-        else if (fs::is_regular_file(status)) tree[relative] = {'f', testing::Bytes(p)};
-        else if (fs::is_fifo(status)) tree[relative] = {'p', ""};
-        else if (fs::is_directory(status)) tree[relative] = {'d', ""};
-        else tree[relative] = {'?', ""};
-    }
-    return tree;
-}
+// What stands below a folder, by relative path: each entry's kind and its
+// bytes or its link's target.
+using Tree = std::map<std::string, std::string>;
+const std::string kFolder = std::to_string(static_cast<int>(fs::file_type::directory)) + ":";
 
 // Whether an entry went aside whole, under its name and the mark of a
 // Collection that could not be read, in its own folder.
-std::string Moved_Aside(const fs::path& name, const Entry& entry, const Tree& after) {
+std::string Moved_Aside(const fs::path& name, const std::string& entry, const Tree& after) {
     const std::string prefix = name.filename().string() + kMovedAside;
-    for (const auto& [path, now] : after)
-        if (path.parent_path() == name.parent_path() && path.filename().string().rfind(prefix, 0) == 0 &&
-            now == entry)
+    for (const auto& [entry_name, now] : after) {
+        const fs::path path(entry_name);
+        if (path.parent_path() == name.parent_path() && path.filename().string().starts_with(prefix) && now == entry)
             return path.filename().string();
+    }
     return {};
 }
 
@@ -333,13 +309,14 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
                  std::vector<std::string>& faults) {
     std::vector<std::string> moved;
     for (const auto& [name, entry] : run.before) {
-        const bool media = name.begin()->string() == "media" || name.begin()->string() == "incoming";
+        const std::string top = fs::path(name).begin()->string();
+        const bool media = top == "media" || top == "incoming";
         if (rules.must_succeed && !media && !rules.only_reads) continue;
         const auto now = after.find(name);
         if (now != after.end() && now->second == entry) continue;
         const std::string aside = Moved_Aside(name, entry, after);
         if (!aside.empty() && rules.may_move) moved.push_back(aside);
-        else faults.push_back(name.string() + (aside.empty() ? " changed" : " moved aside"));
+        else faults.push_back(name + (aside.empty() ? " changed" : " moved aside"));
     }
     for (const std::string& name : moved)
         if (said.find(name) == std::string::npos) faults.push_back("did not say it moved " + name);
@@ -348,13 +325,13 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
     if (!rules.must_refuse && !rules.only_reads) return;
     // The pointer to the last Collection and a lock are the program's own.
     for (const auto& [name, entry] : after) {
-        const std::string file = name.filename().string();
-        const std::string top = name.begin()->string();
+        const std::string file = fs::path(name).filename().string();
+        const std::string top = fs::path(name).begin()->string();
         const bool collection_folders = top == "velmora_sylloges" || top == "velmora_filtra";
         if (run.before.count(name) != 0 || file == "default.qr" || file.ends_with(".lock")) continue;
-        if ((rules.only_reads || collection_folders) && entry.kind != 'd' &&
+        if ((rules.only_reads || collection_folders) && !entry.starts_with(kFolder) &&
             file.find(kMovedAside) == std::string::npos)
-            faults.push_back("left " + name.string());
+            faults.push_back("left " + name);
     }
 }
 
@@ -362,7 +339,7 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
 void Bad_Media_Faults(const CommandRun& run, const std::string& said, std::vector<std::string>& faults) {
     std::string bad;
     for (const auto& [name, entry] : run.before)
-        if (name.parent_path() == "media" && name.stem() == "bad") bad = (run.layout->root / name).string();
+        if (name.starts_with("media/bad.")) bad = (run.layout->root / name).string();
     const bool named = said.find(bad + " cannot be played") != std::string::npos ||
                        said.find(bad + " made no progress") != std::string::npos;
     // The entry of a missing or empty file holds nothing after the path on its first line.
@@ -382,14 +359,14 @@ std::vector<std::string> Faults(const CommandRun& run) {
     const Rules rules = Rules_Of(run.c->kind, run.command);
     const fs::path logs = run.folder->Path();
     const std::string said = testing::Text_Of(logs / "out.txt") + testing::Text_Of(logs / "err.txt");
-    const Tree after = Tree_Of(run.layout->root);
+    const Tree after = testing::File_Tree(run.layout->root);
     Exit_Faults(run, rules, said, faults);
     File_Faults(run, rules, said, after, faults);
     if (rules.must_refuse && !run.c->told.empty() && said.find(run.c->told) == std::string::npos)
         faults.push_back("did not say \"" + run.c->told + "\"");
     if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out) Bad_Media_Faults(run, said, faults);
     if (run.c->kind == Kind::Linked) {
-        const fs::path main = run.layout->at.main.lexically_relative(run.layout->root);
+        const std::string main = run.layout->at.main.lexically_relative(run.layout->root).string();
         const auto now = after.find(main);
         if (now == after.end() || now->second != run.before.at(main)) faults.push_back("the symlink was replaced");
         else if (!Loadable(run.layout->at.main, logs)) faults.push_back("the Collection behind the link no longer loads");
@@ -408,7 +385,7 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
             run.folder = std::make_unique<testing::TempFolder>();
             run.layout = std::make_unique<Layout>(run.folder->Path() / "program");
             c.make(*run.layout);
-            run.before = Tree_Of(run.layout->root);
+            run.before = testing::File_Tree(run.layout->root);
             runs.push_back(std::move(run));
         }
 
