@@ -358,7 +358,7 @@ std::vector<std::string> Faults(const CommandRun& run) {
     std::vector<std::string> faults;
     const Rules rules = Rules_Of(run.c->kind, run.command);
     const fs::path logs = run.folder->Path();
-    const std::string said = testing::Text_Of(logs / "out.txt") + testing::Text_Of(logs / "err.txt");
+    const std::string said = testing::Bytes(logs / "out.txt") + testing::Bytes(logs / "err.txt");
     const Tree after = testing::File_Tree(run.layout->root);
     Exit_Faults(run, rules, said, faults);
     File_Faults(run, rules, said, after, faults);

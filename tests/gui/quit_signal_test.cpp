@@ -59,7 +59,7 @@ TEST_P(QuitSignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
                         {"QT_QPA_PLATFORM=offscreen"});
     ASSERT_TRUE(window.Started());
     ASSERT_TRUE(testing::Within(20000, [&] { return fs::exists(tmp.Path() / "velmora_reports"); }))
-        << testing::Text_Of(tmp.Path() / "err.txt");
+        << testing::Bytes(tmp.Path() / "err.txt");
     std::this_thread::sleep_for(std::chrono::milliseconds(moment.after_start_ms));
     ASSERT_FALSE(fs::exists(preferences)) << "only the quit writes the preferences";
     window.Signal(moment.signal);
@@ -69,9 +69,9 @@ TEST_P(QuitSignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
     EXPECT_TRUE(fs::exists(preferences)) << "the quit did not run";
     ChildProcess dump({VELMORA_CLI, "dump", at.main.string()}, tmp.Path() / "dump.txt", tmp.Path() / "dump_err.txt");
     ASSERT_TRUE(dump.Ended(10000));
-    EXPECT_EQ(dump.ExitCode(), 0) << testing::Text_Of(tmp.Path() / "dump_err.txt");
+    EXPECT_EQ(dump.ExitCode(), 0) << testing::Bytes(tmp.Path() / "dump_err.txt");
     if (!moment.old_version) {
-        EXPECT_NE(testing::Text_Of(tmp.Path() / "dump.txt").find("\"Track_Count\": 2"), std::string::npos)
+        EXPECT_NE(testing::Bytes(tmp.Path() / "dump.txt").find("\"Track_Count\": 2"), std::string::npos)
             << "the Tracks were saved";
     }
 }

@@ -30,7 +30,7 @@ TEST(RecordFile, TextsMustFitTheRecordAndTheCodePage) {
     EXPECT_FALSE(f.PutString(4, std::string("\xC3", 1))) << "not valid UTF-8";
     EXPECT_TRUE(f.PutByte(5, 0xAB));
     ASSERT_TRUE(f.Close());
-    const std::string bytes = testing::Read_All(path);
+    const std::string bytes = testing::Bytes(path);
     ASSERT_EQ(bytes.size(), 5u * 400) << "a refused text writes nothing";
     EXPECT_EQ(bytes.substr(400, 400), std::string(400, '\0'));
     EXPECT_EQ(bytes.substr(1600), "\xAB" + std::string(399, '\0'));

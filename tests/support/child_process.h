@@ -43,9 +43,6 @@ private:
     int m_status = 0;
 };
 
-// The text of a file, empty when it is missing.
-std::string Text_Of(const std::filesystem::path& file);
-
 // Waits up to ms for the condition, checking it every 10 ms.
 bool Within(int ms, const std::function<bool()>& holds);
 

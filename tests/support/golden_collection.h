@@ -52,7 +52,4 @@ GoldenFiles Golden_Files_In(const std::string& folder, const std::string& name =
 // Writes g to those places, making the folders.
 void Write_Golden(const GoldenFiles& at, const Golden& g = Golden_Bytes());
 
-std::string Bytes(const std::filesystem::path& p);
-void Put(const std::filesystem::path& p, const std::string& bytes);
-
 }  // namespace velmora::testing

@@ -27,8 +27,10 @@ private:
     std::filesystem::path m_path;
 };
 
-// A file's bytes, and how often a part occurs in a text.
-std::string Read_All(const std::string& path);
+// A file's bytes (none when it is missing); a file made to hold bytes; how
+// often a part occurs in a text.
+std::string Bytes(const std::filesystem::path& file);
+void Put(const std::filesystem::path& file, const std::string& bytes);
 size_t Count(const std::string& text, const std::string& part);
 
 struct TestApp {
