@@ -32,16 +32,8 @@ using testing::Put;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
 
-// A fresh program over `folder`: what a start finds on the disk.
-void Start(TestApp& app, const std::string& folder) {
-    app.ctx.program_folder = folder;
-    app.ctx.core.App_Path = folder;
-    Load_Pointer(app.ctx);
-}
-void Start_And_Load(TestApp& app, const std::string& folder) {
-    Start(app, folder);
-    Load_Collection(app.ctx);
-}
+using testing::Start_In;
+void Start_And_Load(TestApp& app, const std::string& folder) { testing::Load_In(app, folder); }
 
 using Files = testing::GoldenFiles;
 Files Files_Of(const std::string& folder) { return testing::Golden_Files_In(folder); }
@@ -115,7 +107,7 @@ void Write_Golden(const std::string& folder, const Golden& g = Golden_Bytes()) {
 
 TEST(CollectionFile, TheWriterProducesTheGoldenBytes) {
     TestApp app;
-    Start(app, app.folder.Str());
+    Start_In(app, app.folder.Str());
     Fill_Golden(app);
     Save_Collection(app.ctx, false, true);
     Expect_On_Disk(app.folder.Str(), Golden_Bytes());
@@ -228,7 +220,7 @@ TEST(CollectionFile, AnIncrementalSaveRewritesOnlyTheChangedRows) {
 TEST(CollectionFile, EveryFifthSaveOfARunMakesTheBackups) {
     TestApp first;
     const std::string folder = first.folder.Str();
-    Start(first, folder);
+    Start_In(first, folder);
     Add_Row(first.ctx, "/a.mp3");
     const Files p = Files_Of(folder);
     auto five_saves = [&](AppContext& ctx, bool first_full) {
@@ -255,7 +247,7 @@ TEST(CollectionFile, EveryFifthSaveOfARunMakesTheBackups) {
 TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
     TestApp app;
     const std::string folder = app.folder.Str();
-    Start(app, folder);
+    Start_In(app, folder);
     // Built quickly: a header and, per Track, its number and path. The records
     // between are holes, which read as zeros.
     const Files p = Files_Of(folder);
@@ -291,7 +283,7 @@ TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
 TEST(CollectionFile, AFirstRunAndThePointerFile) {
     TestApp app;
     const std::string folder = app.folder.Str();
-    Start(app, folder);
+    Start_In(app, folder);
     // A first run: the default Collection, made empty, with no message.
     EXPECT_EQ(app.ctx.collection.Collection_Path, folder + "velmora_sylloges/velmora.qel");
     Load_Collection(app.ctx);
@@ -308,14 +300,14 @@ TEST(CollectionFile, AFirstRunAndThePointerFile) {
     EXPECT_EQ(Bytes(qr), folder + "velmora_sylloges/\xC5\xEB\xEB\xE7\xED\xE9\xEA\xDC.qel\n"
                                   " 12  0  3  29  23  59 -1 \n");
     TestApp next;
-    Start(next, folder);
+    Start_In(next, folder);
     const CollectionState& n = next.ctx.collection;
     EXPECT_EQ(std::tie(n.Collection_Path, n.Stat_Days, n.Stat_Seconds), std::tuple(c.Collection_Path, 29, -1));
 
     // Read back as comma-separated input: a comma cuts the path.
     Put(qr, "/a,b/c.qel\r\n 1  2  3  4  5  6  7 \r\n");
     TestApp cut;
-    Start(cut, folder);
+    Start_In(cut, folder);
     const CollectionState& k = cut.ctx.collection;
     EXPECT_EQ(std::tie(k.Collection_Path, k.Stat_Files, k.Stat_Years), std::tuple("/a", 0, 1))
         << "\"b/c.qel\" read as the first number";
@@ -361,7 +353,7 @@ TEST(CollectionFile, TheTwoSpellingsOfTheSuffixesMeet) {
 
 TEST(CollectionFile, ATextTheCodePageCannotCarryFailsTheSaveAloneItsField) {
     TestApp app;
-    Start(app, app.folder.Str());
+    Start_In(app, app.folder.Str());
     Fill_Golden(app);
     app.ctx.table.Title[0] = "日本の歌";
     app.dialogs.ExpectMsgBox(MsgAnswer::No);
@@ -415,7 +407,7 @@ TEST(CollectionFile, ASaveThatCannotWriteKeepsTheOldCollection) {
 TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
     TestApp app;
     const std::string folder = app.folder.Str();
-    Start(app, folder);
+    Start_In(app, folder);
     auto fill = [](AppContext& ctx, int n) {
         ctx.form1.List2.Clear(), ctx.form1.List5.Clear(), ctx.table.Reset_Table();
         for (int i = 0; i < n; ++i) {

@@ -360,8 +360,7 @@ TEST(IntakeRestart, TheSavedTypesMakeTheFileListsPatternAgain) {
     const std::string media = first.folder.Str() + "media";
     fs::create_directories(media);
     for (const char* name : {"one.mp3", "two.mp3", "tone.wav", "notes.txt"}) testing::Put(media + "/" + name, "x");
-    TestApp again;
-    again.ctx.program_folder = first.folder.Str();
+    TestApp again(first.folder.Str());
     Form_Load(again.ctx);
     Form1& f = again.ctx.form1;
     EXPECT_EQ(f.File1.Pattern(), "*.mp3");
@@ -375,8 +374,7 @@ TEST(IntakeRestart, TheSavedTypesMakeTheFileListsPatternAgain) {
     f.List3.SetSelected(0, false);
     f.List3.SetSelected(f.List3.FindExact("*.wav"), true);
     Form_QueryUnload(again.ctx);
-    TestApp third;
-    third.ctx.program_folder = first.folder.Str();
+    TestApp third(first.folder.Str());
     Form_Load(third.ctx);
     EXPECT_EQ(third.ctx.form1.File1.Pattern(), "*.wav");
 }

@@ -26,12 +26,7 @@ using testing::TestApp;
 // The virtual clock starts at 2024-03-15 12:00.
 const std::string kAside = ".unreadable-20240315-1200";
 
-// A start's load of the Collection in `folder`; true when read whole.
-bool Load(TestApp& app, const std::string& folder) {
-    app.ctx.program_folder = app.ctx.core.App_Path = folder;
-    Load_Pointer(app.ctx);
-    return Load_Collection(app.ctx);
-}
+using testing::Load_In;
 
 std::string Noise(size_t n, unsigned seed) {
     std::mt19937 random(seed);
@@ -90,7 +85,7 @@ TEST(ReadInPart, TheLoadTellsTheDamageAndTheFirstSaveMovesTheFilesAsideWhole) {
         if (!d.files_side_kept) fs::remove(p.files);
         const auto before = testing::File_Tree(app.folder.Path());
         if (d.box != MsgIcon::None) app.dialogs.ExpectMsgBox(MsgAnswer::OK);
-        Load(app, app.folder.Str());
+        Load_In(app, app.folder.Str());
 
         const Form1& f = app.ctx.form1;
         if (d.rows >= 0) { EXPECT_EQ(f.List2.ListCount(), d.rows); }
@@ -123,7 +118,7 @@ TEST(ReadInPart, TheLoadTellsTheDamageAndTheFirstSaveMovesTheFilesAsideWhole) {
 
         // What was read is the new Collection, whole; a second save moves nothing.
         TestApp next;
-        EXPECT_TRUE(Load(next, app.folder.Str())) << next.ctx.form1.Text2[0].Text();
+        EXPECT_TRUE(Load_In(next, app.folder.Str())) << next.ctx.form1.Text2[0].Text();
         EXPECT_EQ(next.ctx.form1.List2.ListCount(), f.List2.ListCount());
         Save_Collection(app.ctx, false, false);
         EXPECT_EQ(testing::File_Tree(app.folder.Path()).size(), after.size());
@@ -154,8 +149,7 @@ TEST(ReadInPart, LeavingTheWindowKeepsTheFilesAndTheBackups) {
     EXPECT_TRUE(Bytes(p.files.string() + ".backup") == whole.files) << "the backups held";
 
     testing::Put(p.main, g.main);
-    TestApp again;
-    again.ctx.program_folder = app.folder.Str();
+    TestApp again(app.folder.Str());
     again.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Form_Load(again.ctx);
     Form_QueryUnload(again.ctx);

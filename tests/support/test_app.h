@@ -35,6 +35,8 @@ size_t Count(const std::string& text, const std::string& part);
 
 struct TestApp {
     TestApp();
+    // Over the program folder of another.
+    explicit TestApp(const std::string& program_folder);
 
     TempFolder folder;
     VirtualEventLoop loop;
@@ -43,5 +45,11 @@ struct TestApp {
     StubEngine player{loop}, reader{loop}, video{loop}, second{loop};
     AppContext ctx;
 };
+
+// What a start finds on the disk of the program folder `folder`: the pointer
+// to the last Collection read, then that Collection loaded; true when it was
+// read whole.
+void Start_In(TestApp& app, const std::string& folder);
+bool Load_In(TestApp& app, const std::string& folder);
 
 }  // namespace velmora::testing
