@@ -21,6 +21,7 @@
 #include <thread>
 #include <vector>
 
+#include "cli_run.h"
 #include "support/child_process.h"
 #include "support/file_tree.h"
 #include "support/golden_collection.h"
@@ -269,8 +270,7 @@ std::vector<std::string> Arguments(const CommandRun& run) {
 }
 
 bool Loadable(const fs::path& main, const fs::path& logs) {
-    ChildProcess dump({VELMORA_CLI, "dump", main.string()}, logs / "check_out.txt", logs / "check_err.txt");
-    return dump.Ended(15000) && dump.ExitCode() == 0;
+    return testing::Cli("dump " + testing::Quoted(main), logs).code == 0;
 }
 
 // What a run may do with the files it was given.
