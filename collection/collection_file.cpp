@@ -41,6 +41,11 @@ const char* const kReadingFiles = "-> Ανάγνωση αρχείων από Σ�
 const char* const kFilesError = "-> Λάθη στην ανάγνωση αρχείων συλλογής... - Error Reading Collection Files...";
 const char* const kReadingFilters = "-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...";
 const char* const kEndLoading = " -> Τέλος φορτώματος - End loading";
+// Lines of the program's own: what went wrong, for the cases the lines above
+// leave open. The details behind the colon are the file's or the system's.
+const char* const kFaultCause = " ---> Αιτία - Cause: ";
+const char* const kPointerNotRead = "-> Το αρχείο δείκτη δε διαβάστηκε - The pointer file was not read: ";
+const char* const kPointerNotWritten = "-> Το αρχείο δείκτη δε γράφτηκε - The pointer file was not written: ";
 
 // Saves between two sets of backup copies.
 constexpr int kSavesPerBackup = 5;
@@ -74,8 +79,9 @@ int Video_Menu_Index(int16_t video_mode) {
 }
 
 // The header behind the version into the table and the window. A field
-// that cannot be read leaves its value as it was; the reading goes on, and
-// fault gets the file's message about the first.
+// that cannot be read leaves its value as it was and the reading goes on;
+// fault is called once for each such field, with the file's message about
+// the first.
 template <class Fault>
 void Take_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     namespace r = main_record;
@@ -86,7 +92,7 @@ void Take_Header(AppContext& ctx, RecordFile& main, Fault&& fault) {
     h.Video_Mode = t.Video_Mode, h.Alarm_File = ctx.collection.Alarm_File, h.Class_Play = t.Class_Play;
     h.Played_Count = t.Played_Count, h.Played_High = t.Played_High;
     const ReadFaults faults = Read_Header(main, h);
-    if (faults.Any()) fault(faults.first);
+    for (int i = 0; i < faults.count; ++i) fault(faults.first);
 
     const bool suppressed = ctx.core.Suppress_Events;
     ctx.core.Suppress_Events = true;
@@ -251,7 +257,7 @@ void Load_Pointer(AppContext& ctx) {
     if (Read_Pointer_File(pointer, path, Statistics(c)) && !path.empty()) c.Collection_Path = path;
     const FileKind kind = Resolve_File(pointer).kind;
     if (kind != FileKind::Missing && kind != FileKind::Regular)
-        Log_Line(ctx, "-> " + pointer + ": " + Kind_Text(kind) + ", not a regular file");
+        Log_Line(ctx, kPointerNotRead + pointer + ": " + Kind_Text(kind) + ", not a regular file");
 }
 
 bool Save_Pointer(AppContext& ctx, std::string* fault) {
@@ -277,7 +283,7 @@ bool Save_Pointer(AppContext& ctx, std::string* fault) {
             why = path + ": the file cannot be written (" + System_Error() + ")";
     }
     if (why.empty()) return true;
-    Log_Line(ctx, "-> " + why);
+    Log_Line(ctx, kPointerNotWritten + why);
     if (fault) *fault = why;
     return false;
 }
@@ -301,14 +307,15 @@ bool Load_Collection(AppContext& ctx) {
     c.Load_Fault.clear();
 
     Hide_Track_Lists(f);
-    // One line says the main file is damaged; a truncated file would
-    // otherwise repeat it for every field behind the cut.
-    bool logged = false;
+    f.SetMousePointer(FormState::kHourglass);
+    // Every field of the main file that cannot be read gets its own line,
+    // and the load goes on with the next: the log then shows how much of
+    // the header was lost, a truncated file one line per field behind the cut.
+    bool faulted = false;
     RecordFile main;
     auto fault = [&](const std::string& why) {
         if (c.Load_Fault.empty()) c.Load_Fault = why;
-        if (logged) return;
-        logged = true;
+        faulted = true;
         Log_Line(ctx, Load_Error_Text(c.Collection_Path));
     };
 
@@ -352,7 +359,7 @@ bool Load_Collection(AppContext& ctx) {
                 Load_Files(ctx, to_read.files, error);
                 if (error) {
                     Log_Line(ctx, kFilesError);
-                    Log_Line(ctx, " ---> " + c.Load_Fault);
+                    Log_Line(ctx, kFaultCause + c.Load_Fault);
                     whole = false;
                 } else if (ctx.settings.Filters_Load != 0) {
                     Log_Line(ctx, kReadingFilters);
@@ -370,14 +377,15 @@ bool Load_Collection(AppContext& ctx) {
 
     Show_Track_Lists(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
-    if (!whole || logged) c.Read_In_Part = true;
+    f.SetMousePointer(FormState::kDefaultPointer);
+    if (!whole || faulted) c.Read_In_Part = true;
     // What was read is what the next save writes whole: the walk must stand
     // on one of its rows, or that Collection would be refused in its turn.
     const int32_t rows = f.List2.ListCount();
     if (c.Read_In_Part && (t.Current_Track < 0 || t.Current_Track >= std::max(rows, 1)))
         t.Current_Track = std::max(rows - 1, 0);
     c.Backups_Held = c.Read_In_Part;
-    return whole && !logged;
+    return whole && !faulted;
 }
 
 void Note_Save_Fault(AppContext& ctx, const std::string& path, const std::string& why) {

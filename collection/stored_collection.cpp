@@ -19,6 +19,7 @@ bool Get(RecordFile& f, int64_t record, Currency& v) { return f.GetCurrency(reco
 bool ReadFaults::Note(bool ok, int64_t record, const RecordFile& file) {
     if (ok) return true;
     if (!Any()) first = file.LastError();
+    ++count;
     records |= uint64_t{1} << std::min<int64_t>(record, 63);  // records past 63 share the last bit
     return false;
 }

@@ -14,10 +14,11 @@
 
 namespace velmora {
 
-// What a reading could not take: the records that failed, and the file's
-// message about the first of them.
+// What a reading could not take: the records that failed, how many reads
+// failed, and the file's message about the first of them.
 struct ReadFaults {
     uint64_t records = 0;  // bit r for record r
+    int count = 0;
     std::string first;
 
     bool Any() const { return records != 0; }

@@ -98,6 +98,7 @@ void ListBox::SetListIndex(int index) {
         }
         Changed.emit(Change::Index);
     }
+    Index_Chosen(index);
     Click.emit();
 }
 

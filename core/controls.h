@@ -103,6 +103,10 @@ public:
     Signal<> Click;
     Signal<> DblClick;  // raised by the view; the index is already set
 
+protected:
+    // Called when SetListIndex has set the index, before the Click.
+    virtual void Index_Chosen(int) {}
+
 private:
     void RebuildIndex() const;
     void Touch(int item = -1);  // contents changed; item: the one row whose text alone changed
@@ -122,12 +126,18 @@ private:
     mutable bool m_index_valid = true;
 };
 
-// A combo box: a list box with an edit text.
+// A combo box: a list box with an edit text. Choosing a row (or none, -1)
+// puts its text (or nothing) into the edit text before the Click; typing
+// into it is told by the view through Change_.
 class ComboBox : public ListBox {
 public:
     using ListBox::ListBox;
     const std::string& Text() const { return m_text; }
-    void SetText(std::string text) { Set(m_text, std::move(text)); }
+    void SetText(std::string text) { Set(m_text, std::move(text), Change::Contents); }
+    Signal<> Change_;
+
+protected:
+    void Index_Chosen(int index) override { SetText(index >= 0 ? List(index) : std::string()); }
 
 private:
     std::string m_text;
@@ -307,11 +317,18 @@ public:
     void Hide() { SetVisible(false); }
     bool TopMost() const { return m_top_most; }
     void SetTopMost(bool on) { Set(m_top_most, on); }
+    // The mouse pointer over the program while it works: kDefaultPointer, or
+    // kHourglass for the length of a long run.
+    static constexpr int kDefaultPointer = 0;
+    static constexpr int kHourglass = 11;
+    int MousePointer() const { return m_mouse_pointer; }
+    void SetMousePointer(int pointer) { Set(m_mouse_pointer, pointer); }
 
 private:
     std::string m_caption;
     int m_window_state = 0;
     bool m_top_most = false;
+    int m_mouse_pointer = kDefaultPointer;
 };
 
 }  // namespace velmora

@@ -2,6 +2,11 @@
 
 namespace velmora {
 
+std::vector<std::string> Class_Captions() {
+    return {"Ασημείωτα - Unmarked", "Κλάση X - Class X", "Κλάση Γ΄ - Class C",
+            "Κλάση Β΄ - Class B",   "Κλάση Α΄ - Class A", "Κλάση Υ΄ - Class S"};
+}
+
 Form1::Form1() : FormState("Form1") {
     SetVisible(false);
     SetCaption("VELMORA II");
@@ -20,6 +25,30 @@ Form1::Form1() : FormState("Form1") {
     Frame1.SetCaption("Αναζήτηση Πολυμέσων - Multimedia Search");
     Frame8.SetCaption("Προσθήκη / Αφαίρεση Αρχείων  από υποφακέλους -  Adding / Removing Files from Subdirectories");
     Frame12.SetCaption("Διαχείριση Αρχείων - Managing Files");
+    Frame6.SetCaption("Αποτελέσματα Φίλτρων - Filter Results");
+
+    // The catalogue. Box 0 lists the classes by their number and is not
+    // sorted; the value boxes keep their values in the case-blind order.
+    static constexpr const char* kFieldCaptions[] = {
+        "Προτίμηση - Favorite", "Διάρκεια - Duration", "Μέγεθος - Size",     "Ρυθμός - Bit rate", "Είδος - Genre",
+        "Άλμπουμ - Album",      "Καλλιτέχνης - Artist", "Έτος - Year",        "Τίτλος - Title"};
+    for (int k = 0; k < 9; ++k) {
+        Label12[k].SetCaption(kFieldCaptions[k]);
+        Combo4_0[k].SetSorted(k > 0);
+    }
+    Combo4_0[0].Assign(Class_Captions());
+    Command16[0].SetCaption("Εκτέλεση");
+    Command16[1].SetCaption("Όλα - All");
+    Command16[1].SetToolTip("Παρουσίαση όλων δίχως φιλτράρισμα - Present All no Filters used");
+    Option3[0].SetCaption("Αντιγραφή - Copy");
+    Option3[1].SetCaption("Μετακίνηση - Move");
+    Option3[2].SetCaption("Διαγραφή - Delete");
+    Option3[0].SetValue(-1);
+    Check3.SetCaption("Σε Κάδο Ανακύκλωσης - To Recycle Bin");
+    Check4.SetCaption("Διατήρησε Δομή Φακέλων        Keep Directory Tree Information");
+    Command6[0].SetCaption("Αναζήτηση - Search");
+    Command6[1].SetCaption("Αντιγραφή Στοιχείων Copy Properties");
+    Command17.SetCaption("Αναζήτηση - Search");
     HScroll1.SetMax(2000);
 
     // The search page as it opens: the folders found take part only with

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "core/controls.h"
 #include "core/menu_table.h"
@@ -31,6 +32,9 @@ private:
 constexpr size_t kLogKeepBytes = 256 * 1024;
 
 // The main window.
+// The captions of the catalogue's class box, by Rating_Class.
+std::vector<std::string> Class_Captions();
+
 struct Form1 : FormState {
     Form1();
 
@@ -67,13 +71,32 @@ struct Form1 : FormState {
     // Filter results and the managing lists.
     ListBox List4{"List4"};
     ListBox List5{"List5"};
-    // The catalogue's value boxes: index 0 the field chooser, 1 to 8 the values.
+    // The catalogue's nine boxes, one per field: 0 the class (six fixed
+    // captions, item number = Rating_Class), then duration, size, bit rate,
+    // genre, album, artist, year, title, each the sorted distinct values.
+    // Label12(k) is the caption of box k.
     std::array<ComboBox, 9> Combo4_0{ComboBox{"Combo4_0(0)"}, ComboBox{"Combo4_0(1)"}, ComboBox{"Combo4_0(2)"},
                                      ComboBox{"Combo4_0(3)"}, ComboBox{"Combo4_0(4)"}, ComboBox{"Combo4_0(5)"},
                                      ComboBox{"Combo4_0(6)"}, ComboBox{"Combo4_0(7)"}, ComboBox{"Combo4_0(8)"}};
+    std::array<Label, 9> Label12{Label{"Label12(0)"}, Label{"Label12(1)"}, Label{"Label12(2)"},
+                                 Label{"Label12(3)"}, Label{"Label12(4)"}, Label{"Label12(5)"},
+                                 Label{"Label12(6)"}, Label{"Label12(7)"}, Label{"Label12(8)"}};
+    // The managing frame: run the batch on the filter results (0), show all
+    // rows unfiltered (1); copy, move or delete; to the recycle bin; keep the
+    // folder tree (offered, never read).
+    std::array<CommandButton, 2> Command16{CommandButton{"Command16(0)"}, CommandButton{"Command16(1)"}};
+    std::array<OptionButton, 3> Option3{OptionButton{"Option3(0)"}, OptionButton{"Option3(1)"},
+                                        OptionButton{"Option3(2)"}};
+    CheckBox Check3{"Check3"};
+    CheckBox Check4{"Check4"};
+    // Search the catalogue for the text of Text2(3) (0); copy the Track's
+    // properties (1). Command17 searches the list in view for Text2(4).
+    std::array<CommandButton, 2> Command6{CommandButton{"Command6(0)"}, CommandButton{"Command6(1)"}};
+    CommandButton Command17{"Command17"};
 
     // Text2(0) the running report, (1) progress of long work, (2) the item in
-    // work, (3) and (5) the destination directory or the search text.
+    // work, (3) the catalogue's search text, (4) the search text of the list
+    // in view, (5) the destination directory.
     std::array<TextBox, 6> Text2{TextBox{"Text2(0)"}, TextBox{"Text2(1)"}, TextBox{"Text2(2)"},
                                  TextBox{"Text2(3)"}, TextBox{"Text2(4)"}, TextBox{"Text2(5)"}};
     // Tag page: title, artist, album, year, comment; genre list; album art.

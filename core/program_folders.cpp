@@ -59,7 +59,7 @@ void Make_Folder(AppContext& ctx, int index) {
     name.pop_back();  // looked up without its last character, the slash
     std::error_code ec;
     if (!fs::exists(name, ec) && !fs::create_directory(name, ec))
-        Log_Line(ctx, "-> " + name + ": " + ec.message());
+        Log_Line(ctx, "-> Ο φάκελος δε δημιουργήθηκε - The folder could not be made: " + name + ": " + ec.message());
 }
 
 }  // namespace velmora

@@ -274,6 +274,9 @@ std::string Settings_File(const AppContext& ctx) {
 void Load_Settings(AppContext& ctx, bool& error) {
     error = false;
     Make_Folder(ctx, kPreferencesFolder);
+    // The hourglass stays when there is nothing to read: the load of the
+    // Collection, which always follows, puts the pointer back.
+    ctx.form1.SetMousePointer(FormState::kHourglass);
     RecordFile file;
     // No file yet: the defaults stand, and that is no error. Something else
     // in its place (a folder, a pipe, which is never waited on) is.
@@ -292,6 +295,7 @@ void Load_Settings(AppContext& ctx, bool& error) {
     f.Menus("MnuMoreRandom").SetChecked(random);
     f.Tray("mnusystemtraysuffle").SetChecked(random);
     f.HScroll1.SetValue(20 * ctx.settings.Volume_Step);
+    f.SetMousePointer(FormState::kDefaultPointer);
 }
 
 void Save_Settings(AppContext& ctx, bool& error) {

@@ -53,8 +53,8 @@ void TrackTable::Dimension(int32_t bound) {
     EachColumn(*this, [n](auto& col) { Fresh(col, n); });
 }
 
-void TrackTable::Grow_Columns() {
-    const size_t n = static_cast<size_t>(std::max<int32_t>(Track_Count, 0)) + 1;
+void TrackTable::Grow_Columns(int32_t bound) {
+    const size_t n = static_cast<size_t>(std::max<int32_t>(bound, 0)) + 1;
     EachColumn(*this, [n](auto& col) { Extend(col, n); });
 }
 

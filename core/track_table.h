@@ -66,7 +66,9 @@ struct TrackTable {
     // Every column fresh, 0..bound, contents dropped (the load).
     void Dimension(int32_t bound);
     // Every column extended to 0..Track_Count, contents kept (intake, merge).
-    void Grow_Columns();
+    void Grow_Columns() { Grow_Columns(Track_Count); }
+    // Every column resized to 0..bound, contents kept.
+    void Grow_Columns(int32_t bound);
     // Empties the table; a negative Track_Count becomes 0.
     void Reset_Table();
     // Clears every column of one row: numbers 0, texts empty, flags False.

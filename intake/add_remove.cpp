@@ -8,6 +8,7 @@
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
+#include "catalogue/list_box_find.h"
 #include "collection/playlist_file.h"
 #include "core/app_context.h"
 #include "core/port_faults.h"
@@ -67,6 +68,7 @@ public:
             SuppressEvents quiet(m_ctx.core);
             m_f.MultiPage1.SetValue(2);
         }
+        m_f.SetMousePointer(FormState::kHourglass);
         if (m_ctx.settings.Report_On != 0) Report_Block(m_ctx, -1);
         if (t.Track_Count != 0 && t.Track_Count != m_f.List2.ListCount()) t.Track_Count = m_f.List2.ListCount();
         Show_Lists(m_f, false);
@@ -121,6 +123,7 @@ public:
         Etiketes_Synol_Songs(m_ctx);
         if (m_ctx.settings.Report_On != 0) Report_Block(m_ctx, 0);
         Set_Window_Enabled(m_ctx, true);
+        m_f.SetMousePointer(FormState::kDefaultPointer);
     }
 
 private:

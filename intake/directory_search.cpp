@@ -14,6 +14,7 @@
 
 #include "base/codepage1253.h"
 #include "base/text_format.h"
+#include "catalogue/list_box_find.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "core/suppress_events.h"
@@ -159,10 +160,6 @@ void Refresh_Drive_List(FileSystemBox& drive1, const std::string& mounts_file) {
     drive1.Assign(std::move(points));
 }
 
-int ListBoxFindString(const ListBox& box, std::string_view text, int start, bool exact) {
-    return exact ? box.FindExact(text, start) : box.FindPrefix(text, start);
-}
-
 void Dir1_change(AppContext& ctx) {
     Form1& f = ctx.form1;
     ctx.intake.Search_Stale = true;
@@ -285,6 +282,7 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     Form1& f = ctx.form1;
     EventLoop& loop = ctx.ports.loop;
     TextBox& progress = f.Text2[1];
+    f.SetMousePointer(FormState::kHourglass);
     f.Command2.SetEnabled(true);
     std::deque<std::string> queue{With_Slash(std::move(path))};
     f.List1.SetVisible(false);
@@ -315,7 +313,10 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
         // A folder that cannot be read leaves the walk at once, past its
         // closing lines: what was found stays in List1, hidden as the walk
         // keeps it, until the next search.
-        if (!List_Folder(folder, &files, &dirs)) return;
+        if (!List_Folder(folder, &files, &dirs)) {
+            f.SetMousePointer(FormState::kDefaultPointer);
+            return;
+        }
         // The order of the files changes no count, so only the folders,
         // which make the order of List1, are sorted.
         Sort_Names(dirs);
@@ -354,6 +355,7 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     Put_Head(progress, now + counts + "\n" + now + "-> Έτοιμο - Ready\n");
     f.Text2[2].SetText("");
     f.Frame8.SetCaption(counts);
+    f.SetMousePointer(FormState::kDefaultPointer);
 }
 
 }  // namespace velmora

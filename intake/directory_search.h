@@ -24,10 +24,6 @@ void Refresh_Dir_List(FileSystemBox& dir1);
 // Drive1: the mount points listed in the mounts file, "/" first, each once.
 void Refresh_Drive_List(FileSystemBox& drive1, const std::string& mounts_file = "/proc/mounts");
 
-// The row of text in a list box (exact: the whole item, else a prefix),
-// without regard to case, searching behind start; -1 when absent.
-int ListBoxFindString(const ListBox& box, std::string_view text, int start, bool exact);
-
 void Dir1_change(AppContext& ctx);
 void Drive1_Change(AppContext& ctx);
 // Type_List clicked: the pattern of File1 from the selected types.

@@ -1,8 +1,10 @@
 #include "intake/file_drop.h"
 
+#include <algorithm>
+
 #include "base/collection_records.h"
 #include "base/text_format.h"
-#include "catalogue/track_list_totals.h"
+#include "catalogue/list_box_find.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "intake/directory_search.h"
@@ -27,6 +29,10 @@ bool Is_Droppable_Name(const AppContext& ctx, const std::string& name) {
     return false;
 }
 
+// Files dropped on the window are taken on purpose: users expect a drop to
+// add what it carries, and the search page's adding is the same walk for a
+// whole folder. What a drop fills is kept as narrow as the adding loop of the
+// drop message has always been.
 void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
@@ -51,22 +57,17 @@ void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names
         f.List2.AddItem(name);
         f.List3_0[0].AddItem(Format(int64_t{added} + first_number, "#00000"));
         f.List3_0[1].AddItem("-");
-        // The other mirrors and the columns get their rows now as well: the
-        // list is drawn as one table, and the clock, the walk and the saves
-        // read every column by row.
-        f.List3_0[2].AddItem("00:00:00");
-        f.List3_0[3].AddItem("00.00");
-        f.List3_0[4].AddItem("000");
         Log_Line(ctx, "-> Αριθμός Προστιθέμενων Αρχείων - Number of Added files = " + std::to_string(added));
     }
     if (added > 0) {
         // The current Track shown again, once for the drop rather than once a file.
         if (t.Current_Track >= 0 && t.Current_Track < f.List2.ListCount()) f.List2.SetListIndex(t.Current_Track);
-        t.Track_Count = f.List2.ListCount();
-        t.Grow_Columns();
-        t.Class_Count[0] += Currency(int64_t{added});
-        if (t.Current_Track < 0) t.Current_Track = 0;
-        Etiketes_Synol_Songs(ctx);
+        // A drop fills the path list and the first two mirrors only, and leaves
+        // Track_Count and the class totals alone: the next adding from the
+        // search page takes the count from the path list, and the save writes
+        // every listed row. The columns grow beneath the new rows all the same,
+        // so that a rating or a save that reaches one finds its fields.
+        t.Grow_Columns(std::max(t.Track_Count, f.List2.ListCount()));
     }
     Log_Line(ctx, "-> Άκυρα Αρχεία - Non Valid Files: " + std::to_string(invalid));
 }

@@ -14,8 +14,8 @@ struct AppContext;
 bool Is_Droppable_Name(const AppContext& ctx, const std::string& name);
 
 // One drop: logs each name, adds the valid ones the Collection lacks at the
-// end of the Track list, and logs the counts. The new rows get their table
-// columns at once, so nothing that reads a column by row meets a short one.
+// end of the Track list with their number and class mirrors, and logs the
+// counts. Track_Count stays until the next adding from the search page.
 void Accept_Dropped_Files(AppContext& ctx, const std::vector<std::string>& names);
 
 }  // namespace velmora

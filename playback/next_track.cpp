@@ -18,8 +18,10 @@ namespace velmora {
 
 namespace {
 
-Error Overflow(const char* where) { return Error{std::string("overflow in ") + where}; }
-Error Out_Of_Range(const char* where) { return Error{std::string("subscript out of range in ") + where}; }
+Error Overflow(const char* where) { return Error{std::string("Υπερχείλιση - Overflow in ") + where}; }
+Error Out_Of_Range(const char* where) {
+    return Error{std::string("Εκτός ορίων πίνακα - Subscript out of range in ") + where};
+}
 
 // Sums that must not wrap: a fault of the procedure instead.
 bool Add(int32_t a, int32_t b, int32_t& out) { return !__builtin_add_overflow(a, b, &out); }

@@ -208,7 +208,7 @@ void Text3_Change(AppContext& ctx) {
     if (!IsNumeric(box.Text())) box.SetText("3");
     int16_t steps = 0;
     if (!CInt(Val(box.Text()), steps)) {
-        Log_Line(ctx, "-> overflow in Text3_Change");
+        Log_Line(ctx, "-> Υπερχείλιση - Overflow in Text3_Change");
         return;
     }
     ctx.settings.Backtrack_Steps = steps;

@@ -138,6 +138,7 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     // rest waits for the loop's turn, by which a recount has enabled it again:
     // each change of the whole window's state walks every widget in it.
     m_subscriptions.push_back(form.Changed.connect([this](Change) {
+        ApplyMousePointer();
         if (!m_form.Enabled() && isEnabled())
             ApplyForm();
         else
@@ -145,10 +146,12 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     }));
     qApp->installEventFilter(this);
     ApplyForm();
+    ApplyMousePointer();
 }
 
 MainWindow::~MainWindow() {
     qApp->removeEventFilter(this);
+    if (m_wait_cursor) QApplication::restoreOverrideCursor();
     if (m_shell) {
         m_shell->RegisterOnTop(m_form.Name(), {});
         m_shell->TrayIcon().setContextMenu(nullptr);
@@ -316,6 +319,19 @@ void MainWindow::AttachShell(QtShell& shell) {
             m_on_tray_click();
     });
     shell.RegisterOnTop(m_form.Name(), [this](bool on) { SetOnTop(on); });
+}
+
+// The hourglass is the whole program's while long work runs, over every
+// window and the tray menu alike, and it must show before the work's first
+// yield: set at once, not on the loop's next turn.
+void MainWindow::ApplyMousePointer() {
+    const bool wait = m_form.MousePointer() == FormState::kHourglass;
+    if (wait == m_wait_cursor) return;
+    m_wait_cursor = wait;
+    if (wait)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
 }
 
 void MainWindow::ApplyForm() {

@@ -80,6 +80,7 @@ private:
     QGroupBox* BuildFrame(CaptionControl& frame);
 
     void ApplyForm();
+    void ApplyMousePointer();
     void ApplyPlayButton();
     void ApplyTrackLook();
     void ApplySelection();
@@ -111,6 +112,7 @@ private:
     DropHandler m_on_drop;
 
     bool m_syncing = false;       // the view is being set from the controls
+    bool m_wait_cursor = false;   // the hourglass is set over the application
     RedrawPacer m_log_pacer{this, [this] { ApplyLog(); }};
     RedrawPacer m_form_pacer{this, [this] { ApplyForm(); }, 0};
     QPointer<QWidget> m_focus_before;  // the focus when the logic disabled the window

@@ -245,6 +245,17 @@ TEST_F(MainWindowTest, PagesShowTheirFrames) {
     EXPECT_TRUE(frame("Frame12")->isVisible());
 }
 
+// The hourglass is the application's, shown before long work first gives way,
+// and taken back once however often it was asked for.
+TEST_F(MainWindowTest, TheHourglassCoversTheApplicationWhileWorkRuns) {
+    form.SetMousePointer(FormState::kHourglass);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    form.SetCaption("busy");  // another change of the form stacks no second cursor
+    form.SetMousePointer(FormState::kDefaultPointer);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
 // The window over a whole program brought up on the test doubles.
 TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
     testing::TestApp app;

@@ -17,8 +17,17 @@ TEST(Startup, AFirstRunMakesTheFoldersAndStartsTheClockLast) {
     int ticks_during_load = 0;
     auto sub = app.ctx.form1.Timer1.Tick.connect([&] { ++ticks_during_load; });
     const int64_t t0 = app.loop.TickCount();
+    // The hourglass from the reading of the preferences to the end of the
+    // Collection's load; a first run has no preferences to read, and the
+    // pointer comes back only with the load.
+    std::vector<int> pointers;
+    auto pointer_watch = app.ctx.form1.Changed.connect([&](Change) {
+        if (pointers.empty() ? app.ctx.form1.MousePointer() != 0 : pointers.back() != app.ctx.form1.MousePointer())
+            pointers.push_back(app.ctx.form1.MousePointer());
+    });
 
     Form_Load(app.ctx);
+    EXPECT_EQ(pointers, (std::vector<int>{FormState::kHourglass, FormState::kDefaultPointer}));
 
     for (const char* f : {"velmora_reports", "velmora_sylloges", "velmora_preferences", "velmora_filtra"})
         EXPECT_TRUE(fs::is_directory(app.folder.Path() / f)) << f;

@@ -45,6 +45,10 @@ TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCount) {
     EXPECT_EQ(std::tie(steps.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("5", 5));
     app.ctx.form1.Text3.SetText("abc");
     EXPECT_EQ(std::tie(steps.Text(), app.ctx.settings.Backtrack_Steps), std::tuple("3", 3));
+    // A count past 16 bits is a fault: the count stays, and the log says so in both languages.
+    app.ctx.form1.Text3.SetText("40000");
+    EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 3);
+    EXPECT_NE(app.ctx.form1.Text2[0].Text().find("-> Υπερχείλιση - Overflow in Text3_Change\n"), std::string::npos);
 }
 
 TEST(Transport, ADoubleClickPlaysTheRowWithoutNumberingIt) {
