@@ -421,9 +421,9 @@ TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
     Save_Collection(app.ctx, false, true);
 
     std::mt19937 random(11);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(12);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(8);
     int rounds = 0;
-    while (rounds < 300 && std::chrono::steady_clock::now() < deadline) {
+    while (rounds < 150 && std::chrono::steady_clock::now() < deadline) {
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
