@@ -32,8 +32,8 @@ using testing::Put;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
 
+using testing::Load_In;
 using testing::Start_In;
-void Start_And_Load(TestApp& app, const std::string& folder) { testing::Load_In(app, folder); }
 
 using Files = testing::GoldenFiles;
 Files Files_Of(const std::string& folder) { return testing::Golden_Files_In(folder); }
@@ -130,7 +130,7 @@ std::string Fields(const TrackTable& t, int r) {
 TEST(CollectionFile, TheReaderReadsTheGoldenBytesBack) {
     TestApp app;
     Write_Golden(app.folder.Str());
-    Start_And_Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     TestApp want;  // the table the golden files were made from, as saved
     Fill_Golden(want);
     TrackTable& w = want.ctx.table;
@@ -175,7 +175,7 @@ TEST(CollectionFile, TheReaderReadsTheGoldenBytesBack) {
 TEST(CollectionFile, AnIncrementalSaveRewritesOnlyTheChangedRows) {
     TestApp app;
     Write_Golden(app.folder.Str());
-    Start_And_Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     Engine_At(app, 82.5);
     const Files p = Files_Of(app.folder.Str());
     TrackTable& t = app.ctx.table;
@@ -240,7 +240,7 @@ TEST(CollectionFile, EveryFifthSaveOfARunMakesTheBackups) {
     for (const fs::path& file : {p.main, p.files, p.filters}) fs::remove(file.string() + ".backup");
     Save_Collection(first.ctx, false, false);
     TestApp second;
-    Start_And_Load(second, folder);
+    Load_In(second, folder);
     five_saves(second.ctx, false);
 }
 
@@ -262,7 +262,7 @@ TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
     ASSERT_TRUE(main.PutInteger(28, 0) && main.Close() && files.Close());
 
     TestApp full;
-    Start_And_Load(full, folder);
+    Load_In(full, folder);
     const Form1& f = full.ctx.form1;
     EXPECT_EQ(std::tuple(full.ctx.table.Track_Count, f.List2.ListCount(), full.ctx.table.Played_Number[kMaxTracks - 1]),
               std::tuple(kMaxTracks, kMaxTracks, kMaxTracks));
@@ -273,7 +273,7 @@ TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
     ASSERT_TRUE(main.Open(p.main.string(), 300) && main.PutLong(6, kMaxTracks + 1) && main.Close());
     TestApp over;
     over.dialogs.ExpectMsgBox(MsgAnswer::OK);
-    Start_And_Load(over, folder);
+    Load_In(over, folder);
     Expect_Box(over, MsgIcon::Critical,
                "Η παρούσα συλλογή ξεπερνά το όριο κομματιών 32766 New Collection exceeds this limit");
     EXPECT_EQ(std::tuple(over.ctx.table.Track_Count, over.ctx.form1.List2.ListCount(), over.ctx.table.Resume_Pending),
@@ -322,7 +322,7 @@ TEST(CollectionFile, ThePlayedCountDisagreeingRenumbersTheWalk) {
     ASSERT_TRUE(main.PutLong(18, 4) && main.PutLong(19, 5));
     ASSERT_TRUE(files.PutLong(1, 2) && files.PutLong(46, 4));
     ASSERT_TRUE(main.Close() && files.Close());
-    Start_And_Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     const TrackTable& t = app.ctx.table;
     // Played_Count keeps its old distance of one behind the highest.
     EXPECT_EQ(std::tie(t.Played_Number[0], t.Played_Number[1], t.Played_Count, t.Played_High, t.Current_Track),
@@ -339,7 +339,7 @@ TEST(CollectionFile, TheTwoSpellingsOfTheSuffixesMeet) {
     const fs::path files_other = p.files.parent_path() / "velmora_Files.qqel";
     const fs::path filters_other = p.filters.parent_path() / "velmora_Filters.qqel";
     fs::rename(p.files, files_other), fs::rename(p.filters, filters_other);
-    Start_And_Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     EXPECT_EQ(std::tuple(app.ctx.form1.List2.ListCount(), app.ctx.form1.List5.ListCount()), std::tuple(2, 4));
 
     Engine_At(app, 82.5);
@@ -371,7 +371,7 @@ TEST(CollectionFile, ATextTheCodePageCannotCarryFailsTheSaveAloneItsField) {
     EXPECT_EQ(std::tie(shown[2].text, shown[2].icon), std::tuple(kSaveError, MsgIcon::Critical));
 
     TestApp next;
-    Start_And_Load(next, app.folder.Str());
+    Load_In(next, app.folder.Str());
     EXPECT_EQ(next.ctx.form1.List2.ListCount(), 2);
     EXPECT_EQ(std::tie(next.ctx.table.Title[0], next.ctx.table.Artist[0]), std::tuple("", "Μάνος"))
         << "that field alone is lost";
@@ -388,7 +388,7 @@ TEST(CollectionFile, ATextTheCodePageCannotCarryFailsTheSaveAloneItsField) {
 TEST(CollectionFile, ASaveThatCannotWriteKeepsTheOldCollection) {
     TestApp app;
     Write_Golden(app.folder.Str());
-    Start_And_Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     Add_Row(app.ctx, "/home/c.mp3");
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     {
@@ -438,7 +438,7 @@ TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
         ++rounds;
 
         TestApp reader;
-        Start_And_Load(reader, folder);
+        Load_In(reader, folder);
         const int n = reader.ctx.table.Track_Count;
         const Form1& f = reader.ctx.form1;
         const std::string tag = std::to_string(n);
