@@ -64,6 +64,7 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
     for (const auto& [args, read] : {std::pair{"", ":  -3"}, {" --continue", ":  -0"}}) {
         const CliRun identify = Cli("identify " + coll + args, tmp.Path());
         ASSERT_EQ(identify.code, 0) << identify.out << identify.err;
+        EXPECT_TRUE(identify.out.starts_with("Εντάξει...Ok\n")) << identify.out;
         EXPECT_TRUE(Has(identify, std::string("Calculating... ") + read)) << identify.out;
     }
 
@@ -77,10 +78,11 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
         ASSERT_TRUE(by_path.contains(m.path.string())) << j;
         const auto& track = by_path[m.path.string()];
         EXPECT_NEAR(track["Duration"].get<double>(), m.seconds, 0.1);
-        EXPECT_GT(track["File_Size"].get<double>(), 0.0);
+        EXPECT_NEAR(track["File_Size"].get<double>(), static_cast<double>(fs::file_size(m.path)) / 1048576, 1e-4);
         EXPECT_EQ(track["Identified"], true);
     }
     EXPECT_EQ(by_path[made[0].path.string()]["Title"], greek);
+    EXPECT_NEAR(by_path[made[0].path.string()]["Bitrate"].get<double>(), 125, 8);
 
     // One status line a Track, with its number, name, times and class;
     // leaving saves the Collection as closing the window does.
@@ -94,6 +96,8 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
     }
     EXPECT_GT(fs::last_write_time(Collection_In(tmp)), written);
     EXPECT_EQ(dump()["tracks"].size(), 3u);
+    EXPECT_TRUE(Bytes(Collection_In(tmp).parent_path() / "default.qr").starts_with(Collection_In(tmp).string() + "\n"))
+        << "the next start opens the Collection played";
 }
 
 TEST(AddCommand, OneFolderAloneThenItsSubfoldersThenAllOverAgainAsDoubles) {

@@ -364,6 +364,8 @@ std::vector<std::string> Faults(const CommandRun& run) {
     File_Faults(run, rules, said, after, faults);
     if (rules.must_refuse && !run.c->told.empty() && said.find(run.c->told) == std::string::npos)
         faults.push_back("did not say \"" + run.c->told + "\"");
+    const std::string out = testing::Bytes(logs / "out.txt");
+    if (rules.must_refuse && !out.empty() && out.back() != '\n') faults.push_back("left its last line unended");
     if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out) Bad_Media_Faults(run, said, faults);
     if (run.c->kind == Kind::Linked) {
         const std::string main = run.layout->at.main.lexically_relative(run.layout->root).string();
