@@ -1,15 +1,16 @@
 // Damaged Collections and bad media files, made here at run time from the
 // golden Collection, each run through every command of velmora-cli with a
 // time limit. Whatever the damage: every run ends, the user's files are
-// left as they were or moved aside whole, and the exit code tells the
-// outcome. One line is printed per failing case, naming it.
+// left as they were or moved aside whole, the exit code tells the outcome,
+// a refusal names the file at fault and what is wrong with it, and play
+// names a file it cannot play and goes on. One line is printed per failing
+// case, naming it.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -20,7 +21,9 @@
 #include <thread>
 #include <vector>
 
+#include "cli_run.h"
 #include "support/child_process.h"
+#include "support/file_tree.h"
 #include "support/golden_collection.h"
 #include "support/media_collection.h"
 #include "support/test_app.h"
@@ -63,19 +66,26 @@ struct Layout {
     fs::path media, incoming;
 };
 
+// What play makes of the bad file of a BadMedia case.
+enum class BadFile {
+    Named,       // told as a file that cannot be played or made no progress
+    Plays,       // its samples play all the same: its status line shows
+    PassedOver,  // empty: marked X and passed without reaching the engine
+};
+
 struct Case {
     std::string name;
     Kind kind;
     std::function<void(const Layout&)> make;
+    // Said by every run that must refuse the Collection: the name of the file
+    // at fault, then what is wrong with it.
+    std::string told = {};
+    BadFile bad = BadFile::Named;
 };
 
 // ---- the bytes of the damage ----
 
-std::string Le(uint32_t v, int n) {
-    std::string s;
-    for (int i = 0; i < n; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-    return s;
-}
+constexpr auto Le = testing::RecordBytes::Le;
 
 // Byte offsets of a main record and of a field of a Track in the files side file.
 size_t Main_Record(int record) { return static_cast<size_t>(record - 1) * 300; }
@@ -97,77 +107,92 @@ void Media_Folders(const Layout& l) {
 
 // The golden Collection, changed by `change` before it is written and by
 // `after` once it is on disk.
-Case Damaged(std::string name, std::function<void(Golden&)> change, std::function<void(const Layout&)> after = {}) {
-    return {std::move(name), Kind::Damaged, [change, after](const Layout& l) {
+Case Damaged(std::string name, std::function<void(Golden&)> change, std::string told = {},
+             std::function<void(const Layout&)> after = {}) {
+    return {std::move(name), Kind::Damaged,
+            [change, after](const Layout& l) {
                 Golden g = testing::Golden_Bytes();
                 if (change) change(g);
                 testing::Write_Golden(l.at, g);
                 Media_Folders(l);
                 if (after) after(l);
-            }};
+            },
+            std::move(told)};
 }
 
-// The golden side files, with something that is not a regular file where
-// the main file belongs.
-Case Not_A_File(std::string name, std::function<void(const Layout&)> put) {
-    return {std::move(name), Kind::NotAFile, [put](const Layout& l) {
+// The golden Collection with something that is not a regular file where
+// its main file, or its files side file, belongs.
+Case Not_A_File(std::string name, std::string told, std::function<void(const fs::path&)> put, bool side = false) {
+    return {std::move(name), Kind::NotAFile,
+            [put, side](const Layout& l) {
                 testing::Write_Golden(l.at);
-                fs::remove(l.at.main);
-                put(l);
                 Media_Folders(l);
-            }};
+                fs::remove(side ? l.at.files : l.at.main);
+                put(side ? l.at.files : l.at.main);
+            },
+            std::move(told)};
 }
 
 // A Collection of a bad file and a good one-second file, in that order.
-Case Bad_Media(std::string name, const std::string& extension, std::string bytes) {
-    return {std::move(name), Kind::BadMedia, [extension, bytes](const Layout& l) {
+Case Bad_Media(std::string name, const std::string& extension, std::string bytes, BadFile bad = BadFile::Named) {
+    return {std::move(name), Kind::BadMedia,
+            [extension, bytes](const Layout& l) {
                 Media_Folders(l);
                 const fs::path bad = l.media / ("bad" + extension), good = l.media / "good.wav";
                 testing::Put(bad, bytes);
                 testing::Put(good, testing::Wav_Bytes(8000));
                 testing::Put(l.incoming / ("bad copy" + extension), bytes);
                 testing::Write_Golden(l.at, testing::Golden_With_Paths(bad.string(), good.string()));
-            }};
+            },
+            "", bad};
 }
 
 std::vector<Case> Corpus() {
+    const auto fifo = [](const fs::path& p) { ::mkfifo(p.c_str(), 0644); };
     std::vector<Case> cases = {
         Damaged("Artist of Track 2 with length 0xFFFF",
                 [](Golden& g) { g.files.replace(Track_Field(1, 7), 2, Le(0xFFFF, 2)); }),
-        Damaged("Rating_Class 9 on Track 2", [](Golden& g) { g.files.replace(Track_Field(1, 3), 2, Le(9, 2)); }),
+        Damaged("Rating_Class 9 on Track 2", [](Golden& g) { g.files.replace(Track_Field(1, 3), 2, Le(9, 2)); },
+                "velmora_files.qqel: Track 1: Rating_Class 9 is out of range 0 to 5"),
+        Damaged("a byte code page 1253 leaves undefined in Track 2's path",
+                [](Golden& g) { g.files[Track_Field(1, 12) + 2 + 6] = '\x81'; },
+                "velmora_files.qqel: Track 1: the path holds bytes code page 1253 does not define"),
         Damaged("slot text of Track 2 longer than its record",
                 [](Golden& g) { g.files.replace(Track_Field(1, 15), 2, Le(500, 2)); }),
-        Damaged("files side file missing", {}, [](const Layout& l) { fs::remove(l.at.files); }),
+        Damaged("files side file missing", {}, {}, [](const Layout& l) { fs::remove(l.at.files); }),
         Damaged("files side file of random bytes", [](Golden& g) { g.files = Random_Bytes(g.files.size(), 7); }),
         Damaged("files side file empty", [](Golden& g) { g.files.clear(); }),
-        Damaged("files side file a FIFO", {},
-                [](const Layout& l) { fs::remove(l.at.files), ::mkfifo(l.at.files.c_str(), 0644); }),
         Damaged("Track_Count 2^31-1", [](Golden& g) { g.main.replace(Main_Record(6), 4, Le(0x7FFFFFFF, 4)); }),
-        Damaged("main file of version 4.0", [](Golden& g) { g.main.replace(2, 3, "4.0"); }),
+        Damaged("Current_Track past the Tracks", [](Golden& g) { g.main.replace(Main_Record(4), 4, Le(5, 4)); },
+                "velmora.qel: Current_Track 5 is out of range 0 to 1"),
+        Damaged("main file of version 4.0", [](Golden& g) { g.main.replace(2, 3, "4.0"); },
+                "velmora.qel: a Collection of another version (4.0)"),
         Damaged("main file holding its version 5.0 alone", [](Golden& g) { g.main.resize(Main_Record(2)); }),
         Damaged("main file of random bytes",
                 [](Golden& g) {
                     g.main = Random_Bytes(g.main.size(), 11);
                     g.main[0] = '\x7F';  // never the length of "5.0"
                 }),
-        Not_A_File("main file a directory", [](const Layout& l) { fs::create_directory(l.at.main); }),
-        Not_A_File("main file a FIFO", [](const Layout& l) { ::mkfifo(l.at.main.c_str(), 0644); }),
-        Not_A_File("main file a dangling symlink",
-                   [](const Layout& l) { fs::create_symlink(l.root / "gone.qel", l.at.main); }),
-        Not_A_File("main file a symlink loop",
-                   [](const Layout& l) {
-                       const fs::path other = l.at.main.parent_path() / "loop.qel";
-                       fs::create_symlink(other, l.at.main), fs::create_symlink(l.at.main, other);
+        Not_A_File("main file a directory", "velmora.qel: a folder, not a regular file",
+                   [](const fs::path& p) { fs::create_directory(p); }),
+        Not_A_File("main file a FIFO", "velmora.qel: a named pipe", fifo),
+        Not_A_File("files side file a FIFO", "velmora_files.qqel: a named pipe", fifo, true),
+        Not_A_File("main file a dangling symlink", "velmora.qel: a link to a file that does not exist",
+                   [](const fs::path& p) { fs::create_symlink("/no/such.qel", p); }),
+        Not_A_File("main file a symlink loop", "velmora.qel: a loop of links",
+                   [](const fs::path& p) {
+                       const fs::path other = p.parent_path() / "loop.qel";
+                       fs::create_symlink(other, p), fs::create_symlink(p, other);
                    }),
-        Not_A_File("main file a symlink to /dev/zero",
-                   [](const Layout& l) { fs::create_symlink("/dev/zero", l.at.main); }),
+        Not_A_File("main file a symlink to /dev/zero", "velmora.qel: a device",
+                   [](const fs::path& p) { fs::create_symlink("/dev/zero", p); }),
         Bad_Media("random bytes named .mp3", ".mp3", Random_Bytes(65536, 23)),
         Bad_Media("random bytes named .avi", ".avi", Random_Bytes(65536, 29)),
         Bad_Media("ID3 tag claiming 256 Mb", ".mp3",
                   std::string("ID3\x03\x00\x00\x7F\x7F\x7F\x7F", 10) + Random_Bytes(4096, 31)),
         Bad_Media("WAV of its 44-byte header alone", ".wav", testing::Wav_Bytes(0)),
-        Bad_Media("WAV whose sizes say 0xFFFFFFF0", ".wav", testing::Wav_Bytes(8000, 0xFFFFFFF0)),
-        Bad_Media("zero-length .mp3", ".mp3", ""),
+        Bad_Media("WAV whose sizes say 0xFFFFFFF0", ".wav", testing::Wav_Bytes(8000, 0xFFFFFFF0), BadFile::Plays),
+        Bad_Media("zero-length .mp3", ".mp3", "", BadFile::PassedOver),
         {"main file a symlink to a sound Collection", Kind::Linked,
          [](const Layout& l) {
              // The Collection stands whole behind the link and beside it, so
@@ -203,40 +228,20 @@ std::vector<Case> Corpus() {
 
 // ---- what is on disk ----
 
-// An entry of a folder by its kind: 'f' a file and its bytes, 'l' a symlink
-// and its target, 'p' a FIFO, 'd' a folder, '?' anything else.
-struct Entry {
-    char kind;
-    std::string content;
-    bool operator==(const Entry&) const = default;
-};
-using Tree = std::map<fs::path, Entry>;
-
-Tree Tree_Of(const fs::path& root) {
-    Tree tree;
-    std::error_code ec;
-    for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
-         it.increment(ec)) {
-        const fs::path& p = it->path();
-        const fs::file_status status = it->symlink_status(ec);
-        const fs::path relative = p.lexically_relative(root);
-        if (fs::is_symlink(status)) tree[relative] = {'l', fs::read_symlink(p, ec).string()};
-        else if (fs::is_regular_file(status)) tree[relative] = {'f', testing::Bytes(p)};
-        else if (fs::is_fifo(status)) tree[relative] = {'p', ""};
-        else if (fs::is_directory(status)) tree[relative] = {'d', ""};
-        else tree[relative] = {'?', ""};
-    }
-    return tree;
-}
+// What stands below a folder, by relative path: each entry's kind and its
+// bytes or its link's target.
+using Tree = std::map<std::string, std::string>;
+const std::string kFolder = std::to_string(static_cast<int>(fs::file_type::directory)) + ":";
 
 // Whether an entry went aside whole, under its name and the mark of a
 // Collection that could not be read, in its own folder.
-std::string Moved_Aside(const fs::path& name, const Entry& entry, const Tree& after) {
+std::string Moved_Aside(const fs::path& name, const std::string& entry, const Tree& after) {
     const std::string prefix = name.filename().string() + kMovedAside;
-    for (const auto& [path, now] : after)
-        if (path.parent_path() == name.parent_path() && path.filename().string().rfind(prefix, 0) == 0 &&
-            now == entry)
+    for (const auto& [entry_name, now] : after) {
+        const fs::path path(entry_name);
+        if (path.parent_path() == name.parent_path() && path.filename().string().starts_with(prefix) && now == entry)
             return path.filename().string();
+    }
     return {};
 }
 
@@ -265,8 +270,7 @@ std::vector<std::string> Arguments(const CommandRun& run) {
 }
 
 bool Loadable(const fs::path& main, const fs::path& logs) {
-    ChildProcess dump({VELMORA_CLI, "dump", main.string()}, logs / "check_out.txt", logs / "check_err.txt");
-    return dump.Ended(15000) && dump.ExitCode() == 0;
+    return testing::Cli("dump " + testing::Quoted(main), logs).code == 0;
 }
 
 // What a run may do with the files it was given.
@@ -305,13 +309,14 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
                  std::vector<std::string>& faults) {
     std::vector<std::string> moved;
     for (const auto& [name, entry] : run.before) {
-        const bool media = name.begin()->string() == "media" || name.begin()->string() == "incoming";
+        const std::string top = fs::path(name).begin()->string();
+        const bool media = top == "media" || top == "incoming";
         if (rules.must_succeed && !media && !rules.only_reads) continue;
         const auto now = after.find(name);
         if (now != after.end() && now->second == entry) continue;
         const std::string aside = Moved_Aside(name, entry, after);
         if (!aside.empty() && rules.may_move) moved.push_back(aside);
-        else faults.push_back(name.string() + (aside.empty() ? " changed" : " moved aside"));
+        else faults.push_back(name + (aside.empty() ? " changed" : " moved aside"));
     }
     for (const std::string& name : moved)
         if (said.find(name) == std::string::npos) faults.push_back("did not say it moved " + name);
@@ -320,14 +325,32 @@ void File_Faults(const CommandRun& run, const Rules& rules, const std::string& s
     if (!rules.must_refuse && !rules.only_reads) return;
     // The pointer to the last Collection and a lock are the program's own.
     for (const auto& [name, entry] : after) {
-        const std::string file = name.filename().string();
-        const std::string top = name.begin()->string();
+        const std::string file = fs::path(name).filename().string();
+        const std::string top = fs::path(name).begin()->string();
         const bool collection_folders = top == "velmora_sylloges" || top == "velmora_filtra";
         if (run.before.count(name) != 0 || file == "default.qr" || file.ends_with(".lock")) continue;
-        if ((rules.only_reads || collection_folders) && entry.kind != 'd' &&
+        if ((rules.only_reads || collection_folders) && !entry.starts_with(kFolder) &&
             file.find(kMovedAside) == std::string::npos)
-            faults.push_back("left " + name.string());
+            faults.push_back("left " + name);
     }
+}
+
+// Play tells of the bad file as its case says, and plays the good one after it.
+void Bad_Media_Faults(const CommandRun& run, const std::string& said, std::vector<std::string>& faults) {
+    std::string bad;
+    for (const auto& [name, entry] : run.before)
+        if (name.starts_with("media/bad.")) bad = (run.layout->root / name).string();
+    const bool named = said.find(bad + " cannot be played") != std::string::npos ||
+                       said.find(bad + " made no progress") != std::string::npos;
+    // The entry of a missing or empty file holds nothing after the path on its first line.
+    const bool passed = said.find(")" + bad + "\n") != std::string::npos;
+    const bool shown = said.find("] " + fs::path(bad).filename().string() + "  ") != std::string::npos;
+    const bool as_said = run.c->bad == BadFile::Named ? named
+                         : run.c->bad == BadFile::Plays ? shown && !named && !passed
+                                                          : passed && !named;
+    if (!as_said) faults.push_back("told of the bad file otherwise than its case says");
+    if (said.find(kCycleEnd) == std::string::npos || said.find("] good.wav  ") == std::string::npos)
+        faults.push_back("the walk did not get past the bad file");
 }
 
 // What went against the required outcome of this run, in a few words each.
@@ -335,15 +358,17 @@ std::vector<std::string> Faults(const CommandRun& run) {
     std::vector<std::string> faults;
     const Rules rules = Rules_Of(run.c->kind, run.command);
     const fs::path logs = run.folder->Path();
-    const std::string said = testing::Text_Of(logs / "out.txt") + testing::Text_Of(logs / "err.txt");
-    const Tree after = Tree_Of(run.layout->root);
+    const std::string said = testing::Bytes(logs / "out.txt") + testing::Bytes(logs / "err.txt");
+    const Tree after = testing::File_Tree(run.layout->root);
     Exit_Faults(run, rules, said, faults);
     File_Faults(run, rules, said, after, faults);
-    if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out &&
-        said.find(kCycleEnd) == std::string::npos)
-        faults.push_back("the walk did not get past the bad file");
+    if (rules.must_refuse && !run.c->told.empty() && said.find(run.c->told) == std::string::npos)
+        faults.push_back("did not say \"" + run.c->told + "\"");
+    const std::string out = testing::Bytes(logs / "out.txt");
+    if (rules.must_refuse && !out.empty() && out.back() != '\n') faults.push_back("left its last line unended");
+    if (run.c->kind == Kind::BadMedia && run.command == kPlay && !run.timed_out) Bad_Media_Faults(run, said, faults);
     if (run.c->kind == Kind::Linked) {
-        const fs::path main = run.layout->at.main.lexically_relative(run.layout->root);
+        const std::string main = run.layout->at.main.lexically_relative(run.layout->root).string();
         const auto now = after.find(main);
         if (now == after.end() || now->second != run.before.at(main)) faults.push_back("the symlink was replaced");
         else if (!Loadable(run.layout->at.main, logs)) faults.push_back("the Collection behind the link no longer loads");
@@ -362,7 +387,7 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
             run.folder = std::make_unique<testing::TempFolder>();
             run.layout = std::make_unique<Layout>(run.folder->Path() / "program");
             c.make(*run.layout);
-            run.before = Tree_Of(run.layout->root);
+            run.before = testing::File_Tree(run.layout->root);
             runs.push_back(std::move(run));
         }
 

@@ -3,7 +3,6 @@
 // seconds through its own quit, which saves, and then by the signal.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <chrono>
 #include <csignal>
@@ -13,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "cli_run.h"
 #include "support/child_process.h"
 #include "support/media_collection.h"
 #include "support/test_app.h"
@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ChildProcess;
-using testing::Text_Of;
+using testing::Bytes;
 
 struct Moment {
     const char* name;
@@ -53,19 +53,18 @@ TEST_P(PlaySignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
 
     const fs::path err = tmp.Path() / "err.txt";
     ChildProcess play({VELMORA_CLI, "play", at.main.string(), "--ao", "null"}, tmp.Path() / "out.txt", err);
-    ASSERT_TRUE(testing::Within(20000, [&] { return Text_Of(err).find(moment.after) != std::string::npos; }))
-        << Text_Of(err);
+    ASSERT_TRUE(testing::Within(20000, [&] { return Bytes(err).find(moment.after) != std::string::npos; }))
+        << Bytes(err);
     std::this_thread::sleep_for(std::chrono::milliseconds(moment.then_ms));
     play.Signal(moment.signal);
 
-    ASSERT_TRUE(play.Ended(8000)) << "still running 8 s after the signal\n" << Text_Of(err);
-    const std::string said = Text_Of(err);
+    ASSERT_TRUE(play.Ended(8000)) << "still running 8 s after the signal\n" << Bytes(err);
+    const std::string said = Bytes(err);
     EXPECT_EQ(play.EndSignal(), moment.signal) << play.Outcome() << "\n" << said;
     EXPECT_EQ(testing::Count(said, "velmora-cli: saving"), 1u) << said;
-    ChildProcess dump({VELMORA_CLI, "dump", at.main.string()}, tmp.Path() / "dump.txt", tmp.Path() / "dump_err.txt");
-    ASSERT_TRUE(dump.Ended(10000));
-    ASSERT_EQ(dump.ExitCode(), 0) << Text_Of(tmp.Path() / "dump_err.txt");
-    const std::string json = Text_Of(tmp.Path() / "dump.txt");
+    const testing::CliRun dump = testing::Cli("dump " + testing::Quoted(at.main), tmp.Path());
+    ASSERT_EQ(dump.code, 0) << dump.err;
+    const std::string& json = dump.out;
     EXPECT_NE(json.find("\"Track_Count\": 2"), std::string::npos) << json;
     std::smatch position;
     ASSERT_TRUE(std::regex_search(json, position, std::regex("\"Current_Position\": (\\d+)")));

@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 #include <nlohmann/json.hpp>
 
 #include "cli_run.h"
+#include "support/file_tree.h"
 #include "support/golden_collection.h"
 #include "support/test_app.h"
 
@@ -29,15 +29,6 @@ testing::GoldenFiles Place_Golden(const testing::TempFolder& tmp, const testing:
     fs::rename(at.files, other);
     at.files = other;
     return at;
-}
-
-// Every file below root with its bytes, but the commands' standard error.
-std::map<std::string, std::string> Tree(const fs::path& root) {
-    std::map<std::string, std::string> tree;
-    for (const auto& entry : fs::recursive_directory_iterator(root))
-        if (entry.path().filename() != "stderr.txt")
-            tree[entry.path().string()] = entry.is_regular_file() ? testing::Bytes(entry.path()) : "folder";
-    return tree;
 }
 
 TEST(VelmoraCli, DumpShowsEveryStoredFieldUnderItsName) {
@@ -93,23 +84,24 @@ TEST(VelmoraCli, ReadErrorsGoToStandardErrorWithAFailingCode) {
     const testing::GoldenFiles at = Place_Golden(tmp);
     // The second Track loses its last records.
     fs::resize_file(at.files, 45 * 400 + 20 * 400);
-    const auto before = Tree(tmp.Path());
-    CliRun run = Cli("dump '" + at.main.string() + "'", tmp.Path());
+    const auto before = testing::File_Tree(tmp.Path());
+    testing::TempFolder scratch;  // the commands' standard error
+    CliRun run = Cli("dump '" + at.main.string() + "'", scratch.Path());
     EXPECT_EQ(run.code, 1);
     EXPECT_NE(run.err.find("Track 1"), std::string::npos) << run.err;
     EXPECT_EQ(json::parse(run.out)["tracks"].size(), 1u) << "what was read still comes out whole";
-    run = Cli("info '" + at.main.string() + "'", tmp.Path());
+    run = Cli("info '" + at.main.string() + "'", scratch.Path());
     EXPECT_EQ(run.code, 1);
     EXPECT_NE(run.out.find("Tracks:      2 (1 read)\n"), std::string::npos) << run.out;
 
     for (const char* command : {"info", "dump"}) {
         run = Cli(std::string(command) + " '" + (tmp.Path() / "velmora_sylloges" / "missing.qel").string() + "'",
-                  tmp.Path());
+                  scratch.Path());
         EXPECT_EQ(run.code, 1);
         EXPECT_NE(run.err.find("missing.qel"), std::string::npos);
         EXPECT_TRUE(run.out.empty());
     }
-    EXPECT_EQ(Tree(tmp.Path()), before);
+    EXPECT_EQ(testing::File_Tree(tmp.Path()), before);
 
     run = Cli("frobnicate x", tmp.Path());
     EXPECT_EQ(run.code, 2);

@@ -259,7 +259,6 @@ TEST_F(MainWindowTest, TheHourglassCoversTheApplicationWhileWorkRuns) {
 // The window over a whole program brought up on the test doubles.
 TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
     testing::TestApp app;
-    app.ctx.program_folder = app.folder.Str();
     MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
     Form_Load(app.ctx);
     const std::string log = app.ctx.form1.Text2[0].Text();

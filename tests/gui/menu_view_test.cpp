@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -18,6 +17,7 @@
 #include "app/startup.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/menu_view.h"
+#include "gui_support.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -69,11 +69,9 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
 
     // For people to look at: the Collection menu and the bar.
     f.Menus("mnuFileSave").SetEnabled(false);
-    const QString dir = QCoreApplication::applicationDirPath() + "/test-output";
-    QDir().mkpath(dir);
     collection.adjustSize();
-    EXPECT_TRUE(collection.grab().save(dir + "/collection_menu.png"));
-    EXPECT_TRUE(bar.grab().save(dir + "/menu_bar.png"));
+    testing::Save_Drawing(collection, "collection_menu.png");
+    testing::Save_Drawing(bar, "menu_bar.png");
     Form_QueryUnload(app.ctx);
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <thread>
 
+#include "cli/cli_run.h"
 #include "support/child_process.h"
 #include "support/golden_collection.h"
 #include "support/test_app.h"
@@ -59,7 +60,7 @@ TEST_P(QuitSignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
                         {"QT_QPA_PLATFORM=offscreen"});
     ASSERT_TRUE(window.Started());
     ASSERT_TRUE(testing::Within(20000, [&] { return fs::exists(tmp.Path() / "velmora_reports"); }))
-        << testing::Text_Of(tmp.Path() / "err.txt");
+        << testing::Bytes(tmp.Path() / "err.txt");
     std::this_thread::sleep_for(std::chrono::milliseconds(moment.after_start_ms));
     ASSERT_FALSE(fs::exists(preferences)) << "only the quit writes the preferences";
     window.Signal(moment.signal);
@@ -67,12 +68,10 @@ TEST_P(QuitSignal, EndsThroughTheQuitThatSavesAndThenByTheSignal) {
     ASSERT_TRUE(window.Ended(8000)) << "still running 8 s after the signal";
     EXPECT_EQ(window.EndSignal(), moment.signal) << window.Outcome();
     EXPECT_TRUE(fs::exists(preferences)) << "the quit did not run";
-    ChildProcess dump({VELMORA_CLI, "dump", at.main.string()}, tmp.Path() / "dump.txt", tmp.Path() / "dump_err.txt");
-    ASSERT_TRUE(dump.Ended(10000));
-    EXPECT_EQ(dump.ExitCode(), 0) << testing::Text_Of(tmp.Path() / "dump_err.txt");
+    const testing::CliRun dump = testing::Cli("dump " + testing::Quoted(at.main), tmp.Path());
+    EXPECT_EQ(dump.code, 0) << dump.err;
     if (!moment.old_version) {
-        EXPECT_NE(testing::Text_Of(tmp.Path() / "dump.txt").find("\"Track_Count\": 2"), std::string::npos)
-            << "the Tracks were saved";
+        EXPECT_NE(dump.out.find("\"Track_Count\": 2"), std::string::npos) << "the Tracks were saved";
     }
 }
 

@@ -35,20 +35,11 @@ TEST(Codepage1253, KnownCharacters) {
 }
 
 TEST(Codepage1253, RefusesForeignCharactersAndBadUtf8) {
-    const char* refused[] = {
-        "Ж",                 // Cyrillic
-        "中",                // CJK
-        "é",                 // Latin-1, but not in this code page
-        "😀",                // beyond the BMP
-        "abc\xEF\xBF\xBD",   // the replacement character itself
-        "\xC0\xAF",          // overlong '/'
-        "\xED\xA0\x80",      // a surrogate
-        "\xCE",              // cut short
-        "\xCE" "A",          // continuation missing
-        "\x80",              // stray continuation byte
-        "\xF5\x80\x80\x80",  // beyond U+10FFFF
-        "\xE2\x82",          // '€' cut short
-    };
+    // Cyrillic, CJK, Latin-1 but not in this page, beyond the BMP, the
+    // replacement character itself; overlong '/', a surrogate, cut short,
+    // a continuation missing, a stray continuation, beyond U+10FFFF, '€' cut.
+    const char* refused[] = {"Ж",        "中",           "é",   "😀",       "abc\xEF\xBF\xBD", "\xC0\xAF",
+                             "\xED\xA0\x80", "\xCE",         "\xCE" "A", "\x80", "\xF5\x80\x80\x80",  "\xE2\x82"};
     for (const char* text : refused) {
         EXPECT_EQ(Utf8ToCp1253(text), std::nullopt) << text;
         EXPECT_FALSE(FitsCp1253(text)) << text;
@@ -63,16 +54,9 @@ TEST(Codepage1253, StorableFormReplacesWhatThePageLacksAndCutsByCharacters) {
 
 TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
     const std::pair<const char*, const char*> cases[] = {
-        {"ABC xyz 09", "abc xyz 09"},
-        {"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ", "αβγδεζηθικλμνξοπρστυφχψω"},
-        {"ΆΈΉΊΌΎΏ", "άέήίόύώ"},
-        {"ΪΫ", "ϊϋ"},
-        {"ΣΟΦΟΣ σοφός", "σοφοσ σοφόσ"},
-        {"ΐΰ΅·", "ΐΰ΅·"},
-        {"ÉЖ€", "ÉЖ€"},
-        {"Mix Ελληνικά", "mix ελληνικά"},
-        {"\xCE", "\xCE"},
-        {"\xA3\xCE", "\xA3\xCE"},
+        {"ABC xyz 09", "abc xyz 09"}, {"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ", "αβγδεζηθικλμνξοπρστυφχψω"}, {"ΆΈΉΊΌΎΏ", "άέήίόύώ"},
+        {"ΪΫ", "ϊϋ"}, {"ΣΟΦΟΣ σοφός", "σοφοσ σοφόσ"}, {"ΐΰ΅·", "ΐΰ΅·"}, {"ÉЖ€", "ÉЖ€"}, {"Mix Ελληνικά", "mix ελληνικά"},
+        {"\xCE", "\xCE"}, {"\xA3\xCE", "\xA3\xCE"},
     };
     for (const auto& [text, folded] : cases) EXPECT_EQ(FoldCase(text), folded) << text;
 }

@@ -22,10 +22,6 @@ namespace fs = std::filesystem;
 using testing::Bytes;
 using testing::TestApp;
 
-struct Window : TestApp {
-    explicit Window(const std::string& folder) { ctx.program_folder = folder; }
-};
-
 TEST(CollectionLock, ASecondWindowIsOfferedTheCollectionReadOnlyOrNothing) {
     TestApp first;
     const std::string folder = first.folder.Str();
@@ -36,7 +32,7 @@ TEST(CollectionLock, ASecondWindowIsOfferedTheCollectionReadOnlyOrNothing) {
     const std::string main_then = Bytes(p.main), files_then = Bytes(p.files);
 
     // Read-only: the window works on, and leaving writes nothing of it.
-    Window second(folder);
+    TestApp second(folder);
     second.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Form_Load(second.ctx);
     ASSERT_EQ(second.dialogs.Messages().size(), 1u);
@@ -51,7 +47,7 @@ TEST(CollectionLock, ASecondWindowIsOfferedTheCollectionReadOnlyOrNothing) {
 
     // Cancel: the program ends as it came, without a save of anything.
     const auto pointer_time = fs::last_write_time(fs::path(folder) / "velmora_sylloges" / "default.qr");
-    Window third(folder);
+    TestApp third(folder);
     third.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
     Form_Load(third.ctx);
     EXPECT_TRUE(third.ctx.core.Ended);
@@ -64,7 +60,7 @@ TEST(CollectionLock, ASecondWindowIsOfferedTheCollectionReadOnlyOrNothing) {
     Form_QueryUnload(first.ctx);
     EXPECT_EQ(Bytes(p.files)[0], 5);
     EXPECT_FALSE(fs::exists(p.main.string() + ".lock"));
-    Window fourth(folder);
+    TestApp fourth(folder);
     Form_Load(fourth.ctx);
     EXPECT_EQ(fourth.ctx.form1.List2.ListCount(), 2);
     Form_QueryUnload(fourth.ctx);

@@ -23,15 +23,12 @@ std::string Path(int i) { return "/m/t" + std::to_string(i) + ".mp3"; }
 
 // A program started over `folder`, its Collection loaded.
 void Open(TestApp& app, const std::string& folder) {
-    app.ctx.program_folder = app.ctx.core.App_Path = folder;
-    Load_Pointer(app.ctx);
-    ASSERT_TRUE(Load_Collection(app.ctx)) << app.ctx.collection.Load_Fault;
+    ASSERT_TRUE(testing::Load_In(app, folder)) << app.ctx.collection.Load_Fault;
 }
 
 // Four Tracks, each field telling whose it is, saved whole under `app`'s folder.
 void Make_Four(TestApp& app) {
-    app.ctx.program_folder = app.ctx.core.App_Path = app.folder.Str();
-    Load_Pointer(app.ctx);
+    testing::Start_In(app, app.folder.Str());
     TrackTable& t = app.ctx.table;
     for (int i = 0; i < 4; ++i) app.ctx.form1.List2.AddItem(Path(i));
     t.Track_Count = 4;
@@ -56,8 +53,6 @@ Strings Rows(const AppContext& ctx) {
                        " " + std::string(ctx.form1.List3_0[1].List(r)));
     return rows;
 }
-
-const Strings kWithoutTrack1{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 20 B", "/m/t3.mp3 title3 0 A"};
 
 // Track 1 loses its path, and a byte of Track 2's title is one code page
 // 1253 leaves undefined.

@@ -256,7 +256,7 @@ TEST(IdentificationReport, ABlockIsWrittenExactlyWhenReportsAreAskedFor) {
         app.ctx.form1.Menus("MnuMoreReport").SetChecked(asked);
         app.Run(kIdentifyNew);
         EXPECT_EQ(app.ctx.report.Mode, ReportState::Number::Closed) << "the block is closed at the end";
-        EXPECT_EQ(testing::Read_All(report).find("old") == std::string::npos, asked);
+        EXPECT_EQ(testing::Bytes(report).find("old") == std::string::npos, asked);
         EXPECT_EQ(std::filesystem::exists(report), true);
     }
 }

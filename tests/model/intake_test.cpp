@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "app/handlers.h"
 #include "app/startup.h"
@@ -38,11 +37,11 @@ struct Intake : ::testing::Test {
         for (const auto& e : app.ctx.core.Media_Extensions) types.push_back("*" + e);
         f.List3.Assign(types);
         for (const char* name : {"a/song1.mp3", "a/song2.MP3", "a/clip.wmv", "a/Ελληνικό.mp3", "a/b/deep.mp3",
-                                 "a/b/c/LOUD.MP3", "gone/lost.mp3", "cyr/Песня.mp3", "cyr/ok.mp3", "a/notes.txt"}) {
+                                 "a/b/c/LOUD.MP3", "gone/lost.mp3", "cyr/Песня.mp3", "cyr/ok.mp3", "a/notes.txt",
+                                 "a/empty.mp3"}) {
             fs::create_directories(fs::path(root + "/" + name).parent_path());
-            std::ofstream(root + "/" + name) << "data";
+            testing::Put(root + "/" + name, std::string(name) == "a/empty.mp3" ? "" : "data");
         }
-        std::ofstream(root + "/a/empty.mp3");
     }
 
     // Every mouse pointer the window was given, in order, from the last call on.
@@ -92,8 +91,8 @@ TEST_F(Intake, FileBoxFiltersWithoutCaseAndSortsDriveBoxStartsAtRoot) {
     EXPECT_EQ(f.Dir1.Items(), (Strings{root + "/a", root + "/cyr", root + "/gone"}));
 
     const std::string mounts = app.folder.Str() + "mounts";
-    std::ofstream(mounts) << "tmpfs /run tmpfs rw 0 0\n/dev/sda1 / ext4 rw 0 0\n"
-                             "/dev/sdb1 /media/My\\040Disk vfat rw 0 0\ntmpfs /run tmpfs rw 0 0\n";
+    testing::Put(mounts, "tmpfs /run tmpfs rw 0 0\n/dev/sda1 / ext4 rw 0 0\n"
+                         "/dev/sdb1 /media/My\\040Disk vfat rw 0 0\ntmpfs /run tmpfs rw 0 0\n");
     Refresh_Drive_List(f.Drive1, mounts);
     EXPECT_EQ(f.Drive1.Items(), (Strings{"/", "/run", "/media/My Disk"}));
 }
@@ -152,8 +151,7 @@ TEST_F(Intake, AFolderThatCannotBeReadLeavesTheWalkWithWhatWasFound) {
     Set_Check2(app.ctx, 1);
     EXPECT_EQ(Pointers(), (std::vector<int>{kWait, kNormal})) << "the pointer comes back all the same";
     EXPECT_EQ(f.List1.Items(), (Strings{root + "/a/", root + "/cyr/"})) << "gone/ comes before a/b/";
-    EXPECT_FALSE(Status_Has("-> Έτοιμο - Ready"));
-    EXPECT_FALSE(Log_Has("gone"));
+    EXPECT_FALSE(Status_Has("-> Έτοιμο - Ready") || Log_Has("gone"));
     EXPECT_TRUE(!f.List1.Visible() && f.Command2.Enabled()) << "the closing lines are passed over";
 }
 
@@ -386,9 +384,8 @@ TEST(IntakeRestart, TheSavedTypesMakeTheFileListsPatternAgain) {
 
     const std::string media = first.folder.Str() + "media";
     fs::create_directories(media);
-    for (const char* name : {"one.mp3", "two.mp3", "tone.wav", "notes.txt"}) std::ofstream(media + "/" + name) << "x";
-    TestApp again;
-    again.ctx.program_folder = first.folder.Str();
+    for (const char* name : {"one.mp3", "two.mp3", "tone.wav", "notes.txt"}) testing::Put(media + "/" + name, "x");
+    TestApp again(first.folder.Str());
     Form_Load(again.ctx);
     Form1& f = again.ctx.form1;
     EXPECT_EQ(f.File1.Pattern(), "*.mp3");
@@ -402,8 +399,7 @@ TEST(IntakeRestart, TheSavedTypesMakeTheFileListsPatternAgain) {
     f.List3.SetSelected(0, false);
     f.List3.SetSelected(f.List3.FindExact("*.wav"), true);
     Form_QueryUnload(again.ctx);
-    TestApp third;
-    third.ctx.program_folder = first.folder.Str();
+    TestApp third(first.folder.Str());
     Form_Load(third.ctx);
     EXPECT_EQ(third.ctx.form1.File1.Pattern(), "*.wav");
 }

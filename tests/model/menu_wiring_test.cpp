@@ -35,8 +35,7 @@ TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
     Form_Load(first.ctx);
     first.ctx.settings.Delete_From_Disk = -1;
     Form_QueryUnload(first.ctx);
-    TestApp app;
-    app.ctx.program_folder = first.folder.Str();
+    TestApp app(first.folder.Str());
     Form_Load(app.ctx);
     Form1& f = app.ctx.form1;
     ASSERT_EQ(app.ctx.settings.Delete_From_Disk, -1);

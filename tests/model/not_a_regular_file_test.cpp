@@ -47,12 +47,7 @@ void Make_Fifo(const fs::path& path) {
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0) << path;
 }
 
-// A start's load of the Collection in `folder`; true when read whole.
-bool Load(TestApp& app, const std::string& folder) {
-    app.ctx.program_folder = app.ctx.core.App_Path = folder;
-    Load_Pointer(app.ctx);
-    return Load_Collection(app.ctx);
-}
+using testing::Load_In;
 
 TEST(NotARegularFile, ACollectionFileThatIsNoFileIsNeitherWaitedOnNorReplaced) {
     using Files = testing::GoldenFiles;
@@ -82,7 +77,7 @@ TEST(NotARegularFile, ACollectionFileThatIsNoFileIsNeitherWaitedOnNorReplaced) {
 
         app.dialogs.ExpectMsgBox(MsgAnswer::OK);
         EXPECT_TRUE(Never_Waits([&] {
-            Load(app, app.folder.Str());
+            Load_In(app, app.folder.Str());
             Save_Collection(app.ctx, false, false);
             Save_Collection(app.ctx, false, true);
         }));
@@ -104,7 +99,7 @@ TEST(NotARegularFile, ALinkedCollectionIsWrittenWhereTheLinkLeads) {
     fs::create_directories(p.main.parent_path());
     fs::create_symlink(real.main, p.main);
     fs::create_symlink(real.files, p.files);
-    Load(app, app.folder.Str());
+    Load_In(app, app.folder.Str());
     ASSERT_EQ(app.ctx.form1.List2.ListCount(), 2);
 
     auto links_hold = [&] {
@@ -126,7 +121,7 @@ TEST(NotARegularFile, ALinkedCollectionIsWrittenWhereTheLinkLeads) {
     Save_Collection(app.ctx, false, true);
     links_hold();
     TestApp next;
-    EXPECT_TRUE(Load(next, app.folder.Str()));
+    EXPECT_TRUE(Load_In(next, app.folder.Str()));
     EXPECT_EQ(next.ctx.form1.List2.ListCount(), 3) << "read through the links";
 }
 

@@ -1,12 +1,10 @@
 #include "base/record_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <csignal>
-#include <fstream>
 #include <tuple>
 
+#include "support/file_size_limit.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -30,7 +28,7 @@ TEST(RecordFile, TextsMustFitTheRecordAndTheCodePage) {
     EXPECT_FALSE(f.PutString(4, std::string("\xC3", 1))) << "not valid UTF-8";
     EXPECT_TRUE(f.PutByte(5, 0xAB));
     ASSERT_TRUE(f.Close());
-    const std::string bytes = testing::Read_All(path);
+    const std::string bytes = testing::Bytes(path);
     ASSERT_EQ(bytes.size(), 5u * 400) << "a refused text writes nothing";
     EXPECT_EQ(bytes.substr(400, 400), std::string(400, '\0'));
     EXPECT_EQ(bytes.substr(1600), "\xAB" + std::string(399, '\0'));
@@ -47,7 +45,7 @@ TEST(RecordFile, DamagedInputIsAReadErrorNeverAnOverrun) {
     // Record 1: a length that points past its record of 8 bytes.
     // Record 2: a length of 4, inside the record. Record 3: one byte, too
     // short for an Integer, enough for a Byte.
-    std::ofstream(path, std::ios::binary) << std::string("\x07\x00" "abcdef" "\x04\x00" "ab\0\0\0\0" "\x05", 17);
+    testing::Put(path, std::string("\x07\x00" "abcdef" "\x04\x00" "ab\0\0\0\0" "\x05", 17));
     RecordFile f;
     ASSERT_TRUE(f.Open(path.string(), 8, RecordFile::Mode::ReadOnly));
     EXPECT_EQ(f.RecordCount(), 3) << "a partial last record counts";
@@ -104,20 +102,15 @@ TEST(RecordFile, BufferedWritesAndTheReadWindowAgree) {
 // Sync and Close, and stays reported.
 TEST(RecordFile, AFailedWriteIsNeverReportedAsSaved) {
     TempFolder dir;
-    struct rlimit old {};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-    auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
-    struct rlimit small = old;
-    small.rlim_cur = 4096;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-
     RecordFile f;
-    bool all_ok = f.Open((dir.Path() / "limited.bin").string(), 400);
-    for (int r = 1; r <= 100; ++r) all_ok &= f.PutLong(r, r);
-    const bool synced = f.Sync(), failed = f.WriteFailed(), closed = f.Close();
-
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, old_handler);
+    bool all_ok = true, synced = true, failed = false, closed = true;
+    {
+        testing::FileSizeLimit full(4096);
+        ASSERT_TRUE(full.Set());
+        all_ok = f.Open((dir.Path() / "limited.bin").string(), 400);
+        for (int r = 1; r <= 100; ++r) all_ok &= f.PutLong(r, r);
+        synced = f.Sync(), failed = f.WriteFailed(), closed = f.Close();
+    }
     EXPECT_TRUE(all_ok) << "the puts went to the buffer";
     EXPECT_EQ(std::tuple(synced, failed, closed), std::tuple(false, true, false));
 }

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Count;
-using testing::Read_All;
+using testing::Bytes;
 using testing::TestApp;
 
 struct ReportTest : ::testing::Test {
@@ -39,20 +39,20 @@ TEST_F(ReportTest, TheFirstLongOperationCreatesTheReportWithItsBlock) {
     std::string log = Log();
     log.replace(log.find("日本"), std::string("日本").size(), "??");
     const std::string stars(100, '*');
-    EXPECT_EQ(Read_All(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
+    EXPECT_EQ(Bytes(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
     EXPECT_EQ(Count(Log(), "->"), 2u) << "no error along the way";
 }
 
 TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     Report_Block(app.ctx, -1);
     Report_Block(app.ctx, 0);
-    const std::string before = Read_All(Report_File(app.ctx));
+    const std::string before = Bytes(Report_File(app.ctx));
 
     Log_Line(app.ctx, "-> δεύτερη - second");
     Report_Block(app.ctx, -1);
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
     Report_Block(app.ctx, 0);
-    EXPECT_EQ(Read_All(Report_File(app.ctx)), before);
+    EXPECT_EQ(Bytes(Report_File(app.ctx)), before);
     EXPECT_EQ(Count(Log(), "-> File already open"), 1u);
     EXPECT_EQ(Count(Log(), "-> Bad file mode"), 4u) << "three head lines and the body fail one by one";
 
@@ -62,7 +62,7 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     EXPECT_FALSE(fs::exists(Report_File(app.ctx)));
     Report_Block(app.ctx, -1);
     Report_Block(app.ctx, 0);
-    EXPECT_NE(Read_All(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
+    EXPECT_NE(Bytes(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
 }
 
 TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {

@@ -15,7 +15,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Read_All;
+using testing::Bytes;
 using testing::TestApp;
 
 constexpr int kLen = kSettingsRecordLength;
@@ -66,7 +66,7 @@ TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
     Save_Settings(writer.ctx, error);
     ASSERT_FALSE(error);
 
-    const std::string file = Read_All(Settings_File(writer.ctx));
+    const std::string file = Bytes(Settings_File(writer.ctx));
     // 48 fixed records, 2 links, 2 items of List1, 4 selections of List3.
     ASSERT_EQ(file.size(), size_t{48 + 1 + 2 + 4} * kLen);
     const struct {
@@ -151,7 +151,7 @@ TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
     TestApp later;
     const fs::path older = later.folder.Path() / "velmora_preferences" / "default_pref.qr";
     fs::create_directories(older.parent_path());
-    std::ofstream(older, std::ios::binary) << Read_All(Settings_File(app.ctx)).substr(0, 26 * kLen + 1);
+    std::ofstream(older, std::ios::binary) << Bytes(Settings_File(app.ctx)).substr(0, 26 * kLen + 1);
     Form_Load(later.ctx);
 
     const Settings& s = later.ctx.settings;
@@ -173,21 +173,21 @@ TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
     bool error = true;
     Save_Settings(app.ctx, error);
     ASSERT_FALSE(error);
-    const std::string first = Read_All(path);
-    EXPECT_EQ(Read_All(backup), first);
+    const std::string first = Bytes(path);
+    EXPECT_EQ(Bytes(backup), first);
 
     // A link the code page cannot carry is a write error: no backup.
     app.ctx.settings.Volume_Step = 55;
     app.ctx.settings.Search_Links = {"https://例え.example/"};
     Save_Settings(app.ctx, error);
     EXPECT_TRUE(error);
-    EXPECT_EQ(At<int16_t>(Read_All(path), 1), 55) << "the rest is written all the same";
-    EXPECT_EQ(Read_All(backup), first);
+    EXPECT_EQ(At<int16_t>(Bytes(path), 1), 55) << "the rest is written all the same";
+    EXPECT_EQ(Bytes(backup), first);
 
     app.ctx.settings.Search_Links = {"https://example.org/"};
     Save_Settings(app.ctx, error);
     EXPECT_FALSE(error);
-    EXPECT_EQ(Read_All(backup), Read_All(path));
+    EXPECT_EQ(Bytes(backup), Bytes(path));
 }
 
 // A disk that fills midway leaves the preferences of the last save whole,
@@ -200,7 +200,7 @@ TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
     Save_Settings(app.ctx, error);
     ASSERT_FALSE(error);
     const std::string path = Settings_File(app.ctx);
-    const std::string before = Read_All(path);
+    const std::string before = Bytes(path);
     ASSERT_GT(before.size(), 8192u);
 
     app.ctx.settings.Volume_Step = 3;
@@ -210,8 +210,8 @@ TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
         Save_Settings(app.ctx, error);
     }
     EXPECT_TRUE(error);
-    EXPECT_EQ(Read_All(path), before) << "not one byte of the old file changed";
-    EXPECT_EQ(Read_All(path + ".backup"), before);
+    EXPECT_EQ(Bytes(path), before) << "not one byte of the old file changed";
+    EXPECT_EQ(Bytes(path + ".backup"), before);
     EXPECT_FALSE(fs::exists(path + ".new"));
     const std::string line = "The preferences could not be saved: " + path + ": write: File too large";
     EXPECT_NE(app.ctx.form1.Text2[0].Text().find(line), std::string::npos) << app.ctx.form1.Text2[0].Text();
@@ -219,7 +219,7 @@ TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
 
     Save_Settings(app.ctx, error);
     EXPECT_FALSE(error);
-    EXPECT_EQ(At<int16_t>(Read_All(path), 1), 3);
+    EXPECT_EQ(At<int16_t>(Bytes(path), 1), 3);
     EXPECT_EQ(app.ctx.core.Settings_Fault, "");
 }
 

@@ -163,8 +163,7 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         ASSERT_NEAR(first.player.currentPosition().value_or(0), 37, 0.5);
         Form_QueryUnload(first.ctx);
 
-        TestApp again;
-        again.ctx.program_folder = first.folder.Str();
+        TestApp again(first.folder.Str());
         for (int i = 0; i < 5; ++i) again.player.SetDuration(first.Path(i), 100.0);
         Form_Load(again.ctx);  // starts playing by itself
         again.loop.Advance(400);
@@ -196,8 +195,7 @@ TEST(Resume, TheFirstNumberGivenAtTheStartWaitsForTheSave) {
         ASSERT_TRUE(Save_Collection(first.ctx, false, true));
     }  // the first program has let go of the Collection
 
-    TestApp again;
-    again.ctx.program_folder = folder.Str();
+    TestApp again(folder.Str());
     Form_Load(again.ctx);
     const TrackTable& loaded = again.ctx.table;
     EXPECT_EQ(std::tuple(loaded.Played_Count, loaded.Played_Number[1]), std::tuple(1, 1));

@@ -33,23 +33,6 @@ TrackTable Numbered(int n) {
     return t;
 }
 
-TEST(TrackTable, EmptyTableKeepsOneSpareElementInEveryColumn) {
-    TrackTable t;
-    EXPECT_EQ(std::tuple(t.Played_Number.size(), t.Slot_Text.size(), t.Saved.size()), std::tuple(1u, 1u, 1u));
-    t.Track_Count = 3;
-    t.Grow_Columns();
-    EXPECT_EQ(t.Stop_Position.size(), 4u);
-    t.Title[2] = "kept";
-    t.Track_Count = 5;
-    t.Grow_Columns();
-    EXPECT_EQ(t.Title[2], "kept") << "growing keeps contents";
-
-    t.Track_Count = -4;
-    t.Reset_Table();
-    EXPECT_EQ(t.Track_Count, 0);
-    EXPECT_EQ(t.Title.size(), 1u);
-}
-
 TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     TrackTable t = Numbered(5);
     Compact_TrackTable(t, 1, 5);
@@ -71,20 +54,6 @@ TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     // Totals lost row 1's share: duration 101, size 11, class 1.
     EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[1], t.Class_Size[1]),
               std::tuple(Currency(100 + 102 + 103 + 104), Currency(10 + 12 + 13 + 14), Currency(0), Currency(0)));
-}
-
-TEST(TrackTable, SlotTextsChangeOneSlotAndLeaveTheOthers) {
-    SlotTexts s;
-    s.Fill("0");
-    s.Set(7, "σχόλιο");
-    s.Set(3, "ab");
-    s.Set(7, "");
-    for (int j = 0; j < kSlotCount; ++j) EXPECT_EQ(s[j], j == 3 ? "ab" : j == 7 ? "" : "0") << j;
-    SlotTexts same;
-    same.Fill("0");
-    same.Set(3, "ab");
-    same.Set(7, "");
-    EXPECT_EQ(s, same);
 }
 
 TEST(TrackTable, CompactAtTheEdges) {

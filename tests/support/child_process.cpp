@@ -7,8 +7,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 extern char** environ;
@@ -78,11 +76,6 @@ std::string ChildProcess::Outcome() const {
     if (!m_ended) return "still running";
     if (EndSignal() != 0) return "signal " + std::to_string(EndSignal());
     return "exit " + std::to_string(ExitCode());
-}
-
-std::string Text_Of(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 bool Within(int ms, const std::function<bool()>& holds) {

@@ -24,6 +24,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
 
     bool Started() const { return m_pid > 0; }
+    pid_t Pid() const { return m_pid; }
     void Signal(int signal) const;
     // Whether it has ended, waiting up to ms for it.
     bool Ended(int ms = 0);
@@ -41,9 +42,6 @@ private:
     bool m_ended = false;
     int m_status = 0;
 };
-
-// The text of a file, empty when it is missing.
-std::string Text_Of(const std::filesystem::path& file);
 
 // Waits up to ms for the condition, checking it every 10 ms.
 bool Within(int ms, const std::function<bool()>& holds);

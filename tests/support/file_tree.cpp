@@ -1,6 +1,6 @@
 #include "support/file_tree.h"
 
-#include "support/golden_collection.h"
+#include "support/test_app.h"
 
 namespace velmora::testing {
 

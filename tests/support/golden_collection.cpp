@@ -1,8 +1,8 @@
 #include "support/golden_collection.h"
 
+#include "support/test_app.h"
+
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace velmora::testing {
 
@@ -79,15 +79,6 @@ void Write_Golden(const GoldenFiles& at, const Golden& g) {
     fs::create_directories(at.main.parent_path());
     fs::create_directories(at.filters.parent_path());
     Put(at.main, g.main), Put(at.files, g.files), Put(at.filters, g.filters);
-}
-
-std::string Bytes(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void Put(const fs::path& p, const std::string& bytes) {
-    std::ofstream(p, std::ios::binary | std::ios::trunc) << bytes;
 }
 
 }  // namespace velmora::testing

@@ -23,9 +23,10 @@ public:
     // cp1253: the text's bytes as the file holds them.
     RecordBytes& Text(int64_t rec, const std::string& cp1253) { return Field(rec, Le(cp1253.size(), 2) + cp1253); }
     std::string bytes;
+    // v in n bytes, little-endian.
+    static std::string Le(uint64_t v, int n);
 
 private:
-    static std::string Le(uint64_t v, int n);
     RecordBytes& Field(int64_t rec, const std::string& field);
     size_t m_length;
 };
@@ -50,8 +51,5 @@ GoldenFiles Golden_Files_In(const std::string& folder, const std::string& name =
 
 // Writes g to those places, making the folders.
 void Write_Golden(const GoldenFiles& at, const Golden& g = Golden_Bytes());
-
-std::string Bytes(const std::filesystem::path& p);
-void Put(const std::filesystem::path& p, const std::string& bytes);
 
 }  // namespace velmora::testing

@@ -4,11 +4,7 @@ namespace velmora::testing {
 
 namespace {
 
-std::string Le32(uint32_t v) {
-    std::string s;
-    for (int i = 0; i < 4; ++i) s.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-    return s;
-}
+std::string Le32(uint32_t v) { return RecordBytes::Le(v, 4); }
 
 }  // namespace
 

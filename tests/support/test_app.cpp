@@ -4,6 +4,8 @@
 #include <iterator>
 #include <random>
 
+#include "collection/collection_file.h"
+
 namespace velmora::testing {
 
 TempFolder::TempFolder() {
@@ -17,9 +19,13 @@ TempFolder::~TempFolder() {
     std::filesystem::remove_all(m_path, ec);
 }
 
-std::string Read_All(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+std::string Bytes(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+void Put(const std::filesystem::path& file, const std::string& bytes) {
+    std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
 }
 
 size_t Count(const std::string& text, const std::string& part) {
@@ -30,6 +36,18 @@ size_t Count(const std::string& text, const std::string& part) {
 
 TestApp::TestApp() : ctx(Ports{loop, dialogs, shell, player, reader, video, second}) {
     ctx.program_folder = folder.Str();
+}
+
+TestApp::TestApp(const std::string& program_folder) : TestApp() { ctx.program_folder = program_folder; }
+
+void Start_In(TestApp& app, const std::string& folder) {
+    app.ctx.program_folder = app.ctx.core.App_Path = folder;
+    Load_Pointer(app.ctx);
+}
+
+bool Load_In(TestApp& app, const std::string& folder) {
+    Start_In(app, folder);
+    return Load_Collection(app.ctx);
 }
 
 }  // namespace velmora::testing

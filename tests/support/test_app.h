@@ -27,12 +27,16 @@ private:
     std::filesystem::path m_path;
 };
 
-// A file's bytes, and how often a part occurs in a text.
-std::string Read_All(const std::string& path);
+// A file's bytes (none when it is missing); a file made to hold bytes; how
+// often a part occurs in a text.
+std::string Bytes(const std::filesystem::path& file);
+void Put(const std::filesystem::path& file, const std::string& bytes);
 size_t Count(const std::string& text, const std::string& part);
 
 struct TestApp {
     TestApp();
+    // Over the program folder of another.
+    explicit TestApp(const std::string& program_folder);
 
     TempFolder folder;
     VirtualEventLoop loop;
@@ -41,5 +45,11 @@ struct TestApp {
     StubEngine player{loop}, reader{loop}, video{loop}, second{loop};
     AppContext ctx;
 };
+
+// What a start finds on the disk of the program folder `folder`: the pointer
+// to the last Collection read, then that Collection loaded; true when it was
+// read whole.
+void Start_In(TestApp& app, const std::string& folder);
+bool Load_In(TestApp& app, const std::string& folder);
 
 }  // namespace velmora::testing
