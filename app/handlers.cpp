@@ -3,7 +3,9 @@
 #include <cstddef>
 
 #include "app/startup.h"
+#include "catalogue/catalogue_search.h"
 #include "catalogue/filter_building.h"
+#include "catalogue/filter_query.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "desktop/pages.h"
@@ -148,6 +150,20 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
 
     // The Filters menu.
     on(m("MnuMoreFiltersRemake").Click, MnuMoreFiltersRemake_Click);
+
+    // The catalogue: the nine boxes, the result lists, the two searches.
+    for (int k = 0; k < 9; ++k) {
+        on_index(f.Combo4_0[k].Click, Combo4_0_Click, k);
+        on_index(f.Combo4_0[k].Change_, Combo4_0_Change, k);
+    }
+    on(f.List4.MouseDown, List4_MouseDown);
+    on(f.List5.MouseDown, List5_MouseDown);
+    on_index(f.Command6[0].Click, Command6_Click, 0);
+    on(f.Command17.Click, Command17_Click);
+    on_index(f.Command16[1].Click, Command16_Click, 1);
+    // The batch on the filter results comes with the file operations.
+    f.Command16[0].SetEnabled(false);
+    f.Command16[0].SetToolTip(kNotBuiltTip);
 
     // Identification, from the Filters menu.
     on(m("MnuMoreFileSizesAll").Click, MnuMoreFileSizesAll_Click);

@@ -11,6 +11,7 @@
 #include "base/collection_records.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
+#include "catalogue/filter_query.h"
 #include "collection/collection_claim.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"

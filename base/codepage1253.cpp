@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace velmora {
 
@@ -200,9 +202,14 @@ std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes) {
 }
 
 std::string FoldCase(std::string_view utf8) {
-    // Folding keeps every character in place, so it works on a copy in place:
-    // ASCII costs one comparison a byte and nothing beyond the copy.
     std::string out(utf8);
+    FoldCaseInPlace(out);
+    return out;
+}
+
+void FoldCaseInPlace(std::string& out) {
+    // Folding keeps every character in place: ASCII costs one comparison a
+    // byte and nothing more.
     const size_t n = out.size();
     for (size_t i = 0; i < n; ++i) {
         const auto c = static_cast<unsigned char>(out[i]);
@@ -215,9 +222,74 @@ std::string FoldCase(std::string_view utf8) {
                 out[i + 1] = static_cast<char>(0x80 | (lower & 0x3F));
                 ++i;
             }
+        } else if (c == 0xCF && i + 1 < n && static_cast<unsigned char>(out[i + 1]) == 0x82) {
+            // The final sigma is the small form of the same capital.
+            out[++i] = static_cast<char>(0x83);
         }
     }
-    return out;
+}
+
+CaseBlindFinder::CaseBlindFinder(std::string_view needle) : m_needle(FoldCase(needle)) {
+    if (m_needle.empty()) return;
+    const size_t first_length = (static_cast<unsigned char>(m_needle[0]) & 0x80) == 0 ? 1 : 2;
+    const std::string first = m_needle.substr(0, std::min(first_length, m_needle.size()));
+    m_starts.push_back(first);
+    // Every character of the code page that folds to the same one.
+    for (int b = 0x20; b < 256; ++b) {
+        const std::string spelling = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));
+        if (spelling != first && FoldCase(spelling) == first) m_starts.push_back(spelling);
+    }
+}
+
+namespace {
+
+// True when text, folded as FoldCase folds it, begins with the folded
+// needle; it stops at the first character that differs.
+bool Starts_Folded(const char* text, const std::string& needle) {
+    const size_t n = needle.size();
+    for (size_t i = 0; i < n; ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        if (c < 0x80) {
+            const char folded = static_cast<char>(c >= 'A' && c <= 'Z' ? c | 0x20 : c);
+            if (folded != needle[i]) return false;
+        } else if ((c == kGreekLead || c == 0xCF) && i + 1 < n) {
+            const auto next = static_cast<unsigned char>(text[i + 1]);
+            char16_t lower = c == kGreekLead ? kGreekLower[next] : (next == 0x82 ? 0x3C3 : 0);
+            char lead = static_cast<char>(c), trail = static_cast<char>(next);
+            if (lower != 0) {
+                lead = static_cast<char>(0xC0 | (lower >> 6));
+                trail = static_cast<char>(0x80 | (lower & 0x3F));
+            }
+            if (lead != needle[i] || trail != needle[i + 1]) return false;
+            ++i;
+        } else if (text[i] != needle[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+bool CaseBlindFinder::In(std::string_view text) const {
+    if (m_needle.empty()) return true;
+    const size_t n = m_needle.size();
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    for (const std::string& start : m_starts) {
+        // The scan looks for the character's last byte: the first byte of a
+        // Greek letter is that of nearly every letter of a Greek row.
+        const size_t back = start.size() - 1;
+        const char key = start.back();
+        for (const char* at = begin + back; at < end; ++at) {
+            at = static_cast<const char*>(std::memchr(at, key, static_cast<size_t>(end - at)));
+            if (at == nullptr) break;
+            const char* from = at - back;
+            if (end - from < static_cast<ptrdiff_t>(n)) break;
+            if (std::memcmp(from, start.data(), back) == 0 && Starts_Folded(from, m_needle)) return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/add_command.h"
+#include "cli/catalogue_command.h"
 #include "cli/dump_command.h"
 #include "cli/folder_command.h"
 #include "cli/identify_command.h"
@@ -21,7 +22,9 @@ int Usage() {
                  "       velmora-cli info FILE.qel   a short summary\n"
                  "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n"
                  "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n"
-                 "       velmora-cli add FILE.qel DIR... [--subdirs]   add the media files of folders\n";
+                 "       velmora-cli add FILE.qel DIR... [--subdirs]   add the media files of folders\n"
+                 "       velmora-cli filter FILE.qel [--class S|A|B|C|X|-] [--artist T] ...   the catalogue's rows\n"
+                 "       velmora-cli search FILE.qel TEXT   the Tracks whose row holds TEXT\n";
     return 2;
 }
 
@@ -38,6 +41,8 @@ int main(int argc, char** argv) {
     if (argc >= 3 && std::strcmp(argv[1], "identify") == 0)
         return velmora::cli::Identify_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "add") == 0) return velmora::cli::Add_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "filter") == 0) return velmora::cli::Filter_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "search") == 0) return velmora::cli::Search_Command(argc - 2, argv + 2);
     if (argc != 3) return Usage();
     const std::string command = argv[1];
     if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);

@@ -109,8 +109,16 @@ struct ReportState {
 };
 
 // The filter rows, one cached fixed-width text per Track.
+// The catalogue: the cached fixed-width row of every Track, the choice of
+// the nine boxes, and the two head rows of the result lists.
 struct CatalogueState {
     std::vector<std::string> Filter_Text{std::string()};
+    std::array<std::string, 9> Filter_Value;  // the text chosen in box k
+    std::array<int32_t, 9> Filter_Active{};   // -1 when box k takes part
+    int32_t Any_Filter = 0;                   // -1 when any box takes part
+    bool Filtering = false;                   // a run of Filtered_Songs_List is under way
+    std::string Filter_Head_Title;
+    std::string Filter_Head_Rule;
 };
 
 // The timed events' trigger values.

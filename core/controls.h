@@ -101,7 +101,8 @@ public:
     int Last_Item_Changed() const { return m_last_item; }
 
     Signal<> Click;
-    Signal<> DblClick;  // raised by the view; the index is already set
+    Signal<> DblClick;   // raised by the view; the index is already set
+    Signal<> MouseDown;  // raised by the view for a click of the user's, once the index is set
 
 protected:
     // Called when SetListIndex has set the index, before the Click.

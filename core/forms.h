@@ -206,6 +206,7 @@ struct Form4 : FormState {
 struct Form5 : FormState {
     Form5() : FormState("Form5") { SetVisible(false); }
     Timer Timer1{"Form5.Timer1"};
+    ComboBox Combo1{"Form5.Combo1"};  // the files of the alarm's choice
 };
 
 // The start screen.

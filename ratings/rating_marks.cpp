@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
 #include "base/text_format.h"
 #include "core/app_context.h"
@@ -103,8 +104,7 @@ void Command8_Click(AppContext& ctx) {
     r.Rating_Code = static_cast<int16_t>(rating);
 
     Rate_Track(ctx, track, t.Rating_Class[track], rating);
-    // The cached filter row of the Track takes its new class here once the
-    // catalogue's rows are built (Update_Filter_Row(track, 0)).
+    Update_Filter_Row(ctx, track, 0);
     if (t.Any_Class_Play != 0) Class_Play_Totals(ctx);
     Etiketes_Synol_Songs(ctx);
 }

@@ -67,7 +67,7 @@ TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
         {"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ", "αβγδεζηθικλμνξοπρστυφχψω"},
         {"ΆΈΉΊΌΎΏ", "άέήίόύώ"},
         {"ΪΫ", "ϊϋ"},
-        {"ΣΟΦΟΣ ς", "σοφοσ ς"},
+        {"ΣΟΦΟΣ σοφός", "σοφοσ σοφόσ"},
         {"ΐΰ΅·", "ΐΰ΅·"},
         {"ÉЖ€", "ÉЖ€"},
         {"Mix Ελληνικά", "mix ελληνικά"},
@@ -78,8 +78,8 @@ TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
 }
 
 TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
-    // 26 Latin, 24 Greek, 7 accented and 2 with dialytika; every result stays
-    // in the code page and is already folded.
+    // 26 Latin, 24 Greek, 7 accented, 2 with dialytika and the final sigma;
+    // every result stays in the code page and is already folded.
     int changed = 0;
     for (int b = 0; b < 256; ++b) {
         const std::string utf8 = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));
@@ -88,7 +88,27 @@ TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
         EXPECT_EQ(std::tuple(folded.size(), FoldCase(folded)), std::tuple(utf8.size(), folded)) << std::hex << b;
         EXPECT_TRUE(utf8 == kReplacement || FitsCp1253(folded)) << std::hex << b;
     }
-    EXPECT_EQ(changed, 59);
+    EXPECT_EQ(changed, 60);
+}
+
+}  // namespace
+}  // namespace velmora
+
+namespace velmora {
+namespace {
+
+TEST(Codepage1253, TheCaseBlindFinderFindsEverySpellingOfTheText) {
+    const std::tuple<const char*, const char*, bool> cases[] = {
+        {"ΚΎΚΛΟΣ", "/Ο κύκλος.mp3", true},  // capitals, accent and the final sigma
+        {"κύκλοσ", "ΚΎΚΛΟΣ", true},
+        {"κυκλος", "κύκλος", false},       // an accent is a letter of its own
+        {"mp3", "ΤΡΑΓΟΎΔΙ.MP3", true},     // at the very end
+        {"zorba", "Zorb", false},          // longer than what is left
+        {"ία", "Ί", false},                // the text ends inside the needle's first character
+        {"", "anything", true},
+        {"3276", "Κομμάτι 32761 και 3276", true},  // a near miss before the match
+    };
+    for (const auto& [needle, text, found] : cases) EXPECT_EQ(CaseBlindFinder(needle).In(text), found) << needle;
 }
 
 }  // namespace
