@@ -157,7 +157,8 @@ QLayout* CatalogueView::SearchRow(int text_index, CaptionControl& button, const 
 
 void CatalogueView::ApplyBoxesEnabled() {
     const bool on = m_form.Frame12.Enabled();
-    if (on == m_box_grid->isEnabled()) return;
+    // The grid's own state: the whole window may be disabled around it.
+    if (on == m_box_grid->isEnabledTo(m_box_grid->parentWidget())) return;
     if (!on) {
         // A filter runs on every letter typed into a box: the letters that
         // follow must find the box as the user left it.

@@ -39,7 +39,9 @@ ResultListView::ResultListView(ListBox& box, QWidget* parent)
     // A click on the row already selected changes no selection, and still
     // goes to its Track again.
     connect(this, &QAbstractItemView::pressed, this, [this] {
-        if (!m_syncing) Gesture();
+        if (m_syncing) return;
+        m_mouse_pending = true;
+        Gesture();
     });
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex& index) {
         if (!index.isValid()) return;
@@ -94,9 +96,12 @@ void ResultListView::Gesture() {
     if (m_click_pending) return;
     m_click_pending = true;
     QTimer::singleShot(0, this, [this] {
-        m_click_pending = false;
+        const bool mouse = m_mouse_pending;
+        m_click_pending = m_mouse_pending = false;
         const int row = currentIndex().row();
-        if (row >= 0 && row < m_box.ListCount()) m_box.SetListIndex(row);
+        if (row < 0 || row >= m_box.ListCount()) return;
+        m_box.SetListIndex(row);
+        if (mouse) m_box.MouseDown.emit();
     });
 }
 

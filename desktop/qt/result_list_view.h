@@ -3,8 +3,9 @@
 // Track): drawn in a monospaced font so that the fields of all rows stand in
 // columns, scrolled sideways, read from the box row by row as they show.
 // A click, or a move with the keys, stores the selection the gesture made in
-// the box and tells it as one Click with the list index at the current row;
-// the handlers decide what it means.
+// the box and tells it as one Click with the list index at the current row,
+// and a click of the mouse as MouseDown after it; the handlers decide what
+// either means.
 
 #include <QListView>
 
@@ -38,6 +39,7 @@ private:
     ListBoxModel* m_model;
     bool m_syncing = false;        // the view is being set from the box
     bool m_click_pending = false;  // a gesture's Click waits for the loop's turn
+    bool m_mouse_pending = false;  // and the gesture was a click of the mouse
     std::vector<Subscription> m_subscriptions;
 };
 
