@@ -292,4 +292,10 @@ bool CaseBlindFinder::In(std::string_view text) const {
     return false;
 }
 
+std::string& FoldCaseInto(std::string_view utf8, std::string& out) {
+    out.assign(utf8);
+    FoldCaseInPlace(out);
+    return out;
+}
+
 }  // namespace velmora

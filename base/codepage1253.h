@@ -31,6 +31,8 @@ std::string Cp1253_Storable(std::string_view utf8, size_t max_bytes);
 // as both are the small forms of Σ; other characters stay as they are. The
 // folded text has the same length in bytes as the original.
 std::string FoldCase(std::string_view utf8);
+// The same into `out`, whose room is used again: for folding many texts.
+std::string& FoldCaseInto(std::string_view utf8, std::string& out);
 void FoldCaseInPlace(std::string& utf8);
 // Finds a text within others without regard to case, many times over: the
 // spellings of its first character are looked up with the library's fast

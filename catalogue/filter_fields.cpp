@@ -40,7 +40,7 @@ std::string Join(Value&& value) {
     return row;
 }
 
-const std::string& Class_Caption(const AppContext& ctx, int i) {
+std::string_view Class_Caption(const AppContext& ctx, int i) {
     const TrackTable& t = ctx.table;
     return ctx.form1.Combo4_0[0].List(i >= 0 && i <= t.Bound() ? t.Rating_Class[i] : -1);
 }
@@ -71,11 +71,11 @@ std::string Filter_Row(const AppContext& ctx, int i) {
     const TrackTable& t = ctx.table;
     const Form1& f = ctx.form1;
     const bool in_table = i >= 0 && i <= t.Bound();
-    const std::string& path = f.List2.List(i);
+    const std::string_view path = f.List2.List(i);
     const size_t slash = path.rfind('/');
-    const std::string_view folder = slash == std::string::npos ? std::string_view() : std::string_view(path).substr(0, slash + 1);
-    const std::string_view name = slash == std::string::npos ? std::string_view(path) : std::string_view(path).substr(slash + 1);
-    const std::string bitrate = f.List3_0[4].List(i) + "Kbps";
+    const std::string_view folder = slash == std::string_view::npos ? std::string_view() : path.substr(0, slash + 1);
+    const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
+    const std::string bitrate = std::string(f.List3_0[4].List(i)) + "Kbps";
     auto column = [&](const std::vector<std::string>& col) -> std::string_view {
         return in_table ? std::string_view(col[i]) : std::string_view();
     };
@@ -123,10 +123,10 @@ std::string Filter_Column_Value(const AppContext& ctx, int k, int i) {
     const Form1& f = ctx.form1;
     const bool in_table = i >= 0 && i <= t.Bound();
     switch (k) {
-        case 0: return Class_Caption(ctx, i);
-        case 1: return f.List3_0[2].List(i);
-        case 2: return f.List3_0[3].List(i);
-        case 3: return f.List3_0[4].List(i) + "Kbps";
+        case 0: return std::string(Class_Caption(ctx, i));
+        case 1: return std::string(f.List3_0[2].List(i));
+        case 2: return std::string(f.List3_0[3].List(i));
+        case 3: return std::string(f.List3_0[4].List(i)) + "Kbps";
         case 4: return in_table ? t.Genre[i] : std::string();
         case 5: return in_table ? t.Album[i] : std::string();
         case 6: return in_table ? t.Artist[i] : std::string();

@@ -87,7 +87,7 @@ void Etiketes_Synol_Songs(AppContext& ctx) {
         f.Label6.SetCaption(mode);
         g.Label6.SetCaption(mode);
 
-        const std::string path = f.List2.List(t.Current_Track);
+        const std::string path(f.List2.List(t.Current_Track));
         std::string name;
         File_Name_Of(path, name);
         f.Text6.SetText(path);

@@ -141,7 +141,7 @@ int Filter_Command(int argc, char** argv) {
     Apply_Filters(ctx);
     const ListBox& list = ctx.catalogue.Any_Filter == -1 ? ctx.form1.List4 : ctx.form1.List5;
     std::string out;
-    for (const std::string& row : list.Items()) (out += row) += '\n';
+    for (std::string_view row : list.Items()) (out += row) += '\n';
     std::fwrite(out.data(), 1, out.size(), stdout);
     return whole ? 0 : 1;
 }
@@ -164,7 +164,7 @@ int Search_Command(int argc, char** argv) {
     for (int r = 2; r < rows.ListCount(); ++r) {
         if (!finder.In(rows.List(r))) continue;
         const int track = Row_Track_Number(rows.List(r));
-        out += Format(int64_t{track}, "000000") + "\t" + ctx.form1.List2.List(track - 1) + "\n";
+        ((out += Format(int64_t{track}, "000000") + "\t") += ctx.form1.List2.List(track - 1)) += "\n";
     }
     std::fwrite(out.data(), 1, out.size(), stdout);
     return whole ? 0 : 1;

@@ -71,13 +71,13 @@ std::string StatusLine(const AppContext& ctx) {
     const Form1& f = ctx.form1;
     const int row = ctx.table.Current_Track;
     std::string name;
-    if (row >= 0 && row < f.List2.ListCount()) name = NameOf(f.List2.List(row));
+    if (row >= 0 && row < f.List2.ListCount()) name = NameOf(std::string(f.List2.List(row)));
     // The boxes are empty until the clock's first tick.
     auto clock = [](const std::string& text) { return text.empty() ? std::string("00:00:00") : text; };
     std::string line = "[" + std::to_string(row + 1) + "/" + std::to_string(f.List2.ListCount()) + "] " + name +
                        "  " + clock(f.Text5[1].Text()) + " / -" + clock(f.Text5[2].Text());
     // The class as the list shows it: S, A, B, C, X or "-" for Unmarked.
-    if (row >= 0 && row < f.List3_0[1].ListCount()) line += "  [" + f.List3_0[1].List(row) + "]";
+    if (row >= 0 && row < f.List3_0[1].ListCount()) line.append("  [").append(f.List3_0[1].List(row)).append("]");
     if (!f.Label6.Caption().empty()) line += "  " + f.Label6.Caption();
     if (ctx.ports.player.playState() == PS_Paused) line += "  (paused)";
     return line;

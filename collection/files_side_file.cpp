@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -21,14 +20,14 @@ namespace {
 // Progress of the files reader and writer: every 40th row and the last 50.
 bool Progress_Due(int64_t row, int64_t total) { return row % 40 == 0 || total - row < 50; }
 
-void Append(ListBox& list, std::vector<std::string> rows) {
+void Append(ListBox& list, PackedTexts rows) {
     if (rows.empty()) return;
     if (list.ListCount() == 0) {
         list.Assign(std::move(rows));
         return;
     }
-    std::vector<std::string> items = list.Items();
-    items.insert(items.end(), std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
+    PackedTexts items = list.Items();
+    items.append(rows);
     list.Assign(std::move(items));
 }
 
@@ -56,7 +55,7 @@ void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.
-using ListRows = std::array<std::vector<std::string>, 6>;
+using ListRows = std::array<PackedTexts, 6>;
 
 // How the reading went: the rows kept, those of them played, and what the
 // pathless Tracks left out did to the row of Current_Track.
@@ -104,7 +103,7 @@ RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
             // A Track that moved up stands one row further down on the disk.
             t.Saved[row] = row == i;
             t.Total_Duration += t.Duration[row];
-            rows[0].push_back(std::move(path_text));
+            rows[0].push_back(path_text);
             rows[1].push_back(Row_Number_Text(row));
             rows[2].push_back(Class_Letter(t.Rating_Class[row]));
             rows[3].push_back(Duration_Text(t.Duration[row]));
@@ -139,7 +138,8 @@ void Load_Files(AppContext& ctx, const std::string& path, bool& error) {
     }
 
     ListRows rows;
-    for (auto& list : rows) list.reserve(static_cast<size_t>(std::max(t.Track_Count, 0)));
+    // The mirrors' texts are a few bytes a row; the paths' room grows as they come.
+    for (auto& list : rows) list.reserve(static_cast<size_t>(std::max(t.Track_Count, 0)), 0);
     const RowsRead read = Read_Rows(ctx, file, rows);
     // The rows go to the lists in one piece, however the reading ended: the
     // Tracks read so far stay. Appending row by row would keep each list's

@@ -2,8 +2,10 @@
 // and read in sequence from the first record.
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "base/record_file.h"
@@ -40,6 +42,10 @@ std::string From_Character(const std::string& utf8, int n) {
 // Progress of the filters reader: every 100th item and the last 150.
 bool Progress_Due(int64_t done, int64_t total) { return done % 100 == 0 || total - done < 150; }
 
+// What an incremental save remembers of a stored item instead of a copy:
+// two texts with one hash are a chance of one in 2^64 for each item changed.
+uint64_t Stored_Hash(std::string_view text) { return std::hash<std::string_view>{}(text); }
+
 }  // namespace
 
 FilterLists Filter_Lists(Form1& f) {
@@ -73,25 +79,27 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
     std::vector<std::string>& filter_text = ctx.catalogue.Filter_Text;
     filter_text.assign(static_cast<size_t>(std::max(upper, 0)) + 1, std::string());
     int64_t done = 0;
+    PackedTexts rows;
     // A record that cannot be read inside the file is passed over.
     const ReadFaults faults = Read_Filter_Items(file, counts, [&](int list, int j, const std::string* text) {
         ++done;
         if (Progress_Due(done, total)) Show_Progress(f, done, total, 1);
         if (!text) return;
-        stored[list].push_back(*text);
+        stored[list].push_back(Stored_Hash(*text));
         if (list < kRowsList) {
             if (lists.boxes[list]) lists.boxes[list]->AddItem(*text);
-        } else if (j >= 2) {
-            // The first two rows are headings; from the third on, a row is
-            // the Track's number twice and then its cached filter text.
-            filter_text[j] = From_Character(*text, 15);
+            return;
         }
+        rows.push_back(*text);
+        // The first two rows are headings; from the third on, a row is
+        // the Track's number twice and then its cached filter text.
+        if (j >= 2) filter_text[j] = From_Character(*text, 15);
     });
     if (faults.Any()) error = true;
     // One row per Track: they go to the list in one piece, as the Tracks do.
-    std::vector<std::string> rows = lists.rows->Items();
-    rows.insert(rows.end(), stored[kRowsList].begin(), stored[kRowsList].end());
-    lists.rows->Assign(std::move(rows));
+    PackedTexts items = lists.rows->Items();
+    items.append(rows);
+    lists.rows->Assign(std::move(items));
     ctx.collection.Stored_Filters_Known = !error;
     ctx.table.Filters_Changed = 0;
 }
@@ -131,13 +139,13 @@ void Write_Filters(AppContext& ctx, const std::string& path, bool& error, bool* 
         const ListBox* list = k < kRowsList ? lists.boxes[k] : lists.rows;
         c.Stored_Filters[k].clear();
         if (!list) continue;
-        for (const std::string& item : list->Items()) {
+        for (std::string_view item : list->Items()) {
             if (!file.PutString(record++, item)) {
                 error = true;
                 clean = false;
                 Note_Save_Fault(ctx, path, file.LastError());
             }
-            c.Stored_Filters[k].push_back(item);
+            c.Stored_Filters[k].push_back(Stored_Hash(item));
         }
         c.Stored_Revisions[k] = list->Revision();
     }
@@ -154,9 +162,9 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
     const FilterLists lists = Filter_Lists(ctx.form1);
     CollectionState& c = ctx.collection;
     if (!c.Stored_Filters_Known || !File_Exists(path)) return false;
-    std::array<const std::vector<std::string>*, kLists> now{};
+    std::array<const PackedTexts*, kLists> now{};
     std::array<uint64_t, kLists> revisions{};
-    static const std::vector<std::string> kNone;
+    static const PackedTexts kNone;
     for (int k = 0; k < kLists; ++k) {
         const ListBox* list = k < kRowsList ? lists.boxes[k] : lists.rows;
         now[k] = list ? &list->Items() : &kNone;
@@ -183,8 +191,9 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
             continue;
         }
         for (size_t j = 0; j < now[k]->size(); ++j, ++record) {
-            const std::string& item = (*now[k])[j];
-            if (item == c.Stored_Filters[k][j]) continue;
+            const std::string_view item = (*now[k])[j];
+            const uint64_t hash = Stored_Hash(item);
+            if (hash == c.Stored_Filters[k][j]) continue;
             // Opened only when something differs: an unchanged file keeps its date.
             if (!file.IsOpen() && !file.Open(path, kFiltersRecordLength)) {
                 disk_error();
@@ -195,7 +204,7 @@ bool Update_Filters_In_Place(AppContext& ctx, const std::string& path, bool& err
                 clean = false;
                 Note_Save_Fault(ctx, path, file.LastError());
             }
-            c.Stored_Filters[k][j] = item;
+            c.Stored_Filters[k][j] = hash;
         }
     }
     if (!broken) c.Stored_Revisions = revisions;

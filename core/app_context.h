@@ -71,8 +71,10 @@ struct CollectionState {
     int32_t Stat_Hours = 0, Stat_Minutes = 0, Stat_Seconds = 0;
     // The filter lists as the filters side file holds them (value boxes 1 to
     // 8, then the filter rows), when known from the last load or write: an
-    // incremental save then rewrites only the records that differ.
-    std::array<std::vector<std::string>, 9> Stored_Filters;
+    // incremental save then rewrites only the records that differ. Each item
+    // is kept as a hash of its text, not as a copy of a list that can hold a
+    // row per Track.
+    std::array<std::vector<uint64_t>, 9> Stored_Filters;
     bool Stored_Filters_Known = false;
     // The Revision of each list when Stored_Filters last matched it; 0 when
     // that is not known and the items must be compared.

@@ -6,34 +6,28 @@
 
 namespace velmora {
 
-namespace {
-const std::string kEmpty;
+std::string_view ListBox::List(int index) const {
+    if (index < 0 || index >= ListCount()) return {};
+    return m_items[static_cast<size_t>(index)];
 }
 
-const std::string& ListBox::List(int index) const {
-    if (index < 0 || index >= ListCount()) return kEmpty;
-    return m_items[index];
-}
-
-void ListBox::SetList(int index, std::string text) {
+void ListBox::SetList(int index, std::string_view text) {
     // The same text again changes nothing: no redraw, and the revision stays,
     // so whoever stored the items still knows them current.
-    if (index < 0 || index >= ListCount() || m_items[index] == text) return;
-    m_items[index] = std::move(text);
+    if (index < 0 || index >= ListCount() || m_items[static_cast<size_t>(index)] == text) return;
+    m_items.set(static_cast<size_t>(index), text);
     m_index_valid = false;
     Touch(index);
 }
 
-int ListBox::SortedPosition(const std::string& text) const {
+int ListBox::SortedPosition(std::string_view text) const {
     const std::string key = FoldCase(text);
     auto it = std::upper_bound(m_items.begin(), m_items.end(), key,
-                               [](const std::string& k, const std::string& item) {
-                                   return k < FoldCase(item);
-                               });
+                               [](const std::string& k, std::string_view item) { return k < FoldCase(item); });
     return static_cast<int>(it - m_items.begin());
 }
 
-int ListBox::AddItem(std::string text, int index) {
+int ListBox::AddItem(std::string_view text, int index) {
     int row = ListCount();
     if (m_sorted) {
         row = SortedPosition(text);
@@ -41,11 +35,11 @@ int ListBox::AddItem(std::string text, int index) {
         row = index;
     }
     if (row == ListCount()) {
-        if (m_index_valid) m_index[FoldCase(text)].push_back(row);
-        m_items.push_back(std::move(text));
+        m_items.push_back(text);
         m_selected.push_back(0);
+        if (m_index_valid) m_index.Add(m_items, row);
     } else {
-        m_items.insert(m_items.begin() + row, std::move(text));
+        m_items.insert(static_cast<size_t>(row), text);
         m_selected.insert(m_selected.begin() + row, 0);
         m_index_valid = false;
         if (m_list_index >= row) ++m_list_index;
@@ -56,7 +50,7 @@ int ListBox::AddItem(std::string text, int index) {
 
 void ListBox::RemoveItem(int index) {
     if (index < 0 || index >= ListCount()) return;
-    m_items.erase(m_items.begin() + index);
+    m_items.erase(static_cast<size_t>(index));
     m_selected.erase(m_selected.begin() + index);
     m_index_valid = false;
     if (m_list_index == index) m_list_index = -1;
@@ -66,22 +60,28 @@ void ListBox::RemoveItem(int index) {
 
 void ListBox::Clear() {
     m_items.clear();
+    m_items.shrink_to_fit();
     m_selected.clear();
-    m_index.clear();
+    m_index.Clear();
     m_index_valid = true;
     m_list_index = -1;
     m_top_index = 0;
     Touch();
 }
 
-void ListBox::Assign(std::vector<std::string> items) {
-    m_items = std::move(items);
+void ListBox::Assign(PackedTexts items) {
     if (m_sorted) {
-        std::stable_sort(m_items.begin(), m_items.end(), [](const std::string& a, const std::string& b) {
+        std::vector<std::string> sorted(items.begin(), items.end());
+        std::stable_sort(sorted.begin(), sorted.end(), [](const std::string& a, const std::string& b) {
             return FoldCase(a) < FoldCase(b);
         });
+        items = PackedTexts(sorted);
     }
+    // Whoever built the items may have left room for growth; a box keeps none.
+    items.shrink_to_fit();
+    m_items = std::move(items);
     m_selected.assign(m_items.size(), 0);
+    m_index.Clear();
     m_index_valid = false;
     m_list_index = -1;
     m_top_index = 0;
@@ -127,36 +127,27 @@ int ListBox::SelCount() const {
     return static_cast<int>(std::count(m_selected.begin(), m_selected.end(), 1));
 }
 
-void ListBox::RebuildIndex() const {
-    m_index.clear();
-    m_index.reserve(m_items.size());
-    for (int row = 0; row < ListCount(); ++row) m_index[FoldCase(m_items[row])].push_back(row);
-    m_index_valid = true;
-}
-
 int ListBox::FindExact(std::string_view text, int start) const {
     if (m_items.empty()) return -1;
-    if (!m_index_valid) RebuildIndex();
-    auto it = m_index.find(FoldCase(text));
-    if (it == m_index.end()) return -1;
-    const std::vector<int>& rows = it->second;
-    if (start < 0 || start >= ListCount()) return rows.front();
-    // The first row behind start, or wrapping round to the first from the top.
-    auto after = std::upper_bound(rows.begin(), rows.end(), start);
-    return after != rows.end() ? *after : rows.front();
+    if (!m_index_valid) {
+        m_index.Build(m_items);
+        m_index_valid = true;
+    }
+    return m_index.Find(m_items, text, start);
 }
 
 int ListBox::FindPrefix(std::string_view text, int start) const {
     const int n = ListCount();
     if (n == 0) return -1;
     const std::string prefix = FoldCase(text);
+    std::string head;
     if (start < 0 || start >= n) start = n - 1;
     for (int k = 1; k <= n; ++k) {
         const int row = (start + k) % n;
-        const std::string& item = m_items[row];
+        const std::string_view item = m_items[static_cast<size_t>(row)];
         // Folding keeps the byte length, so the item's head folds to the same
         // length as the prefix.
-        if (item.size() >= prefix.size() && FoldCase(std::string_view(item).substr(0, prefix.size())) == prefix)
+        if (item.size() >= prefix.size() && FoldCaseInto(item.substr(0, prefix.size()), head) == prefix)
             return row;
     }
     return -1;

@@ -6,10 +6,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "base/packed_texts.h"
 #include "base/signal.h"
+#include "core/folded_text_index.h"
 
 namespace velmora {
 
@@ -48,18 +49,22 @@ private:
     std::string m_tooltip;
 };
 
-// A list box. Finds are without regard to case; the exact find is answered
-// from a case-folded index kept beside the items, with the row a scan would give.
+// A list box. Its items are packed into one buffer (a full Collection's
+// paths and their five mirrors are six of them); an item is read as a view
+// that holds until the next change of the items. Finds are without regard
+// to case; the exact find is answered from an index of hashes kept beside
+// the items, with the row a scan would give.
 class ListBox : public Control {
 public:
     using Control::Control;
 
     int ListCount() const { return static_cast<int>(m_items.size()); }
-    const std::string& List(int index) const;
-    void SetList(int index, std::string text);
+    // Empty for a row that does not exist.
+    std::string_view List(int index) const;
+    void SetList(int index, std::string_view text);
     // Appends (index -1 or ListCount) or inserts at index; a sorted box ignores
     // the index and keeps its order. Returns the row the item went to.
-    int AddItem(std::string text, int index = -1);
+    int AddItem(std::string_view text, int index = -1);
     void RemoveItem(int index);
     void Clear();
 
@@ -89,8 +94,9 @@ public:
     int FindPrefix(std::string_view text, int start = -1) const;
 
     // Replaces all items at once (one notification).
-    void Assign(std::vector<std::string> items);
-    const std::vector<std::string>& Items() const { return m_items; }
+    void Assign(PackedTexts items);
+    void Assign(const std::vector<std::string>& items) { Assign(PackedTexts(items)); }
+    const PackedTexts& Items() const { return m_items; }
     // Changes with every change of the items, and is never the same for two
     // boxes: whoever stored the items can tell they are still the same
     // without comparing them. 0 for a box whose items never changed.
@@ -109,11 +115,10 @@ protected:
     virtual void Index_Chosen(int) {}
 
 private:
-    void RebuildIndex() const;
     void Touch(int item = -1);  // contents changed; item: the one row whose text alone changed
-    int SortedPosition(const std::string& text) const;
+    int SortedPosition(std::string_view text) const;
 
-    std::vector<std::string> m_items;
+    PackedTexts m_items;
     uint64_t m_revision = 0;
     int m_last_item = -1;
     std::vector<char> m_selected;
@@ -121,9 +126,9 @@ private:
     int m_top_index = 0;
     bool m_sorted = false;
     bool m_multi_select = false;
-    // Folded text -> rows holding it, ascending. Rebuilt lazily after anything
-    // but an append, so adding with a find before each add stays O(1).
-    mutable std::unordered_map<std::string, std::vector<int>> m_index;
+    // Built on the first find after anything but an append, so adding with
+    // a find before each add stays linear in all.
+    mutable FoldedTextIndex m_index;
     mutable bool m_index_valid = true;
 };
 
@@ -138,7 +143,7 @@ public:
     Signal<> Change_;
 
 protected:
-    void Index_Chosen(int index) override { SetText(index >= 0 ? List(index) : std::string()); }
+    void Index_Chosen(int index) override { SetText(index >= 0 ? std::string(List(index)) : std::string()); }
 
 private:
     std::string m_text;

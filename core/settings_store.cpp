@@ -214,7 +214,7 @@ void Exchange(Io& io, AppContext& ctx) {
     if (clipped) io.Fault();
     io.Integer(n);
     for (int i = 0; i < n; ++i) {
-        std::string item = reading ? std::string() : f.List1.List(i);
+        std::string item = reading ? std::string() : std::string(f.List1.List(i));
         if (!io.Text(item)) continue;
         if constexpr (reading) {
             if (i < f.List1.ListCount()) f.List1.SetList(i, std::move(item));

@@ -97,13 +97,13 @@ public:
         for (int i = 0; i <= last; ++i) {
             if (subdirs) {
                 if (m_f.Option1_1.Value() != 0 && !m_f.List1.Selected(i)) continue;
-                m_f.File1.SetPath(m_f.List1.List(i));
+                m_f.File1.SetPath(std::string(m_f.List1.List(i)));
                 Refresh_File_List(m_f.File1);
             }
             const std::string folder = With_Slash(m_f.File1.Path());
             for (int j = 0; j < m_f.File1.ListCount(); ++j) {
                 if (!subdirs && m_f.Option4[1].Value() != 0 && !m_f.File1.Selected(j)) continue;
-                const std::string& name = m_f.File1.List(j);
+                const std::string name(m_f.File1.List(j));
                 if (!visit(folder + name, name)) return;
             }
             if ((i + 1) % 10 == 0 || i + 1 > last - 50) Show_Progress(m_f, i + 1, last + 1, 0);

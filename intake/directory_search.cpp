@@ -178,7 +178,7 @@ void List3_Click(AppContext& ctx) {
     Form1& f = ctx.form1;
     std::string pattern;
     for (int i = 0; i < f.List3.ListCount(); ++i)
-        if (f.List3.Selected(i)) pattern += f.List3.List(i) + ";";
+        if (f.List3.Selected(i)) pattern.append(f.List3.List(i)).append(";");
     if (!pattern.empty()) pattern.pop_back();
     ctx.intake.Search_Stale = true;
     f.File1.SetPattern(pattern);
@@ -294,7 +294,7 @@ void Ypo_Fakeloi_Search(AppContext& ctx, std::string path) {
     // unlike File1's; a type chosen twice counts its files twice.
     std::vector<std::string> types;
     for (int i = 0; i < f.List3.ListCount(); ++i)
-        if (f.List3.Selected(i)) types.push_back(f.List3.List(i).substr(1));
+        if (f.List3.Selected(i)) types.emplace_back(f.List3.List(i).substr(1));
 
     int64_t dir_count = 0, file_count = 0;
     std::vector<std::string> files, dirs;

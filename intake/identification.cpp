@@ -82,7 +82,7 @@ void Identify_Row(AppContext& ctx, int i, IdentifyState& run) {
     Form1& f = ctx.form1;
     TrackTable& t = ctx.table;
     EventLoop& loop = ctx.ports.loop;
-    const std::unique_ptr<MediaItem> item = ctx.ports.reader.newMedia(f.List2.List(i));
+    const std::unique_ptr<MediaItem> item = ctx.ports.reader.newMedia(std::string(f.List2.List(i)));
     auto info = [&item](const char* name) { return item ? item->getItemInfo(name) : std::string(); };
 
     if (item) {

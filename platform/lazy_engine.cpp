@@ -9,6 +9,7 @@ MediaEngine& LazyEngine::Engine() {
     m_engine = m_factory();
     m_state_link = m_engine->PlayStateChange.connect([this](int state) { PlayStateChange.emit(state); });
     m_status_link = m_engine->StatusChange.connect([this] { StatusChange.emit(); });
+    m_sound_link = m_engine->SoundDeviceMissing.connect([this] { SoundDeviceMissing.emit(); });
     if (m_enabled) m_engine->setEnabled(*m_enabled);
     if (m_ui_mode) m_engine->setUiMode(*m_ui_mode);
     if (m_auto_start) m_engine->setAutoStart(*m_auto_start);

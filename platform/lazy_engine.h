@@ -1,7 +1,8 @@
 #pragma once
 // A media engine that starts its player on first use. The video window's and
-// the second player's engines stay unused in most sessions, and each libmpv
-// instance holds a few megabytes and threads of its own from the start.
+// the second player's engines stay unused in most sessions, the reader's
+// player is never needed to read a file, and the player not before the
+// first file plays; each libmpv instance holds a few megabytes and threads.
 // Settings given before then are kept and handed on when it starts.
 
 #include <functional>
@@ -16,7 +17,11 @@ namespace velmora {
 class LazyEngine : public MediaEngine {
 public:
     using Factory = std::function<std::unique_ptr<MediaEngine>()>;
-    explicit LazyEngine(Factory factory) : m_factory(std::move(factory)) {}
+    using Reader = std::function<std::unique_ptr<MediaItem>(const std::string& path)>;
+    // An engine whose newMedia reads the file without its player may be
+    // given that reading: reading files then never starts the player.
+    explicit LazyEngine(Factory factory, Reader reader = nullptr)
+        : m_factory(std::move(factory)), m_reader(std::move(reader)) {}
 
     bool Started() const { return m_engine != nullptr; }
 
@@ -26,7 +31,9 @@ public:
     Status close() override { return m_engine ? m_engine->close() : Status{}; }
     void setEnabled(bool enabled) override;
     void setUiMode(const std::string& mode) override;
-    std::unique_ptr<MediaItem> newMedia(const std::string& path) override { return Engine().newMedia(path); }
+    std::unique_ptr<MediaItem> newMedia(const std::string& path) override {
+        return m_reader ? m_reader(path) : Engine().newMedia(path);
+    }
     std::unique_ptr<MediaItem> currentMedia() override { return m_engine ? m_engine->currentMedia() : nullptr; }
     int playState() const override { return m_engine ? m_engine->playState() : PS_Undefined; }
 
@@ -46,8 +53,9 @@ private:
     MediaEngine& Engine();
 
     Factory m_factory;
+    Reader m_reader;
     std::unique_ptr<MediaEngine> m_engine;
-    Subscription m_state_link, m_status_link;
+    Subscription m_state_link, m_status_link, m_sound_link;
     // What was set before the engine started.
     std::optional<bool> m_enabled, m_auto_start, m_mute;
     std::optional<std::string> m_ui_mode;

@@ -140,7 +140,7 @@ void Command10_Click(AppContext& ctx, int index) {
     Form1& f = ctx.form1;
     const TrackTable& t = ctx.table;
     if (index == 0) {
-        const std::string path = f.List2.List(f.List2.ListIndex());
+        const std::string path(f.List2.List(f.List2.ListIndex()));
         if (path.empty()) {
             Log_Line(ctx, "-> Δεν υπάρχει κανένα αρχείο για προβολή - No file to display");
             return;

@@ -145,7 +145,7 @@ void Rate_Track(AppContext& ctx, int track, int old_rating, int rating) {
     // The file's name alone, as every line about a file names it.
     const ListBox& paths = ctx.form1.List2;
     std::string name;
-    if (track >= 0 && track < paths.ListCount()) File_Name_Of(paths.List(track), name);
+    if (track >= 0 && track < paths.ListCount()) File_Name_Of(std::string(paths.List(track)), name);
     Log_Line(ctx, "-> " + words.greek + " Αγαπημένα -* " + words.word + " *- το : " + "\n" + "\"" + name + "\"" +
                       " " + "\n" + words.english + " Favorites -* " + words.word + " *-");
 }

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 class QWidget;
 
@@ -12,7 +13,7 @@ namespace velmora {
 
 class Control;
 
-inline QString Q(const std::string& text) { return QString::fromStdString(text); }
+inline QString Q(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // Follows the control's Enabled and Visible. A control with a tip shows it;
 // one without shows tip_when_none, or leaves the widget's own tip alone when

@@ -29,6 +29,12 @@ size_t Old_Text_At(const std::string& text, const std::string& shown) {
 
 }  // namespace
 
+NewestFirstText::NewestFirstText(QPlainTextEdit& box) : m_box(box) {
+    // Nobody undoes a log; kept, the history would hold every line ever
+    // cut from its end, and the document would never drop the text behind it.
+    m_box.setUndoRedoEnabled(false);
+}
+
 void NewestFirstText::Show(const std::string& text) {
     if (text == m_shown) return;
     const size_t at = Old_Text_At(text, m_shown);

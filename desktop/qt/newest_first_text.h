@@ -12,7 +12,7 @@ namespace velmora {
 
 class NewestFirstText {
 public:
-    explicit NewestFirstText(QPlainTextEdit& box) : m_box(box) {}
+    explicit NewestFirstText(QPlainTextEdit& box);
     void Show(const std::string& text);
 
 private:

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -18,7 +19,9 @@
 #include "desktop/qt/main_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
+#include "platform/heap_release.h"
 #include "platform/lazy_engine.h"
+#include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
@@ -40,7 +43,7 @@ bool DisplayAvailable() { return Set("QT_QPA_PLATFORM") || Set("DISPLAY") || Set
 // entries that the folder begins with.
 std::string DriveOf(const velmora::FileSystemBox& drives, const std::string& folder) {
     std::string best = "/";
-    for (const std::string& point : drives.Items()) {
+    for (std::string_view point : drives.Items()) {
         const bool holds = folder == point || (folder.rfind(point, 0) == 0 && !point.empty() &&
                                                (point.back() == '/' || folder[point.size()] == '/'));
         if (holds && point.size() > best.size()) best = point;
@@ -87,11 +90,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     auto report = [](const MpvEngine& engine) {
         if (!engine.InitError().empty()) std::fprintf(stderr, "velmora: media engine: %s\n", engine.InitError().c_str());
     };
-    MpvEngine player(loop, {.ao = {}, .vo = "null", .wid = 0});
-    MpvEngine reader(loop, {.ao = "null", .vo = "null", .wid = 0});
-    report(player);
-    report(reader);
-    // The video window's and the second player's engines start when first used.
+    // Each engine starts when first used: a window that plays nothing, or
+    // reads no file, holds no player for it.
     auto started = [&loop, report](MpvEngine::Options options) {
         return [&loop, report, options]() -> std::unique_ptr<MediaEngine> {
             auto engine = std::make_unique<MpvEngine>(loop, options);
@@ -99,8 +99,11 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
             return engine;
         };
     };
-    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}));
-    LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}));
+    // Reading a file needs no player: libmpv's engine reads through the media reader.
+    LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
+    LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}), ReadMediaItem);
+    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
+    LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     ctx.program_folder =
@@ -149,6 +152,9 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         ctx.form1.Dir1.SetPath(start_folder);
     }
     if (hooks.after_load) hooks.after_load(ctx);
+    // What the load built and dropped goes back to the system as soon as
+    // the loop runs.
+    QTimer::singleShot(0, Release_Free_Heap);
     // The loop forgets an exit asked before it runs: a signal that came
     // during the start-up is honoured here instead.
     const int code = quit_signals.First() != 0 ? 0 : QApplication::exec();

@@ -72,7 +72,7 @@ void ListBoxWidget::Flush() {
         m_selection_dirty = true;
         QStringList rows;
         rows.reserve(m_box.ListCount());
-        for (const std::string& item : m_box.Items()) rows << Q(item);
+        for (std::string_view item : m_box.Items()) rows << Q(item);
         clear();
         addItems(rows);
         for (int row = 0; row < QListWidget::count(); ++row) item(row)->setToolTip(rows[row]);
@@ -169,7 +169,7 @@ void FolderBoxWidget::Flush() {
         here = item;
     }
     const QString indent((parts.size() + 1) * 2, QLatin1Char(' '));
-    for (const std::string& folder : m_box.Items()) {
+    for (std::string_view folder : m_box.Items()) {
         const QString full = Q(folder);
         auto* item = new QListWidgetItem(closed, indent + full.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty), this);
         item->setData(kPathRole, full);
@@ -331,7 +331,7 @@ QComboBox* SearchPageView::DriveBox(QWidget* parent) {
         QStringList shown;
         for (int i = 0; i < combo->count(); ++i) shown << combo->itemText(i);
         QStringList wanted;
-        for (const std::string& point : drive.Items()) wanted << Q(point);
+        for (std::string_view point : drive.Items()) wanted << Q(point);
         if (shown != wanted) {
             combo->clear();
             for (const QString& point : wanted) combo->addItem(icon, point);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/forms.h"
+#include "desktop/qt/control_look.h"
 
 namespace velmora {
 
@@ -47,13 +48,13 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     switch (role) {
         case Qt::DisplayRole:
-            return QString::fromStdString(m_boxes[index.column()]->List(index.row()));
+            return Q(m_boxes[index.column()]->List(index.row()));
         case Qt::TextAlignmentRole:
             if (index.column() == Path) return int(Qt::AlignLeft | Qt::AlignVCenter);
             if (index.column() == Class) return int(Qt::AlignHCenter | Qt::AlignVCenter);
             return int(Qt::AlignRight | Qt::AlignVCenter);
         case Qt::ToolTipRole:
-            if (index.column() == Path) return QString::fromStdString(m_boxes[Path]->List(index.row()));
+            if (index.column() == Path) return Q(m_boxes[Path]->List(index.row()));
             return {};
         default:
             return {};

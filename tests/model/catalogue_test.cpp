@@ -180,8 +180,8 @@ TEST_F(Catalogue, TheSideFileGivesBackTheSameLists) {
     Build();
     Save_Collection(app.ctx, false, true);
     std::array<Strings, 9> boxes;
-    for (int k = 0; k < 9; ++k) boxes[k] = f.Combo4_0[k].Items();
-    const Strings rows = f.List5.Items();
+    for (int k = 0; k < 9; ++k) boxes[k] = Strings(f.Combo4_0[k].Items().begin(), f.Combo4_0[k].Items().end());
+    const Strings rows(f.List5.Items().begin(), f.List5.Items().end());
     const Strings cached = app.ctx.catalogue.Filter_Text;
 
     TestApp next;

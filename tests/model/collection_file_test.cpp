@@ -259,7 +259,7 @@ TEST(CollectionFile, ACollectionHoldsAtMost32766Tracks) {
     const Form1& f = full.ctx.form1;
     EXPECT_EQ(std::tuple(full.ctx.table.Track_Count, f.List2.ListCount(), full.ctx.table.Played_Number[kMaxTracks - 1]),
               std::tuple(kMaxTracks, kMaxTracks, kMaxTracks));
-    EXPECT_EQ(std::tie(f.List2.List(kMaxTracks - 1), f.List3_0[0].List(kMaxTracks - 1)),
+    EXPECT_EQ(std::tuple(f.List2.List(kMaxTracks - 1), f.List3_0[0].List(kMaxTracks - 1)),
               std::tuple("/m/32765.mp3", "32766"));
 
     // One more is refused whole, with the box of the track table.
@@ -507,7 +507,7 @@ TEST(CollectionFile, AKilledFullSaveLeavesTheOldOrTheNewCollection) {
         ASSERT_TRUE(n == 3 || n == 40) << "round " << rounds << ": " << n << " Tracks";
         ASSERT_EQ(std::tuple(f.List2.ListCount(), f.List5.ListCount()), std::tuple(n, n))
             << "round " << rounds << ", the filters of the same Collection";
-        ASSERT_EQ(std::tie(f.List2.List(n - 1), reader.ctx.table.Title[n - 1], f.List5.List(0)),
+        ASSERT_EQ(std::tuple(f.List2.List(n - 1), reader.ctx.table.Title[n - 1], f.List5.List(0)),
                   std::tuple("/c" + tag + "/" + std::to_string(n - 1) + ".mp3", "Τίτλος " + tag, "row " + tag));
         ASSERT_EQ(f.Text2[0].Text().find("Error"), std::string::npos);
     }

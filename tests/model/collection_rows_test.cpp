@@ -52,8 +52,8 @@ Strings Rows(const AppContext& ctx) {
     Strings rows;
     const TrackTable& t = ctx.table;
     for (int r = 0; r < ctx.form1.List2.ListCount(); ++r)
-        rows.push_back(ctx.form1.List2.List(r) + " " + t.Title[r] + " " + std::to_string(t.Stop_Position[r].Round()) +
-                       " " + ctx.form1.List3_0[1].List(r));
+        rows.push_back(std::string(ctx.form1.List2.List(r)) + " " + t.Title[r] + " " + std::to_string(t.Stop_Position[r].Round()) +
+                       " " + std::string(ctx.form1.List3_0[1].List(r)));
     return rows;
 }
 

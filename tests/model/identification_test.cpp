@@ -52,7 +52,7 @@ struct Library : TestApp {
     }
     std::function<void()> esc_check;
     const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
-    const std::string& Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
+    std::string_view Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
     // Whether the log begins with the summary of a run: the corrections of
     // duration, bit rate and size, then the rows read.
     bool Summary_Says(int duration, int bitrate, int size, int read) const {
@@ -131,7 +131,7 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[0]),
               std::tuple(Currency::FromDouble(205.4) + Currency::FromDouble(3600.6),
                          Currency::FromRaw(35000) + Currency(1024), Currency(3)));
-    EXPECT_EQ(std::tie(app.Mirror(2, 1), app.Mirror(3, 0), app.Mirror(4, 0), app.Mirror(3, 2)),
+    EXPECT_EQ(std::tuple(app.Mirror(2, 1), app.Mirror(3, 0), app.Mirror(4, 0), app.Mirror(3, 2)),
               std::tuple("01:00:01", "03.50Mb", "125", "00.00Mb"));
     EXPECT_TRUE(app.Summary_Says(2, 2, 2, 3)) << app.Log();
 
@@ -163,7 +163,7 @@ TEST(Identification, EscLeavesTheRestForContinueWhichSkipsIdentifiedRows) {
     app.Esc_After(1);
     ASSERT_TRUE(app.Run(kIdentifyNew));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, false, false}));
-    EXPECT_EQ(std::tie(app.ctx.core.Esc_Key, app.ctx.identify.Canceled, app.Mirror(2, 2)), std::tuple(0, true, ""));
+    EXPECT_EQ(std::tuple(app.ctx.core.Esc_Key, app.ctx.identify.Canceled, app.Mirror(2, 2)), std::tuple(0, true, ""));
     EXPECT_TRUE(app.Summary_Says(2, 2, 2, 2)) << app.Log();
 
     // Row 0 would read differently now; Continue must not read it again.
@@ -204,7 +204,7 @@ TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKept) {
     EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{3, 5, 0, 0, 0}));
     EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5], t.Class_Size[3]),
               std::tuple(Currency(2), Currency(1), Currency(1)));
-    EXPECT_EQ(std::tie(app.Mirror(1, 0), app.Mirror(1, 1), app.Mirror(4, 0)), std::tuple("B", "S", "000"))
+    EXPECT_EQ(std::tuple(app.Mirror(1, 0), app.Mirror(1, 1), app.Mirror(4, 0)), std::tuple("B", "S", "000"))
         << "and no bit rate given";
 
     // Without reading, the classes stand as they are.

@@ -182,7 +182,7 @@ TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
     Add_Folder(root + "/a");
 
     // Four files of File1: three new; four passes over them.
-    EXPECT_EQ(std::tie(f.List2.List(1), f.List3_0[2].List(3)), std::tuple(root + "/a/empty.mp3", "00:00:00"));
+    EXPECT_EQ(std::tuple(f.List2.List(1), f.List3_0[2].List(3)), std::tuple(root + "/a/empty.mp3", "00:00:00"));
     EXPECT_EQ(f.List3_0[0].Items(), (Strings{"x", "00002", "00003", "00004"}));
     EXPECT_TRUE(Status_Has("Number of Added files : 3. Λάθη σε αρχεία με μηδενικό μήκος - Error in "
                            "files with zero bytes : 0. Διπλά αρχεία - Double Files : 13"));

@@ -31,27 +31,47 @@ TEST(ListBox, FindsWithoutRegardToCaseOrAccentedCapitals) {
               std::vector({1, 2, 2, -1}));
 }
 
-TEST(ListBox, IndexedFindAgreesWithAScanThroughAddsInsertsAndRemoves) {
+// The packed items against a plain vector, and the indexed find against a
+// scan, through adds, inserts, removes and replacements: texts empty, with a
+// NUL inside, and long enough that the unused bytes get packed away.
+TEST(ListBox, ItemsAndIndexedFindAgreeWithAPlainListThroughEveryChange) {
     std::mt19937 rng(1234);
     ListBox box("List2");
-    const std::vector<std::string> words = {"a", "A", "b", "Β", "β", "ab", "AB", "c"};
+    std::vector<std::string> plain;
+    const std::vector<std::string> words = {"a", "A", "b", "Β", "β", "ab", "AB", "", std::string("a\0b", 3),
+                                            std::string(300, 'x'), std::string(300, 'X') + "Ω"};
     for (int step = 0; step < 3000; ++step) {
-        const int op = rng() % 10;
+        const int op = static_cast<int>(rng() % 10);
         const std::string w = words[rng() % words.size()];
-        if (op < 5 || box.ListCount() == 0) {
+        const int n = box.ListCount();
+        if (op < 5 || n == 0) {
             box.AddItem(w);
+            plain.push_back(w);
         } else if (op < 7) {
-            box.AddItem(w, static_cast<int>(rng() % box.ListCount()));
+            const int at = static_cast<int>(rng() % static_cast<unsigned>(n));
+            box.AddItem(w, at);
+            plain.insert(plain.begin() + at, w);
         } else if (op < 8) {
-            box.RemoveItem(static_cast<int>(rng() % box.ListCount()));
+            const int at = static_cast<int>(rng() % static_cast<unsigned>(n));
+            box.RemoveItem(at);
+            plain.erase(plain.begin() + at);
         } else if (op < 9) {
-            box.SetList(static_cast<int>(rng() % box.ListCount()), w);
+            const int at = static_cast<int>(rng() % static_cast<unsigned>(n));
+            box.SetList(at, w);
+            plain[static_cast<size_t>(at)] = w;
         } else {
-            const int start = static_cast<int>(rng() % (box.ListCount() + 2)) - 1;
+            const int start = static_cast<int>(rng() % static_cast<unsigned>(n + 2)) - 1;
             ASSERT_EQ(box.FindExact(w, start), ScanFind(box, w, start, false)) << step;
             ASSERT_EQ(box.FindPrefix(w, start), ScanFind(box, w, start, true)) << step;
         }
+        ASSERT_EQ(box.Items(), plain) << step;
     }
+    // Texts replaced by longer ones leave theirs unused; never more unused
+    // bytes are kept than used ones, beyond the few not worth packing.
+    for (int round = 1; round <= 3; ++round)
+        for (int row = 0; row < box.ListCount(); ++row) box.SetList(row, std::string(400 + round, 'y'));
+    EXPECT_LE(box.Items().buffer_bytes(), 2 * 403 * plain.size() + 256);
+    EXPECT_EQ(box.List(box.ListCount() - 1), std::string(403, 'y'));
 }
 
 TEST(ListBox, IndexAndSelectionFollowInsertsAndRemoves) {
@@ -80,17 +100,31 @@ TEST(ListBox, SortedBoxKeepsItsOrderWithoutRegardToCase) {
     EXPECT_EQ(combo.FindExact("CHARLIE"), 2);
 }
 
-TEST(ListBox, ChangesAreAnnouncedOncePerCall) {
-    ListBox box("List2");
+// A view redraws one row or all of them, and a save skips a list whose
+// revision it stored: both trust what a change says of itself.
+TEST(ListBox, ChangesAreAnnouncedOncePerCallWithTheirRevisionAndRow) {
+    ListBox box("List2"), other("List5");
     int contents = 0;
     auto sub = box.Changed.connect([&](Change c) { contents += c == Change::Contents; });
+    EXPECT_EQ(box.Revision(), 0u);
     box.Assign({"a", "b", "c"});
-    box.AddItem("d");
+    other.Assign({"a", "b", "c"});
+    EXPECT_NE(box.Revision(), other.Revision()) << "two boxes never share a revision";
+    uint64_t was = box.Revision();
+    box.SetList(1, "b");
+    EXPECT_EQ(std::tuple(box.Revision(), contents), std::tuple(was, 1)) << "the same text again is no change";
+    box.SetList(1, "bee");
+    EXPECT_EQ(box.Last_Item_Changed(), 1);
+    EXPECT_NE(box.Revision(), was);
+    was = box.Revision();
+    box.AddItem("d", 0);
+    EXPECT_EQ(std::tuple(box.Last_Item_Changed(), box.List(1)), std::tuple(-1, "a"));
+    EXPECT_NE(box.Revision(), was);
     box.Clear();
-    EXPECT_EQ(contents, 3);
+    EXPECT_EQ(contents, 4);
     sub.reset();
     box.AddItem("e");
-    EXPECT_EQ(contents, 3) << "an ended subscription hears nothing";
+    EXPECT_EQ(contents, 4) << "an ended subscription hears nothing";
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ TEST(Ratings, TheSameTrayClassTwiceClearsTheMarkAndLogsBothWays) {
     EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:01]");
 
     app.Tray("TrayFavorA").Click.emit();
-    EXPECT_EQ(std::tie(t.Rating_Class[0], app.ctx.form1.List3_0[1].List(0), t.Class_Count[4], t.Class_Count[0]),
+    EXPECT_EQ(std::tuple(t.Rating_Class[0], app.ctx.form1.List3_0[1].List(0), t.Class_Count[4], t.Class_Count[0]),
               std::tuple(0, "-", before, Currency(2)));
     EXPECT_TRUE(app.Log_Starts("-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n"
                                " has been deleted from Favorites -* A *-\n"));
@@ -92,7 +92,7 @@ TEST(Ratings, AutoRatingGivesEachNewTrackTheLastClassGiven) {
         app.Press();
         const int row = app.ctx.table.Current_Track;
         rated.insert(row);
-        EXPECT_EQ(std::tie(app.ctx.table.Rating_Class[row], app.ctx.form1.List3_0[1].List(row)), std::tuple(2, "C"));
+        EXPECT_EQ(std::tuple(app.ctx.table.Rating_Class[row], app.ctx.form1.List3_0[1].List(row)), std::tuple(2, "C"));
     }
     EXPECT_EQ(app.ctx.table.Class_Count[2], Currency(static_cast<int>(rated.size()) + 1));
 }
@@ -118,7 +118,7 @@ TEST(Ratings, TheDeltasAgreeWithAFreshRecountAfterAnySequence) {
             } else if (op == 8) {
                 const int row = static_cast<int>(rng() % rows);
                 RemovalTally tally;
-                Remove_the_Files(app.ctx, f.List2.List(row), row, tally);
+                Remove_the_Files(app.ctx, std::string(f.List2.List(row)), row, tally);
             } else if (rng() % 4 == 0) {
                 f.Menus("mnufilefavorreset").Click.emit();
             }
