@@ -1,6 +1,7 @@
 #include "desktop/qt/list_box_model.h"
 
 #include "core/controls.h"
+#include "desktop/qt/control_look.h"
 
 namespace velmora {
 
@@ -36,7 +37,7 @@ int ListBoxModel::rowCount(const QModelIndex& parent) const { return parent.isVa
 
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= m_rows) return {};
-    if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(m_box.List(index.row()));
+    if (role == Qt::DisplayRole || role == Qt::EditRole) return Q(m_box.List(index.row()));
     return {};
 }
 

@@ -25,6 +25,7 @@
 #include "catalogue/filter_building.h"
 #include "core/forms.h"
 #include "desktop/qt/catalogue_view.h"
+#include "desktop/qt/control_look.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/track_list_model.h"
 #include "gui_support.h"
@@ -171,7 +172,7 @@ TEST_F(CatalogueViewTest, WidgetsFollowTheControls) {
     EXPECT_EQ(artists.itemText(0), QStringLiteral("mikis Theodorakis"));
     form.Combo4_0[6].SetListIndex(2);
     EXPECT_EQ(std::tuple(artists.currentIndex(), artists.currentText()),
-              std::tuple(2, QString::fromStdString(form.Combo4_0[6].List(2))));
+              std::tuple(2, Q(form.Combo4_0[6].List(2))));
     form.Combo4_0[6].SetText("Χατζ");
     EXPECT_EQ(artists.currentText(), QStringLiteral("Χατζ"));
     // Every box emptied: the texts go, the class captions stay listed.
