@@ -75,7 +75,7 @@ void Initialise(AppContext& ctx) {
     ctx.table.Class_Play.fill(0);
     ctx.settings.Trigger_Time.fill(0);
     ctx.settings.Trigger_Countdown.fill(0);
-    ctx.catalogue.Filter_Text.assign(1, std::string());
+    ctx.catalogue.Filter_Text.assign(1);
 
     core.Genre_List = Genre_Captions();
     f.Combo1.Assign({core.Genre_List.begin(), core.Genre_List.end()});

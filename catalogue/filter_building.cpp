@@ -132,21 +132,24 @@ void MnuMoreFiltersRemake_Click(AppContext& ctx) {
 }
 
 void Update_Filter_Row(AppContext& ctx, int track, int column) {
-    std::vector<std::string>& rows = ctx.catalogue.Filter_Text;
+    FilterRows& rows = ctx.catalogue.Filter_Text;
     if (rows.size() <= 1) return;
     if (track < 0 || track >= static_cast<int>(rows.size())) return;
+    std::string row = rows[track];
     // Only the class is patched: the other fields of a changed tag are
     // written nowhere, and the row keeps them as they were until a rebuild.
     if (column == 0 && track <= ctx.table.Bound()) {
-        std::string& row = rows[track];
         const std::string caption =
             Pad_Field(ctx.form1.Combo4_0[0].List(ctx.table.Rating_Class[track]), kFavoriteWidth);
         const size_t from = Char_Offset(row, kFavoriteStart - 1);
         const size_t to = Char_Offset(row, kFavoriteStart - 1 + kFavoriteWidth);
         // A row too short to hold the field is left as it is.
-        if (to > from && Char_Count(row) >= kFavoriteStart - 1 + kFavoriteWidth) row.replace(from, to - from, caption);
+        if (to > from && Char_Count(row) >= kFavoriteStart - 1 + kFavoriteWidth) {
+            row.replace(from, to - from, caption);
+            rows.Set(track, row);
+        }
     }
-    ctx.form1.List5.SetList(track + 2, List_Row(track + 1, track + 1, rows[track]));
+    ctx.form1.List5.SetList(track + 2, List_Row(track + 1, track + 1, row));
 }
 
 }  // namespace velmora

@@ -29,7 +29,7 @@ std::vector<std::string> Head_Rows(const CatalogueState& c) { return {c.Filter_H
 void Rebuild_Rows(AppContext& ctx, int last) {
     Form1& f = ctx.form1;
     CatalogueState& c = ctx.catalogue;
-    c.Filter_Text.assign(static_cast<size_t>(last) + 1, std::string());
+    c.Filter_Text.assign(static_cast<size_t>(last) + 1);
     f.List5.Clear();
     f.List4.Clear();
     // The rows go into List5 in one piece: it is hidden while they are made,
@@ -37,8 +37,9 @@ void Rebuild_Rows(AppContext& ctx, int last) {
     std::vector<std::string> rows = Head_Rows(c);
     rows.reserve(static_cast<size_t>(last) + 3);
     for (int i = 0; i <= last && last <= ctx.table.Track_Count; ++i) {
-        c.Filter_Text[i] = Filter_Row(ctx, i);
-        rows.push_back(List_Row(i + 1, i + 1, c.Filter_Text[i]));
+        const std::string row = Filter_Row(ctx, i);
+        c.Filter_Text.Set(i, row);
+        rows.push_back(List_Row(i + 1, i + 1, row));
         ctx.ports.loop.DoEvents();
         if (i % 30 == 0 || i > last - 50) Show_Progress(f, i, last, 1);
     }

@@ -76,8 +76,8 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
     ctx.collection.Stored_Revisions.fill(0);
     // The rows are stored with their upper index, so that many plus one follow.
     const int upper = counts[kRowsList];
-    std::vector<std::string>& filter_text = ctx.catalogue.Filter_Text;
-    filter_text.assign(static_cast<size_t>(std::max(upper, 0)) + 1, std::string());
+    FilterRows& filter_text = ctx.catalogue.Filter_Text;
+    filter_text.assign(static_cast<size_t>(std::max(upper, 0)) + 1);
     int64_t done = 0;
     PackedTexts rows;
     // A record that cannot be read inside the file is passed over.
@@ -93,7 +93,7 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
         rows.push_back(*text);
         // The first two rows are headings; from the third on, a row is
         // the Track's number twice and then its cached filter text.
-        if (j >= 2) filter_text[j] = From_Character(*text, 15);
+        if (j >= 2) filter_text.Set(j, From_Character(*text, 15));
     });
     if (faults.Any()) error = true;
     // One row per Track: they go to the list in one piece, as the Tracks do.

@@ -13,6 +13,7 @@
 
 #include "base/file_lock.h"
 #include "base/signal.h"
+#include "core/filter_rows.h"
 #include "core/dialogs.h"
 #include "core/event_loop.h"
 #include "core/forms.h"
@@ -113,8 +114,14 @@ struct ReportState {
 // The filter rows, one cached fixed-width text per Track.
 // The catalogue: the cached fixed-width row of every Track, the choice of
 // the nine boxes, and the two head rows of the result lists.
+inline FilterRows One_Empty_Row() {
+    FilterRows rows;
+    rows.assign(1);
+    return rows;
+}
+
 struct CatalogueState {
-    std::vector<std::string> Filter_Text{std::string()};
+    FilterRows Filter_Text = One_Empty_Row();
     std::array<std::string, 9> Filter_Value;  // the text chosen in box k
     std::array<int32_t, 9> Filter_Active{};   // -1 when box k takes part
     int32_t Any_Filter = 0;                   // -1 when any box takes part
