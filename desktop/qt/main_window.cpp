@@ -3,6 +3,7 @@
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QGroupBox>
@@ -28,10 +29,12 @@
 #include <QVBoxLayout>
 
 #include "core/forms.h"
+#include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 #include "desktop/qt/rating_view.h"
+#include "desktop/qt/result_list_view.h"
 #include "desktop/qt/search_page_view.h"
 #include "desktop/qt/track_list_model.h"
 #include "desktop/qt/transport_view.h"
@@ -84,6 +87,8 @@ int KeyCode(const QKeyEvent& event) {
 // Space and the arrows move in text where text is typed; elsewhere they steer playing.
 bool TakesText(const QWidget* widget) {
     if (auto* edit = qobject_cast<const QLineEdit*>(widget)) return !edit->isReadOnly();
+    // An editable combo box keeps the focus for its edit line.
+    if (auto* combo = qobject_cast<const QComboBox*>(widget)) return combo->isEditable();
     if (qobject_cast<const QAbstractSpinBox*>(widget)) return true;
     if (auto* edit = qobject_cast<const QPlainTextEdit*>(widget)) return !edit->isReadOnly();
     if (auto* edit = qobject_cast<const QTextEdit*>(widget)) return !edit->isReadOnly();
@@ -261,21 +266,18 @@ QWidget* MainWindow::BuildPages() {
     auto* shared = new QWidget(m_pages);
     auto* shared_column = new QVBoxLayout(shared);
     shared_column->setContentsMargins(0, 0, 0, 0);
+    m_catalogue = new CatalogueView(m_form, m_pages);
     shared_column->addWidget(BuildFrame(m_form.Frame4));
-    shared_column->addWidget(BuildFrame(m_form.Frame12));
+    shared_column->addWidget(&m_catalogue->ManagingFrame());
     m_pages->addWidget(shared);
     m_search = new SearchPageView(m_form, m_pages);
     m_pages->addWidget(&m_search->SearchPage());
     m_pages->addWidget(&m_search->FoldersPage());
-    for (CaptionControl* frame : {&m_form.Frame1, &m_form.Frame8})
-        m_subscriptions.push_back(frame->Changed.connect([this](Change) { UpdatePageTips(); }));
     // Each frame stands inside its page: the page group shows the page, the
     // frame's own visible state shows the frame.
-    auto* results = new QWidget(m_pages);
-    auto* results_column = new QVBoxLayout(results);
-    results_column->setContentsMargins(0, 0, 0, 0);
-    results_column->addWidget(BuildFrame(m_form.Frame6));
-    m_pages->addWidget(results);
+    m_pages->addWidget(&m_catalogue->ResultsPage());
+    for (CaptionControl* frame : {&m_form.Frame1, &m_form.Frame8, &m_form.Frame12, &m_form.Frame6})
+        m_subscriptions.push_back(frame->Changed.connect([this](Change) { UpdatePageTips(); }));
     column->addWidget(m_pages, 1);
 
     connect(m_page_tabs, &QTabBar::currentChanged, this, [this](int page) {
@@ -500,6 +502,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     m_esc_key = KeyCode(key);
     if (TakesText(widget)) return QMainWindow::eventFilter(watched, event);
+    // The catalogue's lists scroll their long rows sideways with the arrows.
+    if (qobject_cast<ResultListView*>(widget) && (key.key() == Qt::Key_Left || key.key() == Qt::Key_Right))
+        return QMainWindow::eventFilter(watched, event);
     if (CommandButton* button = ButtonForKey(key)) {
         if (button->Enabled() && button->Visible()) button->Click.emit();
         return true;

@@ -32,6 +32,7 @@ namespace velmora {
 struct Form1;
 class CaptionControl;
 using CommandButton = CaptionControl;
+class CatalogueView;
 class MenuView;
 class QtShell;
 class SearchPageView;
@@ -61,6 +62,7 @@ public:
     TransportView& Transport() const { return *m_transport; }
     TrackListModel& TrackModel() const { return *m_model; }
     SearchPageView& SearchPage() const { return *m_search; }
+    CatalogueView& Catalogue() const { return *m_catalogue; }
     const MenuView& MenuActions() const { return *m_menus; }
     QMenu& TrayMenu() const { return *m_tray_menu; }
 
@@ -100,6 +102,7 @@ private:
     QMenu* m_tray_menu = nullptr;
     TransportView* m_transport = nullptr;
     SearchPageView* m_search = nullptr;
+    CatalogueView* m_catalogue = nullptr;
     TrackListModel* m_model = nullptr;
     QTableView* m_tracks = nullptr;
     QTabBar* m_page_tabs = nullptr;

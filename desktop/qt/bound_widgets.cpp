@@ -1,0 +1,96 @@
+#include "desktop/qt/bound_widgets.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "core/controls.h"
+#include "desktop/qt/control_look.h"
+#include "desktop/qt/menu_view.h"
+
+namespace velmora {
+
+// Qt tells clicked, activated and textEdited for the user's hand only, never
+// for the widget's own setters: drawing a control raises none of its events.
+
+QPushButton* Bind_Button(CaptionControl& button, QWidget* parent, std::vector<Subscription>& keep) {
+    auto* widget = new QPushButton(parent);
+    widget->setObjectName(Q(button.Name()));
+    widget->setAutoDefault(false);
+    QObject::connect(widget, &QPushButton::clicked, widget, [&button] { button.Click.emit(); });
+    auto apply = [widget, &button] {
+        widget->setText(MenuText(button.Caption()));
+        ApplyLook(*widget, button);
+    };
+    keep.push_back(button.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return widget;
+}
+
+QCheckBox* Bind_Check(ValueControl& check, QWidget* parent, std::vector<Subscription>& keep) {
+    auto* widget = new QCheckBox(parent);
+    widget->setObjectName(Q(check.Name()));
+    auto apply = [widget, &check] {
+        widget->setText(MenuText(check.Caption()));
+        widget->setChecked(check.Value() != 0);
+        ApplyLook(*widget, check);
+    };
+    QObject::connect(widget, &QCheckBox::clicked, widget, [&check, apply](bool on) {
+        check.SetValue(on ? 1 : 0);
+        check.Click.emit();
+        // A handler that turns the box back leaves Value as it was before
+        // the click, which tells no change; the mark is drawn again here.
+        apply();
+    });
+    keep.push_back(check.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return widget;
+}
+
+std::vector<QRadioButton*> Bind_Options(std::span<ValueControl> group, QWidget* parent,
+                                        std::vector<Subscription>& keep) {
+    std::vector<QRadioButton*> widgets;
+    for (ValueControl& option : group) {
+        auto* widget = new QRadioButton(parent);
+        widget->setObjectName(Q(option.Name()));
+        // The marks are drawn from the Values, not kept by Qt.
+        widget->setAutoExclusive(false);
+        auto apply = [widget, &option] {
+            widget->setText(MenuText(option.Caption()));
+            widget->setChecked(option.Value() != 0);
+            ApplyLook(*widget, option);
+        };
+        QObject::connect(widget, &QRadioButton::clicked, widget, [group, &option, apply] {
+            for (ValueControl& other : group)
+                if (&other != &option) other.SetValue(0);
+            option.SetValue(-1);
+            apply();
+            option.Click.emit();
+        });
+        keep.push_back(option.Changed.connect([apply](Change) { apply(); }));
+        apply();
+        widgets.push_back(widget);
+    }
+    return widgets;
+}
+
+QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& keep) {
+    auto* widget = new QLineEdit(parent);
+    widget->setObjectName(Q(box.Name()));
+    widget->setClearButtonEnabled(true);
+    QObject::connect(widget, &QLineEdit::textEdited, widget,
+                     [&box](const QString& text) { box.SetText(text.toStdString()); });
+    auto apply = [widget, &box] {
+        const QString text = Q(box.Text());
+        // The same text again leaves the cursor where the user is typing.
+        if (widget->text() != text) widget->setText(text);
+        widget->setReadOnly(box.Locked());
+        ApplyLook(*widget, box);
+    };
+    keep.push_back(box.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return widget;
+}
+
+}  // namespace velmora
