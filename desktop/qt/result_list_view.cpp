@@ -106,6 +106,17 @@ void ResultListView::Gesture() {
 }
 
 void ResultListView::keyPressEvent(QKeyEvent* event) {
+    // Enter goes to the row's Track, as a click on it does: the arrows only
+    // move through the rows.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        const int row = currentIndex().row();
+        if (row >= 0 && row < m_box.ListCount()) {
+            m_box.SetListIndex(row);
+            m_box.MouseDown.emit();
+        }
+        event->accept();
+        return;
+    }
     if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
         const bool page = event->modifiers() & Qt::ControlModifier;
         const bool left = event->key() == Qt::Key_Left;

@@ -200,9 +200,10 @@ TEST_F(CatalogueViewTest, GesturesReachTheControlsOnceEach) {
     subs.push_back(form.Combo4_0[6].Click.connect([&] { ++picks; }));
     subs.push_back(form.Combo4_0[6].Change_.connect([&] { ++edits; }));
     subs.push_back(form.List5.Click.connect([&] { ++row_clicks; }));
+    int pressed_row = 2;
     subs.push_back(form.List5.MouseDown.connect([&] {
         ++mouse_downs;
-        EXPECT_EQ(form.List5.ListIndex(), 2) << "the index is set first";
+        EXPECT_EQ(form.List5.ListIndex(), pressed_row) << "the index is set first";
     }));
     subs.push_back(form.Command3[0].Click.connect([&] { ++next_track; }));
     subs.push_back(form.Command11.Click.connect([&] { ++plays; }));
@@ -239,6 +240,10 @@ TEST_F(CatalogueViewTest, GesturesReachTheControlsOnceEach) {
     EXPECT_EQ(std::tuple(all.horizontalScrollBar()->value() > 0, next_track), std::tuple(true, 0));
     QApplication::processEvents();
     EXPECT_EQ(row_clicks, 3);
+    // Enter goes to the Track of the row in hand, as a click would.
+    pressed_row = 3;
+    Press_Key(all, Qt::Key_Return, "\r");
+    EXPECT_EQ(std::tuple(form.List5.ListIndex(), mouse_downs), std::tuple(3, 3));
 
     // Enter in a search text presses its button.
     for (auto [text, button] : {std::pair{"Text2(3)", &form.Command6[0]}, {"Text2(4)", &form.Command17}}) {
