@@ -8,6 +8,7 @@
 #include "catalogue/filter_query.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
+#include "desktop/collection_commands.h"
 #include "desktop/pages.h"
 #include "fileops/file_batch.h"
 #include "fileops/file_marks.h"
@@ -217,6 +218,15 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on(tray("mnusystemtraysuffle").Click, MnuMoreRandom_Click);
     on(tray("MnuSysTrayDaCapo").Click, MnuSysTrayDaCapo_Click);
     on(tray("mnusystrayrepeat").Click, mnusystrayrepeat_Click);
+
+    // The Collection as a whole.
+    on(m("mnufilesnew").Click, mnufilesnew_Click);
+    on(m("mnuFileOpen").Click, mnuFileOpen_Click);
+    on(m("mnuFileSave").Click, mnuFileSave_Click);
+    on(m("mnuFileSaveAs").Click, mnuFileSaveAs_Click);
+    on(m("mnuFileSaveAsAuto").Click, mnuFileSaveAsAuto_Click);
+    on(m("mnuFileReset").Click, mnuFileReset_Click);
+    on(m("mnufiledelete").Click, mnufiledelete_Click);
 
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);
