@@ -146,8 +146,9 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
             } else if (mode == kFileMove) {
                 // The file has gone with the move, so this deletion fails and
                 // the Track counts as a failure; the count has always said so.
+                // A file moved onto itself is still the only copy: it stays.
                 Remove_Row(ctx, i);
-                Delete_File_And_Side_Files(ctx, path, error);
+                if (path != destination) Delete_File_And_Side_Files(ctx, path, error);
             } else if (s.Copy_Points_To_New_Path != 0 && error == 0) {
                 f.List2.SetList(i, destination);
                 // Row 0, whatever the row: the copied Track itself stays marked saved.
@@ -198,30 +199,33 @@ void Save_After_Batch(AppContext& ctx) {
     if (Save_Collection(ctx, false, false)) Log_Line(ctx, " -> Σώθηκε - Saved");
 }
 
-void MoveSelected(AppContext& ctx, int mode, int class_code) {
-    if (!Anything_To_Do(ctx, class_code, false)) return;
+BatchOutcome MoveSelected(AppContext& ctx, int mode, int class_code) {
+    const BatchOutcome nothing{.cancelled = true};
+    if (!Anything_To_Do(ctx, class_code, false)) return nothing;
     const std::string& dir = ctx.fileops.Destination_Directory;
     if (dir.empty()) {
         ctx.ports.dialogs.MsgBox(kNoDestination, MsgButtons::OK, MsgIcon::Critical, "");
-        return;
+        return nothing;
     }
     const bool move = mode != 0;
     const int k = Phrase_Index(class_code);
     const std::string question = std::string("Πρόκειται να ") + (move ? "μετακινήσετε" : "αντιγράψετε") +
                                  kPhraseGreek[k] + " στον κατάλογο: " + dir + "\n - You are going to " +
                                  (move ? "move" : "copy") + kPhraseEnglish[k] + " files to directory: " + dir;
-    if (ctx.ports.dialogs.MsgBox(question, MsgButtons::YesNo, MsgIcon::Question, "") != MsgAnswer::Yes) return;
+    if (ctx.ports.dialogs.MsgBox(question, MsgButtons::YesNo, MsgIcon::Question, "") != MsgAnswer::Yes) return nothing;
     const BatchOutcome done = File_Batch(ctx, false, class_code, move ? kFileMove : kFileCopy, false);
     const bool points = move ? ctx.settings.Move_Points_To_New_Path != 0 : ctx.settings.Copy_Points_To_New_Path != 0;
     if (!done.cancelled && points) Save_After_Batch(ctx);
+    return done;
 }
 
-void Pro_File_Del(AppContext& ctx, int class_code) {
-    if (!Anything_To_Do(ctx, class_code, true)) return;
+BatchOutcome Pro_File_Del(AppContext& ctx, int class_code) {
+    if (!Anything_To_Do(ctx, class_code, true)) return BatchOutcome{.cancelled = true};
     const BatchOutcome done = File_Batch(ctx, false, class_code, kFileDelete, false);
-    if (done.cancelled) return;
+    if (done.cancelled) return done;
     Filtered_Songs_List(ctx, 0);
     Save_After_Batch(ctx);
+    return done;
 }
 
 }  // namespace velmora

@@ -30,11 +30,12 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
 // saved, and " -> Σώθηκε - Saved" in the log when the save reached the disk.
 void Save_After_Batch(AppContext& ctx);
 
-// The Copy and Move menus: mode 0 copy, -1 move.
-void MoveSelected(AppContext& ctx, int mode, int class_code);
+// The Copy and Move menus: mode 0 copy, -1 move. What the batch did; a
+// command that did not start counts as cancelled.
+BatchOutcome MoveSelected(AppContext& ctx, int mode, int class_code);
 // The Delete menu. The C' and A' rows look at each other's count to decide
 // whether there is anything to delete: users of both know the rows so.
-void Pro_File_Del(AppContext& ctx, int class_code);
+BatchOutcome Pro_File_Del(AppContext& ctx, int class_code);
 
 // The table's class of a command's class code (1 C' is class 2, ...).
 int Table_Class_Of(int class_code);
