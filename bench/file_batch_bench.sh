@@ -24,7 +24,7 @@ for ((round = 0; round < ${ROUNDS:-3}; round++)); do
   rm -rf "$work/cp" "$work/out"; mkdir -p "$work/cp" "$work/out"; sync
   start=$(now); cp "$work"/media/*.mp3 "$work/cp/"; sync; end=$(now)
   best_cp=$(awk "BEGIN { t = $end - $start; print (t < $best_cp ? t : $best_cp) }")
-  start=$(now); "$cli" copy "$work/c/bench.qel" "$work/out" --all >/dev/null; sync; end=$(now)
+  start=$(now); "$cli" copy "$work/c/bench.qel" "$work/out" --all >/dev/null 2>&1; sync; end=$(now)
   best_copy=$(awk "BEGIN { t = $end - $start; print (t < $best_copy ? t : $best_copy) }")
 done
 [ "$(ls "$work/out" | wc -l)" -eq "$n" ] || { echo "copy: not every file arrived"; exit 1; }
@@ -32,6 +32,6 @@ ratio=$(awk "BEGIN { printf \"%.2f\", $best_copy / $best_cp }")
 echo "copy of $n files of 1 MB: $(printf %.2f "$best_copy") s, cp + sync $(printf %.2f "$best_cp") s: ${ratio} x (target 1.3)"
 
 mkdir -p "$work/moved"
-start=$(now); "$cli" move "$work/c/bench.qel" "$work/moved" --all --point >/dev/null; end=$(now)
+start=$(now); "$cli" move "$work/c/bench.qel" "$work/moved" --all --point >/dev/null 2>&1; end=$(now)
 [ "$(ls "$work/moved" | wc -l)" -eq "$n" ] || { echo "move: not every file arrived"; exit 1; }
 echo "move of $n files (renames) with the Collection's save: $(awk "BEGIN { printf \"%.2f\", $end - $start }") s (target 1)"
