@@ -64,6 +64,7 @@ TEST_F(FileBatch, MovingAClassPointsTheTracksAtTheNewFilesAndSavesThem) {
     EXPECT_EQ(f.List2.List(2), dst + "c 'two'.mp3");
     EXPECT_EQ(f.List2.List(1), src + "Ελληνικό.mp3");
     EXPECT_TRUE(fs::exists(dst + "c 'two'.mp3") && !fs::exists(src + "c one.mp3"));
+    EXPECT_EQ(Count(Log(), "-> διαγραφή - deleting ---> " + src), 2u) << "a rename logs its copy and its deletion";
     EXPECT_NE(Log().find("Copy/Move/Delete Tries:  2\n. Αποτυχίες - Failures:  0\n. Επιτυχίες - Success : 2"),
               std::string::npos);
     EXPECT_NE(Log().find("-> Αντιγράφηκαν/Μετακινήθηκαν/Διαγράφησαν 2.50Mb have been copied/moved/deleted!"),
