@@ -8,7 +8,11 @@
 #include "catalogue/filter_query.h"
 #include "core/app_context.h"
 #include "core/running_report.h"
+#include "desktop/collection_commands.h"
 #include "desktop/pages.h"
+#include "fileops/file_batch.h"
+#include "fileops/file_marks.h"
+#include "fileops/results_batch.h"
 #include "intake/add_remove.h"
 #include "intake/directory_search.h"
 #include "intake/identification.h"
@@ -161,9 +165,37 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on_index(f.Command6[0].Click, Command6_Click, 0);
     on(f.Command17.Click, Command17_Click);
     on_index(f.Command16[1].Click, Command16_Click, 1);
-    // The batch on the filter results comes with the file operations.
-    f.Command16[0].SetEnabled(false);
-    f.Command16[0].SetToolTip(kNotBuiltTip);
+    on(f.Command16[0].Click, Command16_Execute);
+    for (int i = 0; i < 3; ++i) on_index(f.Option3[i].Click, Option3_Click, i);
+    on(f.Check3.Click, Check3_Click);
+
+    // The Copy, Move and Delete menus: class codes 0 all, 1 C', 2 B', 3 A',
+    // 4 X', 5 Unmarked, 6 S', -1 the selected rows.
+    static constexpr const char* kCopyRow[] = {"MnuFileCopyAll",    "MnuFileCopyCClass", "MnuFileCopyBClass",
+                                               "MnuFileCopyAClass", "MnuFileCopyXClass", "MnuFileCopyUnClass",
+                                               "MnuFileCopySClass"};
+    static constexpr const char* kMoveRow[] = {"mnufilemoveall",    "MnuFileMoveCClass", "MnuFileMoveBClass",
+                                               "MnuFileMoveAClass", "MnuFileMoveXClass", "MnuFileMoveUnClass",
+                                               "MnuFileMoveSClass"};
+    static constexpr const char* kDeleteRow[] = {"mnufiledeleteall", "mnufiledeleteC", "mnufiledeleteB",
+                                                 "mnufiledeleteA",   "mnufiledeleteX", "mnufiledeleteunclass",
+                                                 "mnufiledeleteS"};
+    auto batch = [&](MenuItem& row, void (*run)(AppContext&, int, int), int mode, int code) {
+        links.push_back(row.Click.connect([&ctx, run, mode, code] { run(ctx, mode, code); }));
+    };
+    auto copy_or_move = [](AppContext& c, int mode, int code) { MoveSelected(c, mode, code); };
+    auto remove = [](AppContext& c, int, int code) { Pro_File_Del(c, code); };
+    for (int code = 0; code <= 6; ++code) {
+        batch(m(kCopyRow[code]), copy_or_move, 0, code);
+        batch(m(kMoveRow[code]), copy_or_move, -1, code);
+        batch(m(kDeleteRow[code]), remove, 0, code);
+    }
+    batch(m("MnuFileCopy"), copy_or_move, 0, -1);
+    batch(m("mnufilesmove"), copy_or_move, -1, -1);
+    batch(m("mnufilesdelete"), remove, 0, -1);
+    static constexpr const char* kMarkRow[] = {"MnuFilecopyreference", "MnuFileMoveReference", "mnufiledeletedisk",
+                                               "mnufiledeleterecycle", "mnufiledeleteevendiskerror"};
+    for (int k = 0; k < 5; ++k) on_index(m(kMarkRow[k]).Click, File_Mark_Click, k);
 
     // Identification, from the Filters menu.
     on(m("MnuMoreFileSizesAll").Click, MnuMoreFileSizesAll_Click);
@@ -186,6 +218,15 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on(tray("mnusystemtraysuffle").Click, MnuMoreRandom_Click);
     on(tray("MnuSysTrayDaCapo").Click, MnuSysTrayDaCapo_Click);
     on(tray("mnusystrayrepeat").Click, mnusystrayrepeat_Click);
+
+    // The Collection as a whole.
+    on(m("mnufilesnew").Click, mnufilesnew_Click);
+    on(m("mnuFileOpen").Click, mnuFileOpen_Click);
+    on(m("mnuFileSave").Click, mnuFileSave_Click);
+    on(m("mnuFileSaveAs").Click, mnuFileSaveAs_Click);
+    on(m("mnuFileSaveAsAuto").Click, mnuFileSaveAsAuto_Click);
+    on(m("mnuFileReset").Click, mnuFileReset_Click);
+    on(m("mnufiledelete").Click, mnufiledelete_Click);
 
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);

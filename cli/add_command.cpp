@@ -10,6 +10,7 @@
 
 #include "base/file_kind.h"
 #include "cli/headless_program.h"
+#include "cli/log_echo.h"
 #include "cli/read_only_collection.h"
 #include "cli/terminal_dialogs.h"
 #include "cli/writer_claim.h"
@@ -120,19 +121,7 @@ int Add_Command(int argc, char** argv) {
 
     // Every entry the program puts at the head of its log is printed as it
     // comes: names that cannot be stored, folders that cannot be read.
-    std::string shown = f.Text2[0].Text();
-    const Subscription echo = f.Text2[0].Changed.connect([&](Change kind) {
-        if (kind != Change::Contents) return;
-        const std::string& log = f.Text2[0].Text();
-        // New lines come in front of the old; the oldest may have been cut
-        // from the end, so the old text is found by its beginning.
-        const std::string_view old_head = std::string_view(shown).substr(0, std::min<size_t>(shown.size(), 256));
-        const size_t at = old_head.empty() ? std::string::npos : log.find(old_head);
-        const std::string entry = Without_Final_Newlines(at == std::string::npos ? log : log.substr(0, at));
-        shown = log;
-        if (entry.empty()) return;
-        std::cout << entry << "\n";
-    });
+    const Subscription echo = Echo_Log(f, std::cout);
 
     Start_Without_Window(ctx);
     ctx.collection.Collection_Path = file;

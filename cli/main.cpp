@@ -8,6 +8,7 @@
 #include "cli/add_command.h"
 #include "cli/catalogue_command.h"
 #include "cli/dump_command.h"
+#include "cli/file_command.h"
 #include "cli/folder_command.h"
 #include "cli/identify_command.h"
 #include "cli/info_command.h"
@@ -24,7 +25,9 @@ int Usage() {
                  "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n"
                  "       velmora-cli add FILE.qel DIR... [--subdirs]   add the media files of folders\n"
                  "       velmora-cli filter FILE.qel [--class S|A|B|C|X|-] [--artist T] ...   the catalogue's rows\n"
-                 "       velmora-cli search FILE.qel TEXT   the Tracks whose row holds TEXT\n";
+                 "       velmora-cli search FILE.qel TEXT   the Tracks whose row holds TEXT\n"
+                 "       velmora-cli copy|move FILE.qel DEST (--class C | --all) [--point]   a class's files\n"
+                 "       velmora-cli delete FILE.qel (--class C | --all) [--trash]   a class's files off the disk\n";
     return 2;
 }
 
@@ -43,6 +46,10 @@ int main(int argc, char** argv) {
     if (argc >= 3 && std::strcmp(argv[1], "add") == 0) return velmora::cli::Add_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "filter") == 0) return velmora::cli::Filter_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "search") == 0) return velmora::cli::Search_Command(argc - 2, argv + 2);
+    static constexpr const char* kFileCommands[] = {"copy", "move", "delete"};
+    for (int mode = 0; mode < 3; ++mode)
+        if (argc >= 3 && std::strcmp(argv[1], kFileCommands[mode]) == 0)
+            return velmora::cli::File_Command(mode, argc - 2, argv + 2);
     if (argc != 3) return Usage();
     const std::string command = argv[1];
     if (command == "dump") return velmora::cli::Dump_Command(argv[2], std::cout, std::cerr);

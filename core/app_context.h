@@ -181,6 +181,12 @@ struct IntakeState {
     std::string Source_Greek, Source_English;
 };
 
+// Copying, moving and deleting files in batches.
+struct FileOpsState {
+    // Where copies and moves go, ending in '/'; shown in Text2(5).
+    std::string Destination_Directory;
+};
+
 struct AppContext {
     explicit AppContext(Ports p) : ports(p) {}
     AppContext(const AppContext&) = delete;
@@ -197,6 +203,7 @@ struct AppContext {
     RatingsState ratings;
     IdentifyState identify;
     IntakeState intake;
+    FileOpsState fileops;
 
     Form1 form1;
     Form2 form2;

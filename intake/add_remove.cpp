@@ -288,7 +288,9 @@ void Remove_the_Files(AppContext& ctx, const std::string& path, int row, Removal
             if (row < box.ListCount()) box.RemoveItem(row);
     };
     if (from_disk) {
-        if (Delete_Track_File(ctx, path, 2) || ctx.settings.Delete_On_Disk_Error != 0) {
+        int error = 0;
+        Copy_Move_Delete_File(ctx, path, "", kFileDelete, error);
+        if (error == 0 || ctx.settings.Delete_On_Disk_Error != 0) {
             const bool in_table = row <= t.Bound();
             tally.freed_size += in_table ? t.File_Size[row] : Currency();
             tally.freed_duration += in_table ? t.Duration[row] : Currency();

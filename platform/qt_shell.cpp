@@ -114,7 +114,7 @@ Status QtShell::OpenFolder(const std::string& folder, const std::string& select_
     return {};
 }
 
-Status QtShell::MoveToTrash(const std::string& path) {
+Status Move_To_Trash(const std::string& path) {
     const QString file = Q(path);
     if (!QFileInfo::exists(file)) return Fail(file + " does not exist");
     // Where the home trash cannot be made, this Qt moves the file into
@@ -124,6 +124,8 @@ Status QtShell::MoveToTrash(const std::string& path) {
     if (!QFile::moveToTrash(file)) return Fail("could not move " + file + " to the trash");
     return {};
 }
+
+Status QtShell::MoveToTrash(const std::string& path) { return Move_To_Trash(path); }
 
 bool QtShell::AutostartExists(const std::string& name) { return QFileInfo::exists(EntryPath(name)); }
 

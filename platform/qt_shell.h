@@ -22,6 +22,10 @@ QString AutostartFolder();
 // The text of an entry that starts the given executable.
 std::string AutostartEntryText(const std::string& name, const std::string& executable);
 
+// The user's freedesktop trash, with the info file a file manager restores
+// from; the terminal companion trashes through it too.
+Status Move_To_Trash(const std::string& path);
+
 class QtShell : public Shell {
 public:
     // The executable the autostart entry starts; the running one by default.

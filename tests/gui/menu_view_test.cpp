@@ -43,10 +43,10 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
     const MenuView& menus = window.MenuActions();
     const std::string tip = kNotBuiltTip;
 
-    QMenu& collection = *menus.ActionFor(f.Menus("mnufilecollection", 0))->menu();
-    QAction* save = menus.ActionFor(f.Menus("mnuFileSave"));
-    EXPECT_FALSE(save->isEnabled());
-    EXPECT_EQ(TipAt(collection, save), tip);
+    QMenu& lists = *menus.ActionFor(f.Menus("mnuFileWindowsMediaPlayer"))->menu();
+    QAction* create = menus.ActionFor(f.Menus("mnuFileCreateWPL"));
+    EXPECT_FALSE(create->isEnabled());
+    EXPECT_EQ(TipAt(lists, create), tip);
 
     // The command on the bar itself has its tip too; the bar has none of its own.
     QMenuBar& bar = *window.menuBar();
@@ -62,13 +62,13 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
     EXPECT_TRUE(menus.ActionFor(f.Menus("MnuMoreRandom"))->isEnabled());
 
     // A row that gets its behaviour shows it at once.
-    f.Menus("mnuFileSave").SetEnabled(true);
-    f.Menus("mnuFileSave").SetToolTip("");
-    EXPECT_TRUE(save->isEnabled());
-    EXPECT_EQ(TipAt(collection, save), "-");
+    f.Menus("mnuFileCreateWPL").SetEnabled(true);
+    f.Menus("mnuFileCreateWPL").SetToolTip("");
+    EXPECT_TRUE(create->isEnabled());
+    EXPECT_EQ(TipAt(lists, create), "-");
 
     // For people to look at: the Collection menu and the bar.
-    f.Menus("mnuFileSave").SetEnabled(false);
+    QMenu& collection = *menus.ActionFor(f.Menus("mnufilecollection", 0))->menu();
     collection.adjustSize();
     testing::Save_Drawing(collection, "collection_menu.png");
     testing::Save_Drawing(bar, "menu_bar.png");

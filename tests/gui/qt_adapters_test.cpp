@@ -2,6 +2,7 @@
 // desktop's folders moved into a temporary directory.
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QInputDialog>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -145,7 +147,17 @@ TEST(QtShellTest, TrashTakesTheFileAndReportsAMissingOne) {
 
     QtShell shell;
     EXPECT_TRUE(shell.MoveToTrash(path.toStdString()).ok() && !QFile::exists(path));
-    EXPECT_FALSE(QDir(root.path() + "/data/Trash/files").entryList(QDir::Files).isEmpty());
+    const QStringList trashed = QDir(root.path() + "/data/Trash/files").entryList(QDir::Files);
+    ASSERT_EQ(trashed.size(), 1);
+    // The file manager restores from the info file: the original path,
+    // percent-encoded, and when it was deleted.
+    QFile info(root.path() + "/data/Trash/info/" + trashed[0] + ".trashinfo");
+    ASSERT_TRUE(info.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(info.readAll()).split('\n', Qt::SkipEmptyParts);
+    ASSERT_GE(lines.size(), 3);
+    EXPECT_EQ(lines[0], "[Trash Info]");
+    EXPECT_EQ(QUrl::fromPercentEncoding(lines.filter("Path=").value(0).mid(5).toUtf8()), path);
+    EXPECT_TRUE(QDateTime::fromString(lines.filter("DeletionDate=").value(0).mid(13), Qt::ISODate).isValid());
     EXPECT_FALSE(shell.MoveToTrash(path.toStdString()).ok());
 }
 

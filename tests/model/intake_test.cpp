@@ -242,8 +242,10 @@ TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
     app.ctx.playback.Current_File = deep;
     t.Current_Track = 0;
 
-    // Nothing can be deleted from disk yet: the Track stays and the error is counted.
+    // A file gone from the disk cannot be deleted: the Track stays and the error is counted.
     app.ctx.settings.Delete_From_Disk = -1;
+    app.ctx.settings.Recycle_Deleted = 0;
+    fs::remove(deep);
     RemovalTally tally;
     Remove_the_Files(app.ctx, deep, 0, tally);
     EXPECT_EQ(std::tuple(f.List2.ListCount(), tally.errors), std::tuple(2, 1));
@@ -254,8 +256,16 @@ TEST_F(Intake, RemovingThePlayingTrackStopsItAndAFailedDeleteKeepsTheTrack) {
     EXPECT_EQ(f.List2.Items(), (Strings{root + "/cyr/ok.mp3"}));
     EXPECT_EQ(std::tuple(tally.removed, tally.freed_size, t.Class_Count[5], t.Class_Size[5]),
               std::tuple(1, Currency(3), Currency(0), Currency(0)));
+    app.loop.RunPosted();
     EXPECT_EQ(app.player.playState(), PS_Stopped) << "the removed Track was playing";
     EXPECT_TRUE(Status_Has(" ---> XXXXXXXX\n3.00Mb\nΛάθη διαγραφής από δίσκο - Errors while deleting from disk: 1"));
+
+    // With the trash chosen, the file goes there and the Track with it.
+    app.ctx.settings.Recycle_Deleted = -1;
+    app.ctx.settings.Delete_On_Disk_Error = 0;
+    Remove_the_Files(app.ctx, root + "/cyr/ok.mp3", 0, tally);
+    EXPECT_EQ(app.shell.trashed, (Strings{root + "/cyr/ok.mp3"}));
+    EXPECT_EQ(f.List2.ListCount(), 0);
 }
 
 TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAddedAndRefusesNothingToAdd) {

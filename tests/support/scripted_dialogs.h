@@ -1,6 +1,6 @@
 #pragma once
 // Dialogs that answer from a queue the test fills. A question the test did
-// not expect fails the test; no test expects a file dialog.
+// not expect fails the test.
 
 #include <deque>
 #include <string>
@@ -16,6 +16,9 @@ public:
 
     void ExpectMsgBox(MsgAnswer answer) { m_msg_answers.push_back(answer); }
     void ExpectInput(std::optional<std::string> answer) { m_inputs.push_back(std::move(answer)); }
+    // The next file dialog or folder picker answers so; its options are kept.
+    void ExpectFile(std::optional<std::string> answer) { m_files.push_back(std::move(answer)); }
+    const std::vector<FileDialogOptions>& FileDialogs() const { return m_file_dialogs; }
 
     MsgAnswer MsgBox(const std::string& text, MsgButtons buttons, MsgIcon icon, const std::string& title) override;
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
@@ -34,6 +37,8 @@ public:
 private:
     std::deque<MsgAnswer> m_msg_answers;
     std::deque<std::optional<std::string>> m_inputs;
+    std::deque<std::optional<std::string>> m_files;
+    std::vector<FileDialogOptions> m_file_dialogs;
     std::vector<Shown> m_shown;
 };
 

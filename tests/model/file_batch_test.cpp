@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+
+#include "collection/collection_file.h"
+#include "core/app_context.h"
+#include "fileops/file_batch.h"
+#include "fileops/results_batch.h"
+#include "catalogue/filter_building.h"
+#include "support/test_app.h"
+#include "support/track_rows.h"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Count;
+using testing::TestApp;
+using Strings = std::vector<std::string>;
+
+// Six Tracks on disk: two of class C, one A, one S, two unmarked; the
+// destination folder exists.
+struct FileBatch : ::testing::Test {
+    TestApp app;
+    Form1& f = app.ctx.form1;
+    std::string src = app.folder.Str() + "music/";
+    std::string dst = app.folder.Str() + "out/";
+    std::vector<testing::TrackRow> rows{{src + "c one.mp3", 1, 2, 1.5}, {src + "Ελληνικό.mp3", 1, 0, 2},
+                                        {src + "c 'two'.mp3", 1, 2, 1}, {src + "a.mp3", 1, 4, 1},
+                                        {src + "s.mp3", 1, 5, 1},        {src + "plain.mp3", 1, 0, 1}};
+
+    FileBatch() {
+        app.ctx.program_folder = app.ctx.core.App_Path = app.folder.Str();
+        Load_Pointer(app.ctx);
+        testing::Make_Files(app, rows);
+        testing::Fill_Tracks(app.ctx, rows);
+        fs::create_directories(dst);
+        app.ctx.fileops.Destination_Directory = dst;
+        app.ctx.settings.Recycle_Deleted = 0;
+        EXPECT_TRUE(Save_Collection(app.ctx, false, true));
+    }
+    std::string Log() const { return f.Text2[0].Text(); }
+    // Esc pressed while the loop gives way for the n-th time.
+    void Esc_After(int n) {
+        auto left = std::make_shared<int>(n);
+        auto tick = std::make_shared<std::function<void()>>();
+        *tick = [this, left, tick] {
+            if (--*left == 0) app.ctx.core.Esc_Key = 27;
+            else app.loop.Post(*tick);
+        };
+        app.loop.Post(*tick);
+    }
+};
+
+TEST_F(FileBatch, MovingAClassPointsTheTracksAtTheNewFilesAndSavesThem) {
+    app.ctx.settings.Move_Points_To_New_Path = -1;
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    MoveSelected(app.ctx, -1, 1);
+    EXPECT_NE(app.dialogs.Messages()[0].text.find("Πρόκειται να μετακινήσετε  όλα τα αρχεία C' Kλάσης στον κατάλογο: " +
+                                                  dst + "\n - You are going to move  all the C' Class files to directory: "),
+              std::string::npos);
+    EXPECT_EQ(f.List2.List(0), dst + "c one.mp3");
+    EXPECT_EQ(f.List2.List(2), dst + "c 'two'.mp3");
+    EXPECT_EQ(f.List2.List(1), src + "Ελληνικό.mp3");
+    EXPECT_TRUE(fs::exists(dst + "c 'two'.mp3") && !fs::exists(src + "c one.mp3"));
+    EXPECT_EQ(Count(Log(), "-> διαγραφή - deleting ---> " + src), 2u) << "a rename logs its copy and its deletion";
+    EXPECT_NE(Log().find("Copy/Move/Delete Tries:  2\n. Αποτυχίες - Failures:  0\n. Επιτυχίες - Success : 2"),
+              std::string::npos);
+    EXPECT_NE(Log().find("-> Αντιγράφηκαν/Μετακινήθηκαν/Διαγράφησαν 2.50Mb have been copied/moved/deleted!"),
+              std::string::npos);
+    ASSERT_NE(Log().find(" -> Σώθηκε - Saved"), std::string::npos) << app.ctx.collection.Save_Fault;
+
+    TestApp again;
+    again.ctx.program_folder = again.ctx.core.App_Path = app.folder.Str();
+    Load_Pointer(again.ctx);
+    ASSERT_TRUE(Load_Collection(again.ctx)) << again.ctx.collection.Load_Fault << again.ctx.collection.Collection_Path;
+    EXPECT_EQ(again.ctx.form1.List2.Items(), f.List2.Items()) << "the saved paths agree with the disk";
+}
+
+TEST_F(FileBatch, CopyingAllKeepsTheTracksAndAMoveWithoutNewPathsCountsFailures) {
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    MoveSelected(app.ctx, 0, 0);
+    EXPECT_EQ(Count(Log(), " ---> " + dst), 6u);
+    EXPECT_EQ(Count(Log(), "Tries"), 0u) << "a plain copy reports no sums";
+    EXPECT_EQ(f.List2.List(0), src + "c one.mp3");
+
+    // Moved without new paths, the Tracks leave the Collection and, as the
+    // second deletion finds nothing, count as failures.
+    app.ctx.settings.Copy_Points_To_New_Path = -1;  // any new-path mark brings the sums
+    f.List2.SetSelected(3, true);
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    MoveSelected(app.ctx, -1, -1);
+    EXPECT_EQ(f.List2.ListCount(), 5);
+    EXPECT_FALSE(fs::exists(src + "a.mp3"));
+    EXPECT_NE(Log().find(". Αποτυχίες - Failures:  1\n. Επιτυχίες - Success : 0"), std::string::npos);
+}
+
+TEST_F(FileBatch, CommandsRefuseAnEmptyClassAndAMissingDestination) {
+    app.ctx.fileops.Destination_Directory.clear();
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    MoveSelected(app.ctx, 0, 4);  // no X' Tracks
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    MoveSelected(app.ctx, 0, 0);
+    EXPECT_EQ(app.dialogs.Messages()[0].text,
+              "Δεν υπάρχουν αρχεία αυτής της κατηγορίας - There aren't any files of this category");
+    EXPECT_EQ(app.dialogs.Messages()[1].text,
+              "Δεν έχετε επιλέξει Φάκελο Μετακίνησης - You have not setted a Destination Directory");
+    // Deleting needs no destination.
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Pro_File_Del(app.ctx, 6);
+    EXPECT_EQ(f.List2.ListCount(), 5);
+    EXPECT_TRUE(fs::exists(src + "s.mp3")) << "out of the Collection only";
+}
+
+TEST_F(FileBatch, DeletingCAndAReadEachOthersCount) {
+    app.ctx.settings.Delete_From_Disk = -1;
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Pro_File_Del(app.ctx, 1);  // C': there is an A' Track, so it runs
+    EXPECT_EQ(f.List2.ListCount(), 4);
+    EXPECT_FALSE(fs::exists(src + "c one.mp3") || fs::exists(src + "c 'two'.mp3"));
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Pro_File_Del(app.ctx, 3);  // A': no C' Track is left, so nothing
+    EXPECT_EQ(app.dialogs.Messages().back().text,
+              "Δεν υπάρχουν αρχεία αυτής της κατηγορίας - There aren't any files of this category");
+    EXPECT_TRUE(fs::exists(src + "a.mp3"));
+}
+
+TEST_F(FileBatch, EscStopsBetweenFilesWithTheTriesSoFar) {
+    app.ctx.settings.Move_Points_To_New_Path = -1;
+    Esc_After(2);
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    MoveSelected(app.ctx, -1, 0);
+    EXPECT_NE(Log().find("Tries:  2\n"), std::string::npos);
+    EXPECT_NE(Log().find("Ακυρώθηκε - Canceled\n"), std::string::npos);
+    // Last row first: the two last files moved, each wholly, and the rest stayed.
+    for (int i = 0; i < 6; ++i) {
+        const std::string path(f.List2.List(i));
+        EXPECT_EQ(path.starts_with(dst), i >= 4) << path;
+        EXPECT_TRUE(fs::exists(path)) << path;
+    }
+}
+
+TEST_F(FileBatch, TheResultBatchAsksWithTheCriteriaAndTakesTheSelectedRows) {
+    Remake_Filters(app.ctx);
+    Option3_Click(app.ctx, 2);
+    EXPECT_FALSE(f.Check4.Enabled());
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    Command16_Execute(app.ctx);
+    EXPECT_EQ(app.dialogs.Messages().back().text, "Δεν υπάρχουν κριτήρια επιλογής! - No current criterions selected!");
+
+    Option3_Click(app.ctx, 0);
+    EXPECT_TRUE(f.Check4.Enabled());
+    ASSERT_TRUE(f.List5.Enabled());
+    f.List5.SetSelected(f.List5.ListCount() - 1, true);  // the last Track's row
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    Command16_Execute(app.ctx);
+    const std::string& asked = app.dialogs.Messages().back().text;
+    EXPECT_TRUE(asked.starts_with("Θέλετε σίγουρα να ΑΝΤΙΓΡΑΨΕΤΕ τα αρχεία με τα ακόλουθα κριτήρια;\nAre you sure "
+                                  "you want to COPY files with the following criterion?\n\nΌλα τα ΕΠΙΛΕΓΜΕΝΑ αρχεία;"))
+        << asked;
+    EXPECT_TRUE(fs::exists(dst + "plain.mp3"));
+    EXPECT_EQ(Count(Log(), " ---> " + dst), 1u);
+}
+
+}  // namespace
+}  // namespace velmora
