@@ -168,6 +168,7 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on(f.Command16[0].Click, Command16_Execute);
     for (int i = 0; i < 3; ++i) on_index(f.Option3[i].Click, Option3_Click, i);
     on(f.Check3.Click, Check3_Click);
+    on(f.Command19.Click, Ask_Destination_Directory);
 
     // The Copy, Move and Delete menus: class codes 0 all, 1 C', 2 B', 3 A',
     // 4 X', 5 Unmarked, 6 S', -1 the selected rows.

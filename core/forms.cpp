@@ -46,6 +46,8 @@ Form1::Form1() : FormState("Form1") {
     Option3[0].SetValue(-1);
     Check3.SetCaption("Σε Κάδο Ανακύκλωσης - To Recycle Bin");
     Check4.SetCaption("Διατήρησε Δομή Φακέλων        Keep Directory Tree Information");
+    Command19.SetCaption("Φάκελος  Directory");
+    Text2[5].SetLocked(true);  // set by the folder picker only
     Command6[0].SetCaption("Αναζήτηση - Search");
     Command6[1].SetCaption("Αντιγραφή Στοιχείων Copy Properties");
     Command17.SetCaption("Αναζήτηση - Search");

@@ -89,6 +89,8 @@ struct Form1 : FormState {
                                         OptionButton{"Option3(2)"}};
     CheckBox Check3{"Check3"};
     CheckBox Check4{"Check4"};
+    // Choose the destination folder of copies and moves; Text2(5) shows it.
+    CommandButton Command19{"Command19"};
     // Search the catalogue for the text of Text2(3) (0); copy the Track's
     // properties (1). Command17 searches the list in view for Text2(4).
     std::array<CommandButton, 2> Command6{CommandButton{"Command6(0)"}, CommandButton{"Command6(1)"}};

@@ -81,6 +81,15 @@ QGroupBox* CatalogueView::BuildManagingFrame(QWidget* parent) {
     run->addWidget(Bind_Button(f.Command16[1], box, m_subscriptions));
     run->addStretch(1);
     grid->addLayout(run, 0, 1);
+
+    // Where copies and moves go: the picker's button and the folder it gave.
+    auto* destination = new QHBoxLayout;
+    destination->addWidget(Bind_Button(f.Command19, box, m_subscriptions));
+    QLineEdit* folder = Bind_Edit(f.Text2[5], box, m_subscriptions);
+    folder->setClearButtonEnabled(false);
+    folder->setPlaceholderText(tr("No destination folder chosen"));
+    destination->addWidget(folder, 1);
+    grid->addLayout(destination, 1, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     return box;
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "app/handlers.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "fileops/file_batch.h"
@@ -111,6 +112,18 @@ TEST_F(FileBatch, CommandsRefuseAnEmptyClassAndAMissingDestination) {
     Pro_File_Del(app.ctx, 6);
     EXPECT_EQ(f.List2.ListCount(), 5);
     EXPECT_TRUE(fs::exists(src + "s.mp3")) << "out of the Collection only";
+
+    // The folder button gives the destination, shown with its slash; a
+    // picker left without a folder clears it with its message.
+    ASSERT_TRUE(Wire_Handlers(app.ctx).empty());
+    app.dialogs.ExpectFile(app.folder.Str() + "out");
+    f.Command19.Click.emit();
+    EXPECT_EQ(std::tuple(app.ctx.fileops.Destination_Directory, f.Text2[5].Text()), std::tuple(dst, dst));
+    app.dialogs.ExpectFile(std::nullopt);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    f.Command19.Click.emit();
+    EXPECT_EQ(std::tuple(app.ctx.fileops.Destination_Directory, app.dialogs.Messages().back().text),
+              std::tuple("", "Δεν επιλέξατε ορθή διαδρομή δίσκου - You haven't choose correct disk path"));
 }
 
 TEST_F(FileBatch, DeletingCAndAReadEachOthersCount) {
