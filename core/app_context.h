@@ -185,6 +185,8 @@ struct IntakeState {
 struct FileOpsState {
     // Where copies and moves go, ending in '/'; shown in Text2(5).
     std::string Destination_Directory;
+    // Copies were written whose bytes have not been handed to the disk yet.
+    bool Copies_Unsynced = false;
 };
 
 struct AppContext {

@@ -14,6 +14,7 @@
 #include "core/running_report.h"
 #include "core/suppress_events.h"
 #include "fileops/file_batch_confirm.h"
+#include "fileops/file_copy.h"
 #include "fileops/file_engine.h"
 #include "ratings/rating_calculation.h"
 
@@ -170,6 +171,12 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
             out.escaped = true;
             break;
         }
+    }
+    // The batch's copies reach the disk together, before anything (a saved
+    // Collection pointing at them) can rest on them.
+    if (ctx.fileops.Copies_Unsynced) {
+        Sync_Folder(ctx.fileops.Destination_Directory);
+        ctx.fileops.Copies_Unsynced = false;
     }
     t.Track_Count = f.List2.ListCount();
     t.Grow_Columns();

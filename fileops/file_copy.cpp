@@ -48,6 +48,8 @@ bool Copy_Bytes(int in, int out, off_t size) {
         if (errno != EXDEV && errno != ENOSYS && errno != EOPNOTSUPP && errno != EINVAL) return false;
         break;
     }
+    // All the size said is copied: no buffer is made and filled for nothing.
+    if (done >= size) return true;
     std::vector<char> buffer(size_t{1} << 20);
     for (;;) {
         const ssize_t n = ::read(in, buffer.data(), buffer.size());
@@ -64,7 +66,7 @@ std::string Errno_Text(const char* what) { return std::string(what) + ": " + std
 
 }  // namespace
 
-bool Copy_File_Whole(const std::string& from, const std::string& to, std::string& why) {
+bool Copy_File_Whole(const std::string& from, const std::string& to, std::string& why, bool sync) {
     const int in = ::open(from.c_str(), O_RDONLY | O_CLOEXEC);
     if (in < 0) {
         why = Errno_Text("open source");
@@ -90,7 +92,7 @@ bool Copy_File_Whole(const std::string& from, const std::string& to, std::string
     if (ok) ::futimens(out, times);  // a copy with today's time is still a whole copy
     // The bytes reach the disk before the name does, so that a crash never
     // leaves an empty file under the destination's name.
-    if (ok && ::fsync(out) != 0) ok = false, why = Errno_Text("sync");
+    if (ok && sync && ::fsync(out) != 0) ok = false, why = Errno_Text("sync");
     ::close(in);
     if (::close(out) != 0 && ok) ok = false, why = Errno_Text("close");
     if (ok && std::rename(temp.c_str(), to.c_str()) != 0) ok = false, why = Errno_Text("rename");
@@ -99,5 +101,12 @@ bool Copy_File_Whole(const std::string& from, const std::string& to, std::string
 }
 
 bool Rename_File(const std::string& from, const std::string& to) { return std::rename(from.c_str(), to.c_str()) == 0; }
+
+void Sync_Folder(const std::string& folder) {
+    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::syncfs(fd);
+    ::close(fd);
+}
 
 }  // namespace velmora

@@ -6,12 +6,19 @@
 namespace velmora {
 
 // Copies `from` to `to`, replacing what stands there. The bytes go to a new
-// hidden file in the destination's folder, are synced, and only then take
+// hidden file in the destination's folder and only when all are written take
 // the destination's name: an interrupted or failed copy (a full disk, a
-// folder closed to us) leaves nothing under that name, and whatever stood
-// there before stays whole. The copy keeps the source's permission bits and
-// modification time. False when it failed; `why` then says what went wrong.
-bool Copy_File_Whole(const std::string& from, const std::string& to, std::string& why);
+// folder closed to us, a kill) leaves nothing under that name, and whatever
+// stood there before stays whole. With `sync` the bytes reach the disk
+// before the name does, as they must when the source is deleted next; a
+// batch of plain copies leaves that to one Sync_Folder at its end. The copy
+// keeps the source's permission bits and modification time. False when it
+// failed; `why` then says what went wrong.
+bool Copy_File_Whole(const std::string& from, const std::string& to, std::string& why, bool sync = true);
+
+// Everything written to the file system that holds `folder` handed to the
+// disk at once: one commit for a whole batch of copies instead of one each.
+void Sync_Folder(const std::string& folder);
 
 // rename(2) of `from` onto `to`, when both lie on one file system.
 bool Rename_File(const std::string& from, const std::string& to);

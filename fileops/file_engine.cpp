@@ -78,7 +78,11 @@ void Copy_Move_Delete_File(AppContext& ctx, const std::string& source, const std
     }
     if (mode < kFileDelete) {
         std::string why;
-        if (!Copy_File_Whole(source, destination, why)) error = -1;
+        // A plain copy leaves its source, so its bytes may reach the disk
+        // with the rest of the batch's; a move's must before the source goes.
+        const bool sync = mode != kFileCopy;
+        if (!Copy_File_Whole(source, destination, why, sync)) error = -1;
+        if (!sync) ctx.fileops.Copies_Unsynced = true;
         if (error != 0)
             Log_Line(ctx, "-> " + source + " XXX αδυναμία αντιγραφής σε - failed to copy to ---> " + destination);
         else
