@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/file_kind.h"
+#include "base/write_all.h"
 #include "core/app_context.h"
 
 namespace velmora {
@@ -33,19 +34,6 @@ bool Same_File(const std::string& a, const std::string& b) {
     struct stat sa {}, sb {};
     if (::stat(a.c_str(), &sa) != 0 || ::stat(b.c_str(), &sb) != 0) return false;
     return sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
-}
-
-bool Write_All(int fd, const char* data, size_t n) {
-    while (n > 0) {
-        const ssize_t w = ::write(fd, data, n);
-        if (w < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        data += w;
-        n -= static_cast<size_t>(w);
-    }
-    return true;
 }
 
 bool Copy_Contents(int in, int out) {

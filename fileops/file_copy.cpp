@@ -10,6 +10,8 @@
 #include <cstring>
 #include <vector>
 
+#include "base/write_all.h"
+
 namespace velmora {
 
 namespace {
@@ -18,19 +20,6 @@ std::string Folder_Part(const std::string& path) {
     const size_t slash = path.rfind('/');
     if (slash == std::string::npos) return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-bool Write_All(int fd, const char* data, size_t n) {
-    while (n > 0) {
-        const ssize_t w = ::write(fd, data, n);
-        if (w < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        data += w;
-        n -= static_cast<size_t>(w);
-    }
-    return true;
 }
 
 bool Copy_Bytes(int in, int out, off_t size) {
