@@ -1,6 +1,7 @@
 #include "desktop/qt/bound_widgets.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -73,6 +74,19 @@ std::vector<QRadioButton*> Bind_Options(std::span<ValueControl> group, QWidget* 
         widgets.push_back(widget);
     }
     return widgets;
+}
+
+QGroupBox* Bind_Frame(CaptionControl& frame, QWidget* parent, std::vector<Subscription>& keep, bool caption_tip) {
+    auto* box = new QGroupBox(parent);
+    box->setObjectName(Q(frame.Name()));
+    auto apply = [box, &frame, caption_tip] {
+        box->setTitle(MenuText(frame.Caption()));
+        if (caption_tip) box->setToolTip(Q(frame.Caption()));
+        ApplyLook(*box, frame);
+    };
+    keep.push_back(frame.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return box;
 }
 
 QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& keep) {

@@ -10,6 +10,7 @@
 #include "base/signal.h"
 
 class QCheckBox;
+class QGroupBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -32,6 +33,11 @@ QCheckBox* Bind_Check(ValueControl& check, QWidget* parent, std::vector<Subscrip
 // and the others' to 0, then raises its Click.
 std::vector<QRadioButton*> Bind_Options(std::span<ValueControl> group, QWidget* parent,
                                         std::vector<Subscription>& keep);
+
+// A frame: the caption as its title (and, with caption_tip, its tip, for a
+// caption too long for the title), shown and enabled as the control is.
+QGroupBox* Bind_Frame(CaptionControl& frame, QWidget* parent, std::vector<Subscription>& keep,
+                      bool caption_tip = false);
 
 // What the user types becomes the box's text; a text the logic sets shows.
 QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& keep);

@@ -43,21 +43,9 @@ CatalogueView::CatalogueView(Form1& form, QWidget* parent) : QObject(parent), m_
     ApplyBoxesEnabled();
 }
 
-QGroupBox* CatalogueView::Frame(CaptionControl& frame, QWidget* parent) {
-    auto* box = new QGroupBox(parent);
-    box->setObjectName(Q(frame.Name()));
-    auto apply = [box, &frame] {
-        box->setTitle(MenuText(frame.Caption()));
-        ApplyLook(*box, frame);
-    };
-    m_subscriptions.push_back(frame.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return box;
-}
-
 QGroupBox* CatalogueView::BuildManagingFrame(QWidget* parent) {
     Form1& f = m_form;
-    QGroupBox* box = Frame(f.Frame12, parent);
+    QGroupBox* box = Bind_Frame(f.Frame12, parent, m_subscriptions);
     auto* grid = new QGridLayout(box);
     grid->setContentsMargins(6, 6, 6, 6);
     grid->setHorizontalSpacing(12);
@@ -126,7 +114,7 @@ QWidget* CatalogueView::BuildBoxes(QWidget* parent) {
 
 QGroupBox* CatalogueView::BuildResultsFrame(QWidget* parent) {
     Form1& f = m_form;
-    QGroupBox* box = Frame(f.Frame6, parent);
+    QGroupBox* box = Bind_Frame(f.Frame6, parent, m_subscriptions);
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(6, 6, 6, 6);
     column->setSpacing(4);

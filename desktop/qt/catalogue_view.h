@@ -44,7 +44,6 @@ public:
     ResultListView& AllTracks() const { return *m_all; }      // List5
 
 private:
-    QGroupBox* Frame(CaptionControl& frame, QWidget* parent);
     QGroupBox* BuildManagingFrame(QWidget* parent);
     QGroupBox* BuildResultsFrame(QWidget* parent);
     QWidget* BuildBoxes(QWidget* parent);

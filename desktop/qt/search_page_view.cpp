@@ -20,6 +20,7 @@
 #include <memory>
 
 #include "core/forms.h"
+#include "desktop/qt/bound_widgets.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 
@@ -217,22 +218,9 @@ SearchPageView::SearchPageView(Form1& form, QWidget* parent) : QObject(parent), 
     folders_column->addWidget(BuildFoldersFrame(m_folders_page));
 }
 
-QGroupBox* SearchPageView::Frame(CaptionControl& frame, QWidget* parent) {
-    auto* box = new QGroupBox(parent);
-    box->setObjectName(Q(frame.Name()));
-    auto apply = [box, &frame] {
-        box->setTitle(MenuText(frame.Caption()));
-        box->setToolTip(Q(frame.Caption()));
-        ApplyLook(*box, frame);
-    };
-    m_subscriptions.push_back(frame.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return box;
-}
-
 QGroupBox* SearchPageView::BuildSearchFrame(QWidget* parent) {
     Form1& f = m_form;
-    QGroupBox* box = Frame(f.Frame1, parent);
+    QGroupBox* box = Bind_Frame(f.Frame1, parent, m_subscriptions, true);
     auto* grid = new QGridLayout(box);
     grid->setContentsMargins(6, 6, 6, 6);
     grid->setHorizontalSpacing(6);
@@ -298,12 +286,12 @@ QGroupBox* SearchPageView::BuildSearchFrame(QWidget* parent) {
 
 QGroupBox* SearchPageView::BuildFoldersFrame(QWidget* parent) {
     Form1& f = m_form;
-    QGroupBox* box = Frame(f.Frame8, parent);
+    QGroupBox* box = Bind_Frame(f.Frame8, parent, m_subscriptions, true);
     auto* row = new QHBoxLayout(box);
     row->setContentsMargins(6, 6, 6, 6);
     row->addWidget(new ListBoxWidget(f.List1, box), 1);
 
-    QGroupBox* choices = Frame(f.Frame10, box);
+    QGroupBox* choices = Bind_Frame(f.Frame10, box, m_subscriptions, true);
     auto* column = new QVBoxLayout(choices);
     column->setSpacing(4);
     column->addWidget(Button(f.Command1[0], QStringLiteral("Επέλεξε Όλους - Select All"), choices));

@@ -90,7 +90,6 @@ public:
 private:
     QGroupBox* BuildSearchFrame(QWidget* parent);
     QGroupBox* BuildFoldersFrame(QWidget* parent);
-    QGroupBox* Frame(CaptionControl& frame, QWidget* parent);
     QComboBox* DriveBox(QWidget* parent);
     QPushButton* Button(CaptionControl& button, const QString& design_caption, QWidget* parent);
     QCheckBox* Check(ValueControl& check, const QString& design_caption, QWidget* parent);
