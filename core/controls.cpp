@@ -153,17 +153,30 @@ int ListBox::FindPrefix(std::string_view text, int start) const {
     return -1;
 }
 
-void TextBox::SetText(std::string text) {
-    if (m_keep_bytes > 0 && text.size() > m_keep_bytes) {
-        size_t end = text.rfind('\n', m_keep_bytes);
-        if (end == std::string::npos) {
-            // One long line: cut it between characters.
-            end = m_keep_bytes;
-            while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-        }
-        text.resize(end);
+void TextBox::Cut_To_Keep(std::string& text) const {
+    if (m_keep_bytes == 0 || text.size() <= m_keep_bytes) return;
+    size_t end = text.rfind('\n', m_keep_bytes);
+    if (end == std::string::npos) {
+        // One long line: cut it between characters.
+        end = m_keep_bytes;
+        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
     }
+    text.resize(end);
+}
+
+void TextBox::SetText(std::string text) {
+    Cut_To_Keep(text);
     Set(m_text, std::move(text), Change::Contents);
+}
+
+void TextBox::Prepend(std::string_view head) {
+    if (head.empty()) return;
+    // In place: a log of a quarter megabyte that gets a line per file of a
+    // long walk would otherwise be made anew, and its memory mapped and
+    // faulted in afresh, for every line.
+    m_text.insert(0, head);
+    Cut_To_Keep(m_text);
+    Changed.emit(Change::Contents);
 }
 
 void ListBox::Touch(int item) {

@@ -179,8 +179,12 @@ public:
     // end: for a log whose newest line comes first, whose every new line
     // copies all of it. 0 keeps everything.
     void SetKeepBytes(size_t bytes) { m_keep_bytes = bytes; }
+    // The same as SetText(head + Text()), without making the text anew.
+    void Prepend(std::string_view head);
 
 private:
+    void Cut_To_Keep(std::string& text) const;
+
     std::string m_text;
     size_t m_keep_bytes = 0;
     bool m_locked = false;

@@ -100,7 +100,7 @@ void Close_Number(AppContext& ctx) {
 
 void Log_Line(AppContext& ctx, const std::string& text) {
     TextBox& log = ctx.form1.Text2[0];
-    log.SetText(TimeText(ctx.ports.loop.Now()) + text + "\n" + log.Text());
+    log.Prepend(TimeText(ctx.ports.loop.Now()) + text + "\n");
 }
 
 std::string Report_File(const AppContext& ctx) { return Folder_Path(ctx, kReportsFolder) + "velmora_report.txt"; }

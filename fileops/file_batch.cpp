@@ -167,7 +167,7 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
         ctx.ports.loop.DoEvents();
         if (ctx.core.Esc_Key == 27) {
             ctx.core.Esc_Key = 0;
-            f.Text2[0].SetText("Ακυρώθηκε - Canceled\n" + f.Text2[0].Text());
+            f.Text2[0].Prepend("Ακυρώθηκε - Canceled\n");
             out.escaped = true;
             break;
         }

@@ -110,7 +110,7 @@ std::string Unescape_Mount(const std::string& text) {
     return out;
 }
 
-void Put_Head(TextBox& box, const std::string& text) { box.SetText(text + box.Text()); }
+void Put_Head(TextBox& box, const std::string& text) { box.Prepend(text); }
 
 }  // namespace
 

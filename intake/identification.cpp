@@ -227,7 +227,7 @@ bool Identify_Properties(AppContext& ctx, int mode) {
         if (ctx.core.Esc_Key == 27) {
             ctx.core.Esc_Key = 0;
             run.Canceled = true;
-            log.SetText("Ακυρώθηκε - Canceled\n" + TimeText(loop.Now()) + log.Text());
+            log.Prepend("Ακυρώθηκε - Canceled\n" + TimeText(loop.Now()));
             break;
         }
     }

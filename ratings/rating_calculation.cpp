@@ -124,7 +124,7 @@ public:
         m_loop.DoEvents();
         if (m_ctx.core.Esc_Key != 27) return false;
         m_ctx.core.Esc_Key = 0;
-        m_log.SetText("Ακυρώθηκε - Canceled\n" + m_log.Text());
+        m_log.Prepend("Ακυρώθηκε - Canceled\n");
         return true;
     }
 
@@ -133,7 +133,7 @@ public:
         Class_Play_Totals(m_ctx);
         f.List3_0[1].SetEnabled(true);
         Set_Window_Enabled(m_ctx, true);
-        m_log.SetText(TimeText(m_loop.Now()) + "-> Έτοιμο - Done\n" + m_log.Text());
+        m_log.Prepend(TimeText(m_loop.Now()) + "-> Έτοιμο - Done\n");
         for (auto& box : f.List3_0) box.SetEnabled(true);
     }
 

@@ -96,6 +96,8 @@ TEST(LogBox, KeepsItsNewestLinesWithinItsLimitCuttingBetweenLinesAndCharacters) 
     box.SetKeepBytes(20);
     box.SetText("line one\nline two\nline three");
     EXPECT_EQ(box.Text(), "line one\nline two");
+    box.Prepend("line zero\n");  // a line put in front pushes the oldest out
+    EXPECT_EQ(box.Text(), "line zero\nline one");
     box.SetText("αααααααααααααααααααααααα");  // one line of two-byte letters
     EXPECT_EQ(box.Text(), "αααααααααα");
     box.SetKeepBytes(0);
