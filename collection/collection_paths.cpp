@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <vector>
 
+#include "base/fd_io.h"
 #include "base/file_kind.h"
-#include "base/write_all.h"
 #include "core/app_context.h"
 
 namespace velmora {
@@ -34,28 +34,6 @@ bool Same_File(const std::string& a, const std::string& b) {
     struct stat sa {}, sb {};
     if (::stat(a.c_str(), &sa) != 0 || ::stat(b.c_str(), &sb) != 0) return false;
     return sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
-}
-
-bool Copy_Contents(int in, int out) {
-    // The kernel copies without a trip through our memory where it can.
-    for (;;) {
-        const ssize_t n = ::copy_file_range(in, nullptr, out, nullptr, size_t{1} << 30, 0);
-        if (n == 0) return true;
-        if (n > 0) continue;
-        if (errno == EINTR) continue;
-        if (errno != EXDEV && errno != ENOSYS && errno != EOPNOTSUPP && errno != EINVAL) return false;
-        break;
-    }
-    std::vector<char> buffer(size_t{1} << 20);
-    for (;;) {
-        const ssize_t n = ::read(in, buffer.data(), buffer.size());
-        if (n == 0) return true;
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        if (!Write_All(out, buffer.data(), static_cast<size_t>(n))) return false;
-    }
 }
 
 // The new copy of `path` is built under a temporary name beside the real

@@ -8,9 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
-#include "base/write_all.h"
+#include "base/fd_io.h"
 
 namespace velmora {
 
@@ -20,35 +19,6 @@ std::string Folder_Part(const std::string& path) {
     const size_t slash = path.rfind('/');
     if (slash == std::string::npos) return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-bool Copy_Bytes(int in, int out, off_t size) {
-    // The kernel copies without a trip through our memory where it can, and
-    // shares the blocks where the file system allows it.
-    off_t done = 0;
-    while (done < size) {
-        const ssize_t n = ::copy_file_range(in, nullptr, out, nullptr, static_cast<size_t>(size - done), 0);
-        if (n > 0) {
-            done += n;
-            continue;
-        }
-        if (n == 0) break;  // the source shrank under us: what is left is copied below
-        if (errno == EINTR) continue;
-        if (errno != EXDEV && errno != ENOSYS && errno != EOPNOTSUPP && errno != EINVAL) return false;
-        break;
-    }
-    // All the size said is copied: no buffer is made and filled for nothing.
-    if (done >= size) return true;
-    std::vector<char> buffer(size_t{1} << 20);
-    for (;;) {
-        const ssize_t n = ::read(in, buffer.data(), buffer.size());
-        if (n == 0) return true;
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        if (!Write_All(out, buffer.data(), static_cast<size_t>(n))) return false;
-    }
 }
 
 std::string Errno_Text(const char* what) { return std::string(what) + ": " + std::strerror(errno); }
@@ -74,7 +44,7 @@ bool Copy_File_Whole(const std::string& from, const std::string& to, std::string
         ::close(in);
         return false;
     }
-    bool ok = Copy_Bytes(in, out, st.st_size);
+    bool ok = Copy_Contents(in, out);
     if (!ok) why = Errno_Text("write");
     if (ok && ::fchmod(out, st.st_mode & 07777) != 0) ok = false, why = Errno_Text("permissions");
     const struct timespec times[2] = {st.st_atim, st.st_mtim};
