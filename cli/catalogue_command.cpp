@@ -62,10 +62,7 @@ public:
     }
 
 private:
-    int m_argc = 1;
-    char m_name[12] = "velmora-cli";
-    char* m_argv[2] = {m_name, nullptr};
-    QCoreApplication m_app{m_argc, m_argv};
+    TerminalApplication m_app;
     QtEventLoop m_loop;
     TerminalDialogs m_dialogs;
     TerminalShell m_shell;

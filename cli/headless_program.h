@@ -12,12 +12,21 @@
 
 namespace velmora::cli {
 
+// Qt's application object for a command of the terminal: it takes the
+// command line by reference for its whole life, so the line lives here too.
+struct TerminalApplication {
+    int argc = 1;
+    char name[12] = "velmora-cli";
+    char* argv[2] = {name, nullptr};
+    QCoreApplication app{argc, argv};
+};
+
 class HeadlessProgram {
 public:
     // ao is the audio output of the engines that play; the reader never does.
     HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::string& ao = "null");
 
-    QCoreApplication& App() { return m_app; }
+    QCoreApplication& App() { return m_app.app; }
     MpvEngine& Player() { return m_player; }
     AppContext& Context() { return m_ctx; }
 
@@ -28,10 +37,7 @@ private:
         NumericLocaleC();
     };
 
-    int m_argc = 1;
-    char m_name[12] = "velmora-cli";
-    char* m_argv[2] = {m_name, nullptr};
-    QCoreApplication m_app{m_argc, m_argv};
+    TerminalApplication m_app;
     NumericLocaleC m_locale;
     QtEventLoop m_loop;
     MpvEngine m_player, m_reader, m_video, m_second;
