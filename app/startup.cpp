@@ -156,7 +156,7 @@ void Form_Load(AppContext& ctx) {
     Report_Size(ctx);
 
     // The start screen stays for two seconds from its showing.
-    if (s.Splash_Show == -1) {
+    if (s.Splash_Show == -1 && !ctx.core.Windowless) {
         EventLoop& loop = ctx.ports.loop;
         while (loop.TickCount() - ctx.core.Splash_Started < 2000)
             loop.WaitForEvents(static_cast<int>(2000 - (loop.TickCount() - ctx.core.Splash_Started)));
@@ -220,7 +220,7 @@ void Form_QueryUnload(AppContext& ctx) {
     bool error = false;
     Save_Settings(ctx, error);
     DeleteIconFromTray(ctx);
-    Wait(ctx.ports.loop, 500);
+    if (!ctx.core.Windowless) Wait(ctx.ports.loop, 500);
     ctx.form1.Timer1.SetEnabled(false);
     ctx.core.Ended = true;
     ctx.ports.loop.Quit();

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <termios.h>
 #include <unistd.h>
@@ -181,17 +182,23 @@ int Play(int argc, char** argv, int& signal) {
 
     std::vector<Subscription> links;
     bool cycle_over = false;
+    // The cycle's end is noticed within a few hundredths of a second, not at
+    // the clock's next tick a second later.
+    QTimer end_watch;
+    end_watch.setInterval(20);
     std::string last_logged;
     links.push_back(ctx.form1.Text2[0].Changed.connect([&](Change kind) {
         if (kind != Change::Contents) return;
         // The newest line is the first.
-        const std::string& log = ctx.form1.Text2[0].Text();
-        const std::string newest = log.substr(0, log.find('\n'));
+        const std::string newest(ctx.form1.Text2[0].First_Line());
         if (newest.empty() || newest == last_logged) return;
         last_logged = newest;
         clear_status();
         std::cerr << newest << "\n" << std::flush;
-        if (newest.find(kCycleEnd) != std::string::npos) cycle_over = true;
+        if (newest.find(kCycleEnd) != std::string::npos) {
+            cycle_over = true;
+            end_watch.start();
+        }
     }));
 
     Form_Load(ctx);
@@ -223,16 +230,19 @@ int Play(int argc, char** argv, int& signal) {
     // next. The pause between files is waited out first.
     const int64_t idle_limit_ms = 10'000 + (ctx.settings.Pause_Active != 0 ? 1000 * ctx.settings.Pause_Seconds : 0);
     int64_t idle_since = -1;
+    auto idle = [&] { return ctx.ports.player.URL().empty() && ctx.ports.player.playState() != PS_Playing; };
+    // The cycle is over when its line was written and the engine has let go.
+    QObject::connect(&end_watch, &QTimer::timeout, &app, [&] {
+        if (!quitting && cycle_over && idle()) quit();
+    });
     links.push_back(ctx.form1.Timer1.Tick.connect([&] {
         if (quitting) return;
-        const bool idle = ctx.ports.player.URL().empty() && ctx.ports.player.playState() != PS_Playing;
-        // The cycle is over when its line was written and the engine has let go.
-        if (cycle_over && idle) {
+        if (cycle_over && idle()) {
             quit();
             return;
         }
         const int64_t now = ctx.ports.loop.TickCount();
-        if (!idle) idle_since = -1;
+        if (!idle()) idle_since = -1;
         else if (idle_since < 0) idle_since = now;
         else if (now - idle_since >= idle_limit_ms) {
             clear_status();

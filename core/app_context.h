@@ -55,6 +55,9 @@ struct CoreState {
     std::set<std::string> Failing_Calls;
 
     int64_t Splash_Started = 0;  // tick when the start screen was shown
+    // Run from the terminal: no start screen is drawn and no tray icon is
+    // held, so start-up and shut-down do not wait for them.
+    bool Windowless = false;
     int32_t Last_Save = 0;       // seconds since midnight of the last automatic save
     bool Ended = false;          // Form_QueryUnload has run
     // Why the last save of the preferences failed, naming the file; empty

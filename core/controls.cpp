@@ -165,18 +165,51 @@ void TextBox::Cut_To_Keep(std::string& text) const {
 }
 
 void TextBox::SetText(std::string text) {
+    m_heads.clear();
+    m_head_ends.clear();
     Cut_To_Keep(text);
     Set(m_text, std::move(text), Change::Contents);
 }
 
 void TextBox::Prepend(std::string_view head) {
     if (head.empty()) return;
-    // In place: a log of a quarter megabyte that gets a line per file of a
-    // long walk would otherwise be made anew, and its memory mapped and
-    // faulted in afresh, for every line.
-    m_text.insert(0, head);
-    Cut_To_Keep(m_text);
+    m_heads.append(head);
+    m_head_ends.push_back(m_heads.size());
+    // Waiting heads never hold more than the box keeps.
+    if (m_keep_bytes != 0 && m_heads.size() > m_keep_bytes) Join_Heads();
     Changed.emit(Change::Contents);
+}
+
+void TextBox::Join_Heads() const {
+    std::string joined;
+    joined.reserve(m_heads.size() + std::min(m_text.size(), m_keep_bytes == 0 ? m_text.size() : m_keep_bytes));
+    size_t end = m_heads.size();
+    for (auto it = m_head_ends.rbegin(); it != m_head_ends.rend(); ++it) {
+        const size_t begin = std::next(it) == m_head_ends.rend() ? 0 : *std::next(it);
+        joined.append(m_heads, begin, end - begin);
+        end = begin;
+    }
+    // Only what can be kept of the old text is copied. Cutting once after
+    // the join keeps the same whole lines as cutting after every head did.
+    const size_t room = m_keep_bytes == 0 ? m_text.size() : std::min(m_text.size(), m_keep_bytes + 1);
+    joined.append(m_text, 0, room);
+    Cut_To_Keep(joined);
+    m_text = std::move(joined);
+    m_heads.clear();
+    m_head_ends.clear();
+}
+
+std::string_view TextBox::First_Line() const {
+    std::string_view text = m_head_ends.empty()
+                                ? std::string_view(m_text)
+                                : std::string_view(m_heads).substr(m_head_ends.size() == 1 ? 0 : m_head_ends.end()[-2]);
+    if (m_head_ends.size() > 0 && text.find('\n') == std::string_view::npos) {
+        // A head without a line break runs on into the one before it; join
+        // then, which is rare.
+        Join_Heads();
+        text = m_text;
+    }
+    return text.substr(0, text.find('\n'));
 }
 
 void ListBox::Touch(int item) {

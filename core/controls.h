@@ -171,7 +171,15 @@ private:
 class TextBox : public Control {
 public:
     using Control::Control;
-    const std::string& Text() const { return m_text; }
+    // Lines put in front since the last read are joined to the text here.
+    const std::string& Text() const {
+        if (!m_heads.empty()) Join_Heads();
+        return m_text;
+    }
+    // The first line of the text, without its line break, read without
+    // joining what was put in front: a terminal that echoes every new line
+    // of a log would otherwise copy the whole log per line.
+    std::string_view First_Line() const;
     void SetText(std::string text);
     bool Locked() const { return m_locked; }
     void SetLocked(bool on) { Set(m_locked, on); }
@@ -179,13 +187,19 @@ public:
     // end: for a log whose newest line comes first, whose every new line
     // copies all of it. 0 keeps everything.
     void SetKeepBytes(size_t bytes) { m_keep_bytes = bytes; }
-    // The same as SetText(head + Text()), without making the text anew.
+    // The same as SetText(head + Text()), without making the text anew:
+    // heads wait in arrival order and are joined, newest first, when the
+    // text is read, so a walk that logs a line per file and is drawn a few
+    // times a second moves the kept text a few times a second, not per line.
     void Prepend(std::string_view head);
 
 private:
     void Cut_To_Keep(std::string& text) const;
+    void Join_Heads() const;
 
-    std::string m_text;
+    mutable std::string m_text;
+    mutable std::string m_heads;             // waiting heads, oldest first
+    mutable std::vector<size_t> m_head_ends;  // where each waiting head ends in m_heads
     size_t m_keep_bytes = 0;
     bool m_locked = false;
 };

@@ -184,4 +184,19 @@ std::string Size_Text(Currency megabytes) {
 
 std::string Bitrate_Text(int bitrate) { return Format(int64_t{bitrate}, "000"); }
 
+int Row_Numbered(const TrackTable& t, int count, int32_t number) {
+    const int32_t* column = t.Played_Number.data();
+    const int rows = std::min<int>(count, static_cast<int>(t.Played_Number.size()));
+    constexpr int kBlock = 64;
+    int i = 0;
+    for (; i + kBlock <= rows; i += kBlock) {
+        int hit = 0;
+        for (int j = 0; j < kBlock; ++j) hit |= static_cast<int>(column[i + j] == number);
+        if (hit != 0) break;
+    }
+    for (; i < rows; ++i)
+        if (column[i] == number) return i;
+    return -1;
+}
+
 }  // namespace velmora

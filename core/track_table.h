@@ -84,6 +84,11 @@ struct TrackTable {
 // the end.
 void Compact_TrackTable(TrackTable& t, int row, int list_count);
 
+// The first of rows [0, count) whose played number is `number`, or -1. The
+// walk asks it once per step, so it runs down the column in blocks that the
+// compiler turns into vector compares.
+int Row_Numbered(const TrackTable& t, int count, int32_t number);
+
 // Closes gaps in Played_Number, keeping the order (ties: the row found first
 // stays first), and moves Played_Count, Played_High and Current_Track along.
 void Renumber_Played(TrackTable& t);

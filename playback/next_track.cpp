@@ -135,10 +135,15 @@ Status Bres_Kommati(AppContext& ctx) {
             const int count = list.ListCount();
             if (count - 1 > t.Bound()) return Out_Of_Range("Bres_Kommati");
             found = -1;
-            for (int i = 0; i < count; ++i) {
-                if (Acceptable_Row(t, i)) {
-                    found = i;
-                    break;
+            if (t.Class_Play[0] == 0) {
+                // Every unplayed row is acceptable: the first 0 in the column.
+                found = Row_Numbered(t, count, 0);
+            } else {
+                for (int i = 0; i < count; ++i) {
+                    if (Acceptable_Row(t, i)) {
+                        found = i;
+                        break;
+                    }
                 }
             }
             if (found != -1) {
@@ -210,13 +215,7 @@ Status Step_Forward(AppContext& ctx) {
         if (!Add(t.Played_Number[t.Current_Track], ctx.settings.Backtrack_Steps, wanted))
             return Overflow("Step_Forward");
         const int count = std::min(list.ListCount(), t.Bound() + 1);
-        int row = -1;
-        for (int i = 0; i < count; ++i) {
-            if (t.Played_Number[i] == wanted) {
-                row = i;
-                break;
-            }
-        }
+        const int row = Row_Numbered(t, count, wanted);
         if (row < 0) {
             p.Jump_To_Selected = 0;
         } else {
@@ -255,12 +254,7 @@ Status Step_Backward(AppContext& ctx) {
         int32_t wanted = 0;
         if (__builtin_sub_overflow(played, s, &wanted)) return Overflow("Step_Backward");
         if (wanted < 1) continue;
-        for (int row = 0; row < count; ++row) {
-            if (t.Played_Number[row] == wanted) {
-                back[s] = row;
-                break;
-            }
-        }
+        if (const int row = Row_Numbered(t, count, wanted); row >= 0) back[s] = row;
     }
 
     list.SetSelected(t.Current_Track, false);

@@ -99,8 +99,7 @@ public:
     // The line of the last row over the log as it stands.
     void Counted_At_Once() {
         Show_Progress(m_ctx.form1, m_total, m_total, 1);
-        m_log.SetText(m_head + "\n" + Str(int64_t{m_total}) + " - " + Str(int64_t{m_ctx.table.Track_Count}) + "\n" +
-                      m_log.Text());
+        m_log.Prepend(m_head + "\n" + Str(int64_t{m_total}) + " - " + Str(int64_t{m_ctx.table.Track_Count}) + "\n");
     }
 
     int Total() const { return m_total; }

@@ -98,6 +98,16 @@ TEST(LogBox, KeepsItsNewestLinesWithinItsLimitCuttingBetweenLinesAndCharacters) 
     EXPECT_EQ(box.Text(), "line one\nline two");
     box.Prepend("line zero\n");  // a line put in front pushes the oldest out
     EXPECT_EQ(box.Text(), "line zero\nline one");
+    // Heads wait and are joined when read: the text must be what putting
+    // each in front at once would give, a head without a line break too.
+    TextBox joined("joined"), one_by_one("one by one");
+    for (TextBox* b : {&joined, &one_by_one}) b->SetKeepBytes(40);
+    for (const char* head : {"alpha\n", "beta ", "gamma\n", "a line longer than the whole box keeps\n", "δέλτα\n"}) {
+        joined.Prepend(head);
+        one_by_one.SetText(head + one_by_one.Text());
+        EXPECT_EQ(joined.First_Line(), one_by_one.Text().substr(0, one_by_one.Text().find('\n')));
+    }
+    EXPECT_EQ(joined.Text(), one_by_one.Text());
     box.SetText("αααααααααααααααααααααααα");  // one line of two-byte letters
     EXPECT_EQ(box.Text(), "αααααααααα");
     box.SetKeepBytes(0);
