@@ -142,7 +142,7 @@ TEST(SnoozeWindow, TheMomentPassesUnheededAndTheTestWouldPauseAndSoundTheAlarm) 
     SnoozeApp app;
     StubEngine alarm(app.loop);
     alarm.SetDuration("/m/wake.mp3", 30);
-    alarm.setVolume(0);
+    ASSERT_TRUE(alarm.setVolume(0).ok());
     app.ctx.timed.Alarm_Engine = &alarm;
     app.ctx.collection.Alarm_File = "/m/wake.mp3";
     app.ctx.settings.Trigger_Mode = 1;
