@@ -112,7 +112,7 @@ int File_Command(int mode, int argc, char** argv) {
     }
     std::cout << file << ": " << done.tries << " tried, " << done.successes << " done, " << done.failures
               << " failed\n";
-    return done.failures > 0 ? 1 : 0;
+    return done.failures > 0 || done.refused ? 1 : 0;
 }
 
 }  // namespace velmora::cli
