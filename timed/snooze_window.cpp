@@ -1,6 +1,7 @@
 #include "timed/snooze_window.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>

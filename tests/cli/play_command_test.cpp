@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <regex>
@@ -61,18 +60,14 @@ TEST(PlayCommand, SleepPausesAfterItsTimeAndSavesWherePlayingStood) {
     testing::Put(wav, testing::Wav_Bytes(8000 * 60));
     const testing::GoldenFiles at = testing::Golden_Files_In(tmp.Str());
     testing::Write_Golden(at, testing::Golden_With_Paths(wav.string(), wav.string()));
-    const auto start = std::chrono::steady_clock::now();
+    // Without the sleep the minute plays twice and the time limit ends it.
     const auto run = Cli("play " + testing::Quoted(at.main) + " --ao null --sleep 3s", tmp.Path());
-    const auto took = std::chrono::steady_clock::now() - start;
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_NE(run.err.find("the sleep time is over"), std::string::npos) << run.err;
-    // The start-up's two seconds, three of sleep and the save's half second.
-    EXPECT_LT(took, std::chrono::seconds(15));
     const auto dump = Cli("dump " + testing::Quoted(at.main), tmp.Path());
     std::smatch position;
     ASSERT_TRUE(std::regex_search(dump.out, position, std::regex("\"Current_Position\": (\\d+)"))) << dump.out;
-    EXPECT_GE(std::stoi(position[1]), 2);
-    EXPECT_LE(std::stoi(position[1]), 4);
+    EXPECT_TRUE(std::stoi(position[1]) >= 2 && std::stoi(position[1]) <= 4) << position[1];
 }
 
 }  // namespace

@@ -10,10 +10,8 @@ namespace velmora {
 namespace {
 
 TEST(SleepTimer, DurationsAreHoursMinutesSecondsInOrder) {
-    EXPECT_EQ(Parse_Sleep_Duration("30m"), 1800);
-    EXPECT_EQ(Parse_Sleep_Duration("1h15m"), 4500);
-    EXPECT_EQ(Parse_Sleep_Duration("2h5s"), 7205);
-    EXPECT_EQ(Parse_Sleep_Duration("3s"), 3);
+    for (auto [text, seconds] : {std::pair{"30m", 1800}, {"1h15m", 4500}, {"2h5s", 7205}, {"3s", 3}})
+        EXPECT_EQ(Parse_Sleep_Duration(text), seconds) << text;
     for (const char* bad : {"", "30", "m", "15m1h", "1m1m", "0s", "-5m", "1.5h", "5 m", "10x"})
         EXPECT_EQ(Parse_Sleep_Duration(bad), std::nullopt) << bad;
 }
