@@ -22,6 +22,7 @@
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
 #include "ratings/rating_menus.h"
+#include "timed/snooze_window.h"
 
 namespace velmora {
 
@@ -232,6 +233,9 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);
     on(tray("mnusystemtrayexit").Click, Form_QueryUnload);
+
+    // The snooze window and the Triggers menu.
+    Wire_Form5(ctx);
 
     // The report's rows keep their links in the report's state.
     Wire_Report_Menus(ctx);

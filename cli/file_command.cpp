@@ -104,15 +104,17 @@ int File_Command(int mode, int argc, char** argv) {
     ctx.fileops.Destination_Directory = dest;
     const BatchOutcome done = mode == 2 ? Pro_File_Del(ctx, code) : MoveSelected(ctx, mode == 1 ? -1 : 0, code);
     // Whole: a copy that points the Tracks anew leaves their rows marked as
-    // saved, and only a whole save writes them.
-    if (!Save_Collection(ctx, false, true)) {
+    // saved, and only a whole save writes them. A plain copy changes no row,
+    // and rewriting every one of them would cost as much as a few copies.
+    const bool plain_copy = mode == 0 && !point;
+    if (!Save_Collection(ctx, false, !plain_copy)) {
         std::cerr << "velmora-cli: " << file << ": the Collection could not be saved: " << ctx.collection.Save_Fault
                   << "\n";
         return 1;
     }
     std::cout << file << ": " << done.tries << " tried, " << done.successes << " done, " << done.failures
               << " failed\n";
-    return done.failures > 0 ? 1 : 0;
+    return done.failures > 0 || done.refused ? 1 : 0;
 }
 
 }  // namespace velmora::cli

@@ -9,6 +9,7 @@
 #include "base/collection_records.h"
 #include "core/program_folders.h"
 #include "core/settings_store.h"
+#include "platform/media_reader.h"
 #include "ratings/reset_views.h"
 
 namespace fs = std::filesystem;
@@ -25,13 +26,19 @@ std::string DataHome() {
 
 }  // namespace
 
+LazyEngine::Factory HeadlessProgram::Mpv(const std::string& ao) {
+    return [this, ao]() -> std::unique_ptr<MediaEngine> {
+        return std::make_unique<MpvEngine>(m_loop, MpvEngine::Options{.ao = ao, .vo = "null", .wid = 0});
+    };
+}
+
 HeadlessProgram::NumericLocaleC::NumericLocaleC() { std::setlocale(LC_NUMERIC, "C"); }
 
 HeadlessProgram::HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::string& ao)
-    : m_player(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
-      m_reader(m_loop, {.ao = "null", .vo = "null", .wid = 0}),
-      m_video(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
-      m_second(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
+    : m_player(Mpv(ao), ReadMediaItem),
+      m_reader(Mpv("null"), ReadMediaItem),
+      m_video(Mpv(ao), ReadMediaItem),
+      m_second(Mpv(ao), ReadMediaItem),
       m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second}) {
     m_ctx.core.Windowless = true;
 }

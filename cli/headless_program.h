@@ -1,12 +1,14 @@
 #pragma once
 // The program's model without a window, as the terminal commands run it:
-// Qt's loop without widgets, the four engines on libmpv with no picture.
+// Qt's loop without widgets, the four engines on libmpv with no picture,
+// each started on its first use: a command that plays nothing starts none.
 
 #include <QCoreApplication>
 
 #include <string>
 
 #include "core/app_context.h"
+#include "platform/lazy_engine.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
 
@@ -27,10 +29,13 @@ public:
     HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::string& ao = "null");
 
     QCoreApplication& App() { return m_app.app; }
-    MpvEngine& Player() { return m_player; }
+    // Starts the player, so that a failed start is known before anything plays.
+    MpvEngine& Player() { return static_cast<MpvEngine&>(m_player.Start()); }
     AppContext& Context() { return m_ctx; }
 
 private:
+    LazyEngine::Factory Mpv(const std::string& ao);
+
     // libmpv reads numbers with the C library and wants a '.' decimal point,
     // from before the first engine is made.
     struct NumericLocaleC {
@@ -40,7 +45,7 @@ private:
     TerminalApplication m_app;
     NumericLocaleC m_locale;
     QtEventLoop m_loop;
-    MpvEngine m_player, m_reader, m_video, m_second;
+    LazyEngine m_player, m_reader, m_video, m_second;
     AppContext m_ctx;
 };
 

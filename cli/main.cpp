@@ -21,7 +21,7 @@ int Usage() {
                  "       velmora-cli folder   the program folder and the Collection a start opens\n"
                  "       velmora-cli dump FILE.qel   the Collection as JSON\n"
                  "       velmora-cli info FILE.qel   a short summary\n"
-                 "       velmora-cli play FILE.qel [--ao NAME]   play it in the terminal\n"
+                 "       velmora-cli play FILE.qel [--ao NAME] [--sleep DURATION]   play it in the terminal\n"
                  "       velmora-cli identify FILE.qel [--continue]   read durations, sizes and tags\n"
                  "       velmora-cli add FILE.qel DIR... [--subdirs]   add the media files of folders\n"
                  "       velmora-cli filter FILE.qel [--class S|A|B|C|X|-] [--artist T] ...   the catalogue's rows\n"

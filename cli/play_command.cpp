@@ -23,6 +23,7 @@
 #include "platform/quit_signals.h"
 #include "playback/transport.h"
 #include "ratings/rating_marks.h"
+#include "timed/sleep_timer.h"
 
 namespace fs = std::filesystem;
 
@@ -85,7 +86,9 @@ std::string StatusLine(const AppContext& ctx) {
 }
 
 int Usage() {
-    std::cerr << "usage: velmora-cli play FILE.qel [--ao NAME]\n"
+    std::cerr << "usage: velmora-cli play FILE.qel [--ao NAME] [--sleep DURATION]\n"
+                 "  DURATION: such as 30m, 1h15m or 45s; the volume comes down over the last minute,\n"
+                 "  then playing pauses and the program saves and ends\n"
                  "  keys: space pause, n next, p previous, f/b forward/back by the step count, r rate, q quit\n";
     return 2;
 }
@@ -94,10 +97,18 @@ int Usage() {
 // quit, or 0.
 int Play(int argc, char** argv, int& signal) {
     std::string file, ao;
+    std::optional<int64_t> sleep_seconds;
     for (int i = 0; i < argc; ++i) {
         const std::string arg = argv[i];
         if (arg == "--ao" && i + 1 < argc) ao = argv[++i];
         else if (arg.rfind("--ao=", 0) == 0) ao = arg.substr(5);
+        else if (arg == "--sleep" && i + 1 < argc && !sleep_seconds) {
+            sleep_seconds = Parse_Sleep_Duration(argv[++i]);
+            if (!sleep_seconds) {
+                std::cerr << "velmora-cli: " << argv[i] << ": not a duration\n";
+                return Usage();
+            }
+        }
         else if (file.empty() && !arg.starts_with("--")) file = arg;
         else return Usage();
     }
@@ -274,6 +285,14 @@ int Play(int argc, char** argv, int& signal) {
             }
         });
     }
+
+    // Counted from the start of playing; the pause leaves the position for the save.
+    std::optional<SleepTimer> sleep;
+    if (sleep_seconds) sleep.emplace(ctx, *sleep_seconds, [&] {
+        clear_status();
+        std::cerr << "velmora-cli: the sleep time is over\n";
+        quit();
+    });
 
     // Start-up plays by itself when the preferences say so; otherwise this
     // is the one press.

@@ -133,8 +133,18 @@ struct CatalogueState {
     std::string Filter_Head_Rule;
 };
 
-// The timed events' trigger values.
-struct TimedState {};
+// The timed events: what the settings do not keep of the snooze window.
+struct TimedState {
+    // The trigger has fired and the alarm file is to sound (-1).
+    int16_t Alarm_Time_Reached = 0;
+    int16_t Alarm_Countdown_Reached = 0;
+    // The alarm's volume when the window's engine stands at 0.
+    int32_t Alarm_Volume = 50;
+    // Form5 has loaded once; its alarm list is never filled again.
+    bool Form5_Loaded = false;
+    // Form5's own engine, given by the window's host; the terminal has none.
+    MediaEngine* Alarm_Engine = nullptr;
+};
 
 // What the last identification run found: rows read and the corrections it
 // made to the mirror lists, so that a caller without a window can report them.
@@ -209,6 +219,7 @@ struct AppContext {
     IdentifyState identify;
     IntakeState intake;
     FileOpsState fileops;
+    TimedState timed;
 
     Form1 form1;
     Form2 form2;

@@ -8,6 +8,7 @@
 
 #include "core/controls.h"
 #include "core/menu_table.h"
+#include "core/snooze_form.h"
 
 namespace velmora {
 
@@ -202,13 +203,6 @@ struct Form4 : FormState {
                                  Label{"Form4.Label21(4)"}, Label{"Form4.Label21(5)"}, Label{"Form4.Label21(6)"}};
     Slider Slider1{"Form4.Slider1"};
     ScrollBar HScroll1{"Form4.HScroll1"};
-};
-
-// The snooze and countdown window.
-struct Form5 : FormState {
-    Form5() : FormState("Form5") { SetVisible(false); }
-    Timer Timer1{"Form5.Timer1"};
-    ComboBox Combo1{"Form5.Combo1"};  // the files of the alarm's choice
 };
 
 // The start screen.

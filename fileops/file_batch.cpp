@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/codepage1253.h"
 #include "base/text_format.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/filter_fields.h"
@@ -92,6 +93,22 @@ int Track_Of_Row(const AppContext& ctx, const ListBox& list, bool from_results, 
     return row < letters.ListCount() && letters.List(row) == Class_Letter(Table_Class_Of(class_code)) ? row : -1;
 }
 
+// Copies or moves that the Tracks are to follow into a folder whose name the
+// Collection's code page cannot hold would leave a Collection that cannot be
+// saved, naming files that have gone: nothing is touched, and the log says why.
+bool Refuse_Unstorable_Destination(AppContext& ctx, int mode) {
+    const Settings& s = ctx.settings;
+    const bool points = mode == kFileMove    ? s.Move_Points_To_New_Path != 0
+                        : mode == kFileCopy ? s.Copy_Points_To_New_Path != 0
+                                            : false;
+    const std::string& dir = ctx.fileops.Destination_Directory;
+    if (!points || FitsCp1253(dir)) return false;
+    Log_Line(ctx, "-> Η Συλλογή δεν μπορεί να κρατήσει το όνομα του φακέλου προορισμού, δεν έγινε τίποτα - "
+                  "The Collection cannot store the name of the destination folder, nothing was done ---> " +
+                      dir);
+    return true;
+}
+
 }  // namespace
 
 int Table_Class_Of(int class_code) {
@@ -105,6 +122,10 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
     const Settings& s = ctx.settings;
     BatchOutcome out;
     f.Text2[0].SetText("");
+    if (Refuse_Unstorable_Destination(ctx, mode)) {
+        out.refused = true;
+        return out;
+    }
     if ((mode == kFileMove && ask_move) || mode == kFileDelete) {
         if (Confirm_File_Batch(ctx, mode)) {
             out.cancelled = true;
@@ -215,6 +236,7 @@ BatchOutcome MoveSelected(AppContext& ctx, int mode, int class_code) {
         return nothing;
     }
     const bool move = mode != 0;
+    if (Refuse_Unstorable_Destination(ctx, move ? kFileMove : kFileCopy)) return BatchOutcome{.refused = true};
     const int k = Phrase_Index(class_code);
     const std::string question = std::string("Πρόκειται να ") + (move ? "μετακινήσετε" : "αντιγράψετε") +
                                  kPhraseGreek[k] + " στον κατάλογο: " + dir + "\n - You are going to " +

@@ -16,6 +16,9 @@ struct BatchOutcome {
     bool cancelled = false;  // a question was answered No: nothing was done
     bool escaped = false;    // Esc stopped the loop between two files
     bool stopped = false;    // the playing Track's player was stopped
+    // The Tracks were to name the destination, and the Collection cannot
+    // store its folder's name: nothing was done.
+    bool refused = false;
     int tries = 0, successes = 0, failures = 0;
 };
 

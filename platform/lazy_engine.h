@@ -24,6 +24,8 @@ public:
         : m_factory(std::move(factory)), m_reader(std::move(reader)) {}
 
     bool Started() const { return m_engine != nullptr; }
+    // Starts the player now, as a first use would; the engine the factory made.
+    MediaEngine& Start() { return Engine(); }
 
     std::string URL() const override { return m_engine ? m_engine->URL() : std::string(); }
     Status setURL(const std::string& path) override { return Engine().setURL(path); }

@@ -17,6 +17,7 @@
 #include "core/app_context.h"
 #include "core/program_folders.h"
 #include "desktop/qt/main_window.h"
+#include "desktop/qt/snooze_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
 #include "platform/heap_release.h"
@@ -27,6 +28,7 @@
 #include "platform/qt_event_loop.h"
 #include "platform/qt_shell.h"
 #include "platform/quit_signals.h"
+#include "timed/snooze_window.h"
 
 namespace {
 
@@ -104,13 +106,19 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}), ReadMediaItem);
     LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
     LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
+    // The snooze window sounds its alarm through an engine of its own.
+    LazyEngine alarm(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     ctx.program_folder =
         Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
 
+    ctx.timed.Alarm_Engine = &alarm;
+
     MainWindow window(ctx.form1, ctx.core.Esc_Key);
     window.AttachShell(shell);
+    SnoozeWindow snooze(ctx.form5, &window);
+    snooze.SetCloseHandler([&ctx] { form5::Form_QueryUnload(ctx); });
 
     // A logout, a kill or a terminal's Ctrl+C ends the program the way
     // closing the window does, so the Collection and the preferences are

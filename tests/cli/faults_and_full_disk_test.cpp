@@ -3,6 +3,10 @@
 // it is on the disk.
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
+
+#include <cerrno>
+#include <cstring>
 
 #include <filesystem>
 #include <string>
@@ -77,6 +81,48 @@ TEST(CliFaults, AFullDiskFailsTheCommandWithItsCauseAndLeavesTheCollectionAsItWa
                             "/full_files.qqel: write: File too large"),
               std::string::npos)
         << play.err;
+}
+
+// A tmpfs of 2 MB, unmounted with the object; where the test may not mount
+// (not root, or a container without the right) it says why.
+struct SmallTmpfs {
+    explicit SmallTmpfs(const fs::path& at) : point(at) {
+        fs::create_directories(at);
+        if (::mount("tmpfs", at.c_str(), "tmpfs", 0, "size=2m") != 0) why = std::strerror(errno);
+    }
+    ~SmallTmpfs() { ::umount2(point.c_str(), MNT_DETACH); }
+    fs::path point;
+    std::string why;
+};
+
+// Five files of 600 KB onto it: the first ones fit, the rest fail each with
+// its own line, and nothing half written stays behind.
+TEST(CliFaults, CopiesOntoAFullFileSystemLeaveWholeFilesOrNoneAndTheSourcesIntact) {
+    testing::TempFolder tmp;
+    SmallTmpfs full(tmp.Path() / "full");
+    if (!full.why.empty()) GTEST_SKIP() << "cannot mount a 2 MB tmpfs here (" << full.why << "): needs CAP_SYS_ADMIN";
+    const fs::path media = tmp.Path() / "media", collection = tmp.Path() / "velmora_sylloges" / "c.qel";
+    fs::create_directories(media);
+    auto bytes = [](int i) { return std::string(600 * 1024, static_cast<char>('a' + i)); };
+    for (int i = 0; i < 5; ++i) testing::Put(media / ("t" + std::to_string(i) + ".mp3"), bytes(i));
+    ASSERT_EQ(Cli("add " + Quoted(collection) + " " + Quoted(media), tmp.Path()).code, 0);
+    const std::string tracks = Cli("dump " + Quoted(collection), tmp.Path()).out;
+
+    const CliRun copy = Cli("copy " + Quoted(collection) + " " + Quoted(full.point) + " --all", tmp.Path());
+    EXPECT_EQ(copy.code, 1) << copy.out << copy.err;
+    int arrived = 0;
+    for (int i = 0; i < 5; ++i) {
+        const fs::path copied = full.point / ("t" + std::to_string(i) + ".mp3");
+        const bool there = fs::exists(copied);
+        arrived += there;
+        EXPECT_EQ(testing::Bytes(media / copied.filename()), bytes(i));
+        EXPECT_TRUE(!there || testing::Bytes(copied) == bytes(i)) << copied << " is not whole";
+        EXPECT_EQ(copy.out.find("failed to copy to ---> " + copied.string()) == std::string::npos, there) << copy.out;
+    }
+    EXPECT_TRUE(arrived >= 1 && arrived < 5) << arrived << " arrived";
+    for (const auto& entry : fs::directory_iterator(full.point))
+        EXPECT_NE(entry.path().filename().string().front(), '.') << "left behind: " << entry.path();
+    EXPECT_EQ(Cli("dump " + Quoted(collection), tmp.Path()).out, tracks);
 }
 
 TEST(CliFaults, AddRefusesAPathTooLongForItsRecordAndSavesTheRest) {

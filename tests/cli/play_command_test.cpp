@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <regex>
 #include <string>
 
 #include "cli_run.h"
@@ -48,6 +49,25 @@ TEST(PlayCommand, RefusesWhatItCannotPlay) {
     EXPECT_EQ(Cli("play '" + (scratch.Path() / "none.qel").string() + "'", scratch.Path()).code, 2);
     EXPECT_EQ(Cli("play", scratch.Path()).code, 2);
     EXPECT_EQ(Cli("play a.qel --ao", scratch.Path()).code, 2);
+    EXPECT_EQ(Cli("play a.qel --sleep 90", scratch.Path()).code, 2);
+}
+
+// A minute of silence, put to sleep after three seconds of it: the play
+// pauses there and the save keeps the spot.
+TEST(PlayCommand, SleepPausesAfterItsTimeAndSavesWherePlayingStood) {
+    testing::TempFolder tmp;
+    const fs::path wav = tmp.Path() / "quiet.wav";
+    testing::Put(wav, testing::Wav_Bytes(8000 * 60));
+    const testing::GoldenFiles at = testing::Golden_Files_In(tmp.Str());
+    testing::Write_Golden(at, testing::Golden_With_Paths(wav.string(), wav.string()));
+    // Without the sleep the minute plays twice and the time limit ends it.
+    const auto run = Cli("play " + testing::Quoted(at.main) + " --ao null --sleep 3s", tmp.Path());
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.err.find("the sleep time is over"), std::string::npos) << run.err;
+    const auto dump = Cli("dump " + testing::Quoted(at.main), tmp.Path());
+    std::smatch position;
+    ASSERT_TRUE(std::regex_search(dump.out, position, std::regex("\"Current_Position\": (\\d+)"))) << dump.out;
+    EXPECT_TRUE(std::stoi(position[1]) >= 2 && std::stoi(position[1]) <= 4) << position[1];
 }
 
 }  // namespace

@@ -176,5 +176,30 @@ TEST_F(FileBatch, TheResultBatchAsksWithTheCriteriaAndTakesTheSelectedRows) {
     EXPECT_EQ(Count(Log(), " ---> " + dst), 1u);
 }
 
+// A folder named in letters the Collection's code page lacks: Tracks that
+// would follow their files there could never be saved, so nothing moves and
+// nothing is asked; copies that leave the Tracks alone go ahead.
+TEST_F(FileBatch, AFolderTheCollectionCannotNameIsRefusedOnlyWhenTheTracksWouldFollow) {
+    const std::string cyrillic = app.folder.Str() + "Музыка/";
+    fs::create_directories(cyrillic);
+    app.ctx.fileops.Destination_Directory = cyrillic;
+    app.ctx.settings.Move_Points_To_New_Path = -1;
+    EXPECT_TRUE(MoveSelected(app.ctx, -1, kBatchAll).refused);
+    EXPECT_TRUE(app.dialogs.Messages().empty());
+    EXPECT_NE(Log().find("The Collection cannot store the name of the destination folder, nothing was done ---> " +
+                         cyrillic),
+              std::string::npos)
+        << Log();
+    EXPECT_TRUE(fs::is_empty(cyrillic));
+    for (const auto& row : rows) EXPECT_TRUE(fs::exists(row.path)) << row.path;
+
+    app.ctx.settings.Copy_Points_To_New_Path = 0;
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    const BatchOutcome copied = MoveSelected(app.ctx, 0, kBatchAll);
+    EXPECT_EQ(std::tuple(copied.refused, copied.successes), std::tuple(false, 6));
+    EXPECT_TRUE(fs::exists(cyrillic + "Ελληνικό.mp3"));
+    EXPECT_TRUE(Save_Collection(app.ctx, false, true)) << app.ctx.collection.Save_Fault;
+}
+
 }  // namespace
 }  // namespace velmora
