@@ -9,6 +9,7 @@
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "desktop/collection_commands.h"
+#include "desktop/collection_merge.h"
 #include "desktop/pages.h"
 #include "fileops/file_batch.h"
 #include "fileops/file_marks.h"
@@ -228,6 +229,7 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on(m("mnuFileSaveAsAuto").Click, mnuFileSaveAsAuto_Click);
     on(m("mnuFileReset").Click, mnuFileReset_Click);
     on(m("mnufiledelete").Click, mnufiledelete_Click);
+    on(m("MnuFileMerge").Click, MnuFileMerge_Click);
 
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);

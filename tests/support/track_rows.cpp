@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include <gtest/gtest.h>
+
+#include "collection/collection_file.h"
 #include "ratings/rating_calculation.h"
 #include "support/test_app.h"
 
@@ -50,6 +53,20 @@ std::vector<TrackRow> Numbered_Rows(const std::string& dir, int n, double second
         rows.push_back({dir + name, seconds});
     }
     return rows;
+}
+
+std::string Write_Collection(const std::string& folder, const std::string& name, const std::vector<TrackRow>& rows,
+                             const std::vector<int32_t>& played) {
+    TestApp other(folder);
+    AppContext& ctx = other.ctx;
+    ctx.core.App_Path = folder;
+    Fill_Tracks(ctx, rows);
+    for (size_t i = 0; i < played.size(); ++i) ctx.table.Played_Number[i] = played[i];
+    std::filesystem::create_directories(folder + "velmora_sylloges");
+    std::filesystem::create_directories(folder + "velmora_filtra");
+    ctx.collection.Collection_Path = folder + "velmora_sylloges/" + name + ".qel";
+    EXPECT_TRUE(Save_Collection(ctx, false, true)) << ctx.collection.Save_Fault;
+    return ctx.collection.Collection_Path;
 }
 
 }  // namespace velmora::testing
