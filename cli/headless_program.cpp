@@ -32,7 +32,7 @@ HeadlessProgram::HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::stri
       m_reader(m_loop, {.ao = "null", .vo = "null", .wid = 0}),
       m_video(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
       m_second(m_loop, {.ao = ao, .vo = "null", .wid = 0}),
-      m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second}) {}
+      m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second, &m_playlists}) {}
 
 std::string Program_Folder_Of(const std::string& collection_file) {
     const fs::path folder = fs::path(collection_file).parent_path();

@@ -9,6 +9,7 @@
 #include "core/app_context.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
+#include "platform/qt_playlist_reader.h"
 
 namespace velmora::cli {
 
@@ -41,6 +42,7 @@ private:
     NumericLocaleC m_locale;
     QtEventLoop m_loop;
     MpvEngine m_player, m_reader, m_video, m_second;
+    QtPlaylistReader m_playlists;
     AppContext m_ctx;
 };
 

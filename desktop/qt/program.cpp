@@ -25,6 +25,7 @@
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
+#include "platform/qt_playlist_reader.h"
 #include "platform/qt_shell.h"
 #include "platform/quit_signals.h"
 
@@ -105,7 +106,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
     LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
-    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    QtPlaylistReader playlists;
+    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second, &playlists});
     ctx.program_folder =
         Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
 
