@@ -14,6 +14,7 @@
 #include "collection/collection_paths.h"
 #include "collection/stored_collection.h"
 #include "core/app_context.h"
+#include "core/mirror_rows.h"
 #include "core/progress.h"
 #include "core/running_report.h"
 #include "desktop/collection_commands.h"
@@ -195,6 +196,7 @@ void Read_Files_In_Add(AppContext& ctx, const std::string& files_path, bool& err
         return;
     }
     StoredTrack s;
+    MirrorRows mirrors;
     for (int32_t k = 0; k < total; ++k) {
         if (!Read_Track(file, k, s) || !Track_Fault(k, s).empty()) {
             error = true;
@@ -218,15 +220,13 @@ void Read_Files_In_Add(AppContext& ctx, const std::string& files_path, bool& err
                 t.Class_Duration[s.Rating_Class] += s.Duration;
             }
             f.List2.AddItem(s.Track_Path);
-            f.List3_0[0].AddItem(Row_Number_Text(row));
-            f.List3_0[1].AddItem(Class_Letter(s.Rating_Class));
-            f.List3_0[2].AddItem(Duration_Text(s.Duration));
-            f.List3_0[3].AddItem(Size_Text(s.File_Size));
-            f.List3_0[4].AddItem(Bitrate_Text(s.Bitrate));
+            mirrors.Add({Row_Number_Text(row), Class_Letter(s.Rating_Class), Duration_Text(s.Duration),
+                         Size_Text(s.File_Size), Bitrate_Text(s.Bitrate)});
         }
         ctx.ports.loop.DoEvents();
         if (Progress_Due(k, total)) Show_Progress(f, k, total, 1);
     }
+    mirrors.Flush(f);
     t.Track_Count = f.List2.ListCount();
 }
 

@@ -11,6 +11,7 @@
 #include "collection/playlist_library.h"
 #include "collection/playlist_sources.h"
 #include "core/app_context.h"
+#include "core/mirror_rows.h"
 #include "core/progress.h"
 #include "core/running_report.h"
 #include "intake/identification.h"
@@ -37,8 +38,7 @@ std::string Name_Less_Ending(const std::string& file) {
 }
 
 // Takes one entry into row `row` of the columns and the mirrors.
-void Take_Entry(AppContext& ctx, int32_t row, const std::string& source, const PlaylistEntry& e) {
-    Form1& f = ctx.form1;
+void Take_Entry(AppContext& ctx, int32_t row, const std::string& source, const PlaylistEntry& e, MirrorRows& mirrors) {
     TrackTable& t = ctx.table;
     t.ClearRow(row);
     t.Duration[row] = Currency(static_cast<int64_t>(std::nearbyint(std::min(e.duration, 1e12))));
@@ -67,12 +67,9 @@ void Take_Entry(AppContext& ctx, int32_t row, const std::string& source, const P
     t.Class_Size[k] += t.File_Size[row];
     t.Class_Duration[k] += t.Duration[row];
     t.Saved[row] = false;
-    f.List2.AddItem(source);
-    f.List3_0[0].AddItem(Row_Number_Text(row));
-    f.List3_0[1].AddItem(Class_Letter(k));
-    f.List3_0[2].AddItem(Duration_Text(t.Duration[row]));
-    f.List3_0[3].AddItem(Size_Text(t.File_Size[row]));
-    f.List3_0[4].AddItem(Bitrate_Text(t.Bitrate[row]));
+    ctx.form1.List2.AddItem(source);
+    mirrors.Add({Row_Number_Text(row), Class_Letter(k), Duration_Text(t.Duration[row]), Size_Text(t.File_Size[row]),
+                 Bitrate_Text(t.Bitrate[row])});
 }
 
 }  // namespace
@@ -132,6 +129,7 @@ PlaylistImport Import_Playlist(AppContext& ctx, int add, int dialog, std::string
     Log_Line(ctx, head);
 
     const std::string folder = Folder_Of(file);
+    MirrorRows mirrors;
     auto counts = [&] {
         return TimeText(loop.Now()) + "Νέα αρχεία - New Files :" + std::to_string(run.added) +
                "\nΔιπλά αρχεία που δεν προστέθηκαν [υπάρχουν στη συλλογή] - Double Files that were not added "
@@ -147,7 +145,7 @@ PlaylistImport Import_Playlist(AppContext& ctx, int add, int dialog, std::string
         } else if (ListBoxFindString(f.List2, source, -1, true) >= 0) {
             ++run.doubles;
         } else if (f.List2.ListCount() + 1 <= kMaxTracks && f.List2.ListCount() <= t.Bound()) {
-            Take_Entry(ctx, f.List2.ListCount(), source, e);
+            Take_Entry(ctx, f.List2.ListCount(), source, e, mirrors);
             ++run.added;
         } else {
             Log_Line(ctx, kNoSpace);
@@ -158,6 +156,7 @@ PlaylistImport Import_Playlist(AppContext& ctx, int add, int dialog, std::string
             loop.DoEvents();
         }
     }
+    mirrors.Flush(f);
     f.Text2[0].Prepend(counts() + "\n");
 
     if (dialog == -1) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "collection/collection_file.h"
+#include "core/mirror_rows.h"
 #include "ratings/rating_calculation.h"
 #include "support/test_app.h"
 
@@ -17,6 +18,7 @@ void Fill_Tracks(AppContext& ctx, const std::vector<TrackRow>& rows) {
     const int n = static_cast<int>(rows.size());
     t.Track_Count = n;
     t.Dimension(n);
+    MirrorRows mirrors;
     for (int i = 0; i < n; ++i) {
         const TrackRow& row = rows[i];
         t.Duration[i] = Currency::FromDouble(row.seconds);
@@ -24,12 +26,11 @@ void Fill_Tracks(AppContext& ctx, const std::vector<TrackRow>& rows) {
         t.Bitrate[i] = static_cast<int16_t>(row.bitrate);
         t.Saved[i] = true;
         ctx.form1.List2.AddItem(row.path);
-        const std::string mirrors[] = {Row_Number_Text(i), Class_Letter(row.rating),
-                                       row.seconds > 0 ? Duration_Text(t.Duration[i]) : "",
-                                       row.megabytes > 0 ? Size_Text(t.File_Size[i]) : "",
-                                       row.bitrate > 0 ? Bitrate_Text(row.bitrate) : ""};
-        for (int b = 0; b < 5; ++b) ctx.form1.List3_0[b].AddItem(mirrors[b]);
+        mirrors.Add({Row_Number_Text(i), Class_Letter(row.rating), row.seconds > 0 ? Duration_Text(t.Duration[i]) : "",
+                     row.megabytes > 0 ? Size_Text(t.File_Size[i]) : "",
+                     row.bitrate > 0 ? Bitrate_Text(row.bitrate) : ""});
     }
+    mirrors.Flush(ctx.form1);
     Calculate_Ratings(ctx);
     t.Current_Track = 0;
     t.Played_Count = n > 0 ? 1 : 0;
