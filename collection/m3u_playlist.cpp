@@ -101,7 +101,10 @@ bool Is_Utf8(std::string_view s) {
 }
 
 ListEncoding Detect_Encoding(std::string_view bytes) {
-    if (Starts_With(bytes, kBom) || Is_Utf8(bytes)) return ListEncoding::Utf8;
+    // A mark in front of bytes that are no UTF-8 is believed no more than
+    // the bytes are: they are read by what they look like.
+    if (Starts_With(bytes, kBom)) bytes.remove_prefix(kBom.size());
+    if (Is_Utf8(bytes)) return ListEncoding::Utf8;
     int high = 0, in_words = 0;
     for (size_t i = 0; i < bytes.size(); ++i) {
         const auto u = static_cast<unsigned char>(bytes[i]);
@@ -117,11 +120,10 @@ ListEncoding Detect_Encoding(std::string_view bytes) {
 
 PlaylistContents Parse_M3u(std::string_view bytes) {
     std::string text;
-    switch (Detect_Encoding(bytes)) {
-        case ListEncoding::Utf8:
-            if (Starts_With(bytes, kBom)) bytes.remove_prefix(kBom.size());
-            text = std::string(bytes);
-            break;
+    const ListEncoding encoding = Detect_Encoding(bytes);
+    if (Starts_With(bytes, kBom)) bytes.remove_prefix(kBom.size());
+    switch (encoding) {
+        case ListEncoding::Utf8: text = std::string(bytes); break;
         case ListEncoding::Cp1253: text = Cp1253ToUtf8(bytes); break;
         case ListEncoding::Latin1: text = Latin1ToUtf8(bytes); break;
     }
@@ -173,8 +175,10 @@ std::string Write_M3u8(const std::vector<PlaylistEntry>& entries) {
     std::string out = "#EXTM3U\n";
     for (const PlaylistEntry& e : entries) {
         const std::string artist = e.getItemInfo("Artist"), title = e.getItemInfo("Title");
-        std::string shown = !artist.empty() && !title.empty() ? artist + " - " + title : !title.empty() ? title : artist;
-        if (shown.empty()) shown = e.source.substr(e.source.find_last_of('/') + 1);
+        // With no names the title stays empty, and a player shows the file's
+        // name: a name put there would come back as the Track's title.
+        const std::string shown =
+            !artist.empty() && !title.empty() ? artist + " - " + title : !title.empty() ? title : artist;
         const long seconds = e.duration > 0 ? std::lround(e.duration) : -1;
         out += "#EXTINF:" + std::to_string(seconds) + "," + One_Line(shown) + "\n";
         if (const std::string album = e.getItemInfo("Album"); !album.empty()) out += "#EXTALB:" + One_Line(album) + "\n";

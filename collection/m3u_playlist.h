@@ -24,7 +24,8 @@ bool Is_Utf8(std::string_view bytes);
 // writes. Comments and directives unknown here are passed over; never fails.
 PlaylistContents Parse_M3u(std::string_view bytes);
 
-// "#EXTM3U", then per entry "#EXTINF:seconds,Artist - Title", the album and
+// "#EXTM3U", then per entry "#EXTINF:seconds,Artist - Title" (-1 seconds and
+// no title when they are not known), the album and
 // genre lines other players read, one "#VELMORA:Name=Value" line per
 // attribute, and the source. UTF-8, lines ended by "\n".
 std::string Write_M3u8(const std::vector<PlaylistEntry>& entries);

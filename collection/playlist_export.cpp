@@ -4,6 +4,7 @@
 
 #include "base/text_format.h"
 #include "collection/playlist_library.h"
+#include "collection/stored_collection.h"
 #include "core/app_context.h"
 #include "core/progress.h"
 #include "core/running_report.h"
@@ -66,23 +67,33 @@ void Fill_Current(AppContext& ctx, const std::string& name, bool count_changes) 
 
 }  // namespace
 
-PlaylistEntry Playlist_Entry(const AppContext& ctx, int row) {
-    const TrackTable& t = ctx.table;
+PlaylistEntry Playlist_Entry(const StoredTrack& s) {
     PlaylistEntry e;
-    e.source = std::string(ctx.form1.List2.List(row));
-    if (row > t.Bound()) return e;
-    e.duration = t.Duration[row].ToDouble();
+    e.source = s.Track_Path;
+    e.duration = s.Duration.ToDouble();
     auto put = [&e](const char* name, std::string value) { e.info.emplace_back(name, std::move(value)); };
     // The class number itself goes out, not the rating a file would hold.
-    if (t.Rating_Class[row] > 0) put("UserRating", std::to_string(t.Rating_Class[row]));
-    if (t.File_Size[row] > Currency(0)) put("Filesize", Whole(t.File_Size[row] * kBytesPerMegabyte));
-    if (t.Bitrate[row] > 0) put("Bitrate", std::to_string(t.Bitrate[row]));
-    if (!t.Artist[row].empty()) put("Artist", t.Artist[row]);
-    if (!t.Genre[row].empty()) put("Genre", t.Genre[row]);
-    if (!t.Album[row].empty()) put("Album", t.Album[row]);
-    if (!t.Title[row].empty()) put("Title", t.Title[row]);
-    if (!t.Year[row].empty()) put("Year", t.Year[row]);
+    if (s.Rating_Class > 0) put("UserRating", std::to_string(s.Rating_Class));
+    if (s.File_Size > Currency(0)) put("Filesize", Whole(s.File_Size * kBytesPerMegabyte));
+    if (s.Bitrate > 0) put("Bitrate", std::to_string(s.Bitrate));
+    if (!s.Artist.empty()) put("Artist", s.Artist);
+    if (!s.Genre.empty()) put("Genre", s.Genre);
+    if (!s.Album.empty()) put("Album", s.Album);
+    if (!s.Title.empty()) put("Title", s.Title);
+    if (!s.Year.empty()) put("Year", s.Year);
     return e;
+}
+
+PlaylistEntry Playlist_Entry(const AppContext& ctx, int row) {
+    const TrackTable& t = ctx.table;
+    StoredTrack s;
+    s.Track_Path = std::string(ctx.form1.List2.List(row));
+    if (row <= t.Bound()) {
+        s.Duration = t.Duration[row], s.Rating_Class = t.Rating_Class[row], s.File_Size = t.File_Size[row];
+        s.Bitrate = t.Bitrate[row], s.Artist = t.Artist[row], s.Genre = t.Genre[row], s.Album = t.Album[row];
+        s.Title = t.Title[row], s.Year = t.Year[row];
+    }
+    return Playlist_Entry(s);
 }
 
 std::vector<PlaylistEntry> Playlist_Entries(const AppContext& ctx) {

@@ -10,11 +10,14 @@
 namespace velmora {
 
 struct AppContext;
+struct StoredTrack;
 
 // Row `row` as a play list entry: its path and length, and the attributes
 // "UserRating" (the class number 1 to 5), "Filesize" (in bytes), "Bitrate",
 // "Artist", "Genre", "Album", "Title" and "Year", each only when set.
 PlaylistEntry Playlist_Entry(const AppContext& ctx, int row);
+// The same of a Track as a Collection's files hold it.
+PlaylistEntry Playlist_Entry(const StoredTrack& track);
 std::vector<PlaylistEntry> Playlist_Entries(const AppContext& ctx);
 
 // Asks, then writes every Track into the library's list `name`, counting the

@@ -85,7 +85,7 @@ TEST_F(PlaylistInterchange, ExportWritesTheClassNumberAndYearThatImportReadsOthe
               "#VELMORA:UserRating=5\n#VELMORA:Filesize=2097152\n#VELMORA:Bitrate=192\n#VELMORA:Artist=Άρτιστ\n"
               "#VELMORA:Title=Τίτλος\n#VELMORA:Year=1999\n"
               "/m/a & b.mp3\n"
-              "#EXTINF:-1,plain.mp3\n"
+              "#EXTINF:-1,\n"
               "/m/plain.mp3\n");
 
     TestApp other;
