@@ -122,6 +122,8 @@ PlaylistImport Import_Playlist(AppContext& ctx, int add, int dialog, std::string
         return run;
     }
     run.read = true;
+    const bool reported = ctx.settings.Report_On != 0;
+    if (reported) Report_Block(ctx, -1);
     t.Grow_Columns(std::max<int32_t>(t.Bound(), f.List2.ListCount() + static_cast<int32_t>(n)));
     if (dialog == -1) Set_Lists_Enabled(f, false);
     const std::string head = "-> Προστείθονται αρχεία από " + file + ".Παρακαλώ περιμένετε... - Adding files from " +
@@ -158,6 +160,7 @@ PlaylistImport Import_Playlist(AppContext& ctx, int add, int dialog, std::string
     }
     mirrors.Flush(f);
     f.Text2[0].Prepend(counts() + "\n");
+    if (reported) Report_Block(ctx, 0);
 
     if (dialog == -1) {
         t.Track_Count = f.List2.ListCount();

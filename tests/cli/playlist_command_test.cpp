@@ -44,5 +44,22 @@ TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
     EXPECT_EQ(Cli("export " + second + " " + Quoted(tmp.Path() / "out.txt"), tmp.Path()).code, 2);
 }
 
+TEST(PlaylistCommand, AListAmongTheFilesOfAnAddedFolderBringsItsEntries) {
+    testing::TempFolder tmp;
+    const fs::path media = tmp.Path() / "media";
+    fs::create_directories(media);
+    testing::Put(media / "a.mp3", "");
+    testing::Put(media / "list.m3u", "other/b.mp3\r\n/elsewhere/c.mp3\r\n");
+    const std::string qel = Quoted(tmp.Path() / "velmora_sylloges" / "c.qel");
+    const testing::CliRun added = Cli("add " + qel + " " + Quoted(media), tmp.Path());
+    ASSERT_EQ(added.code, 0) << added.out << added.err;
+    ASSERT_EQ(Cli("export " + qel + " " + Quoted(tmp.Path() / "all.m3u8"), tmp.Path()).code, 0);
+    const std::string all = Bytes(tmp.Path() / "all.m3u8");
+    for (const std::string& path : {(media / "a.mp3").string(), (media / "other/b.mp3").string(),
+                                    std::string("/elsewhere/c.mp3")})
+        EXPECT_EQ(testing::Count(all, "\n" + path + "\n"), 1u) << path << " in\n" << all;
+    EXPECT_EQ(all.find("list.m3u"), std::string::npos) << "the list itself is no Track";
+}
+
 }  // namespace
 }  // namespace velmora
