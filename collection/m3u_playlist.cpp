@@ -133,9 +133,13 @@ PlaylistContents Parse_M3u(std::string_view bytes) {
     std::string title;
     std::string_view rest = text;
     while (!rest.empty()) {
-        const size_t end = rest.find('\n');
+        // Lines end in LF, CRLF, or CR alone as the old Macintosh wrote them.
+        const size_t end = rest.find_first_of("\r\n");
         const std::string_view line = Line_Text(rest.substr(0, end));
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+        const size_t after = end == std::string_view::npos ? rest.size()
+                             : rest.substr(end, 2) == "\r\n"    ? end + 2
+                                                                 : end + 1;
+        rest.remove_prefix(after);
         if (line.empty()) continue;
         if (line.front() != '#') {
             // Artist and title of #EXTINF, unless the list named them apart.

@@ -68,6 +68,9 @@ TEST_F(PlaylistInterchange, LegacyListsAreReadInTheCodePageTheirBytesShow) {
     EXPECT_NE(ctx.form1.Text2[0].Text().find("The name cannot be stored in the Collection: /m/Café Müller.mp3"),
               std::string::npos);
     EXPECT_EQ(Parse_M3u("\xFF\xE8.mp3").entries.at(0).source, "ÿè.mp3") << "ÿ is no Greek letter";
+    const PlaylistContents mac = Parse_M3u("#EXTM3U\r#VELMORA:UserRating=5\ra.mp3\rb.mp3\r");
+    ASSERT_EQ(mac.entries.size(), 2u) << "lines ended by CR alone";
+    EXPECT_EQ(mac.entries[0].getItemInfo("UserRating"), "5");
     EXPECT_EQ(Detect_Encoding("\xC1\xE8\xDE\xED\xE1"), ListEncoding::Cp1253);
     EXPECT_EQ(Detect_Encoding("Ger\xE4t"), ListEncoding::Latin1);
     EXPECT_FALSE(Is_Utf8("\xC0\x80")) << "an overlong form is no UTF-8";
