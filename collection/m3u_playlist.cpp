@@ -118,15 +118,19 @@ ListEncoding Detect_Encoding(std::string_view bytes) {
     return high > 0 && 2 * in_words >= high ? ListEncoding::Cp1253 : ListEncoding::Latin1;
 }
 
-PlaylistContents Parse_M3u(std::string_view bytes) {
-    std::string text;
+std::string Text_As_Utf8(std::string_view bytes) {
     const ListEncoding encoding = Detect_Encoding(bytes);
     if (Starts_With(bytes, kBom)) bytes.remove_prefix(kBom.size());
     switch (encoding) {
-        case ListEncoding::Utf8: text = std::string(bytes); break;
-        case ListEncoding::Cp1253: text = Cp1253ToUtf8(bytes); break;
-        case ListEncoding::Latin1: text = Latin1ToUtf8(bytes); break;
+        case ListEncoding::Cp1253: return Cp1253ToUtf8(bytes);
+        case ListEncoding::Latin1: return Latin1ToUtf8(bytes);
+        case ListEncoding::Utf8: break;
     }
+    return std::string(bytes);
+}
+
+PlaylistContents Parse_M3u(std::string_view bytes) {
+    const std::string text = Text_As_Utf8(bytes);
 
     PlaylistContents list;
     PlaylistEntry next;

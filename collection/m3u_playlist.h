@@ -18,6 +18,9 @@ enum class ListEncoding { Utf8, Cp1253, Latin1 };
 // accents do, or when a byte the Greek code page lacks is among them.
 ListEncoding Detect_Encoding(std::string_view bytes);
 bool Is_Utf8(std::string_view bytes);
+// The bytes as UTF-8, read in the encoding they show (a byte order mark
+// dropped).
+std::string Text_As_Utf8(std::string_view bytes);
 
 // The entries with their sources as written (Resolve_Source finds the
 // files), the #EXTINF duration and title, and the attributes this program

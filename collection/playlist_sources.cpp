@@ -3,6 +3,8 @@
 #include <cctype>
 #include <vector>
 
+#include "collection/m3u_playlist.h"
+
 namespace velmora {
 
 namespace {
@@ -105,7 +107,8 @@ std::string Resolve_Source(std::string_view source, const std::string& folder) {
         const size_t slash = rest.find('/');
         if (slash == std::string_view::npos) return {};
         rest.remove_prefix(slash);
-        return Lexically_Normal(Percent_Decoded(rest));
+        // Escapes name bytes: old players escaped their own code page's.
+        return Lexically_Normal(Text_As_Utf8(Percent_Decoded(rest)));
     }
     std::string path(s);
     for (char& c : path)

@@ -47,11 +47,11 @@ TEST_F(PlaylistInterchange, ListsFromTheWildImportWithTheirFilesResolved) {
                                    "\r\n"
                                    "..\\other\\b.mp3\r\n"
                                    "file:///music/My%20Song%20%CE%B1.mp3\r\n"
-                                   "file://localhost/music/c.mp3\r\n"
+                                   "file://localhost/music/%C1%E8%DE%ED%E1.mp3\r\n"
                                    "http://radio.example/stream?x=1&y=2\r\n"
                                    "  ./sub/./Η Νύχτα.mp3  \r\n");
     EXPECT_EQ(Paths(), (Strings{l + "sub/Η Νύχτα.mp3", folder + "other/b.mp3", "/music/My Song α.mp3",
-                                "/music/c.mp3", "http://radio.example/stream?x=1&y=2"}));
+                                "/music/Αθήνα.mp3", "http://radio.example/stream?x=1&y=2"}));
     EXPECT_EQ(std::pair(run.added, run.doubles), std::pair(5, 1));
     const TrackTable& t = ctx.table;
     EXPECT_EQ(std::tuple(t.Duration[0], t.Artist[0], t.Title[0]),
