@@ -9,7 +9,9 @@
 #include "core/app_context.h"
 #include "core/running_report.h"
 #include "desktop/collection_commands.h"
+#include "desktop/collection_merge.h"
 #include "desktop/pages.h"
+#include "desktop/playlist_commands.h"
 #include "fileops/file_batch.h"
 #include "fileops/file_marks.h"
 #include "fileops/results_batch.h"
@@ -229,6 +231,8 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     on(m("mnuFileSaveAsAuto").Click, mnuFileSaveAsAuto_Click);
     on(m("mnuFileReset").Click, mnuFileReset_Click);
     on(m("mnufiledelete").Click, mnufiledelete_Click);
+    on(m("MnuFileMerge").Click, MnuFileMerge_Click);
+    for (int i = 0; i < 4; ++i) on_index(m("mnuFileCreateWPL", i).Click, mnuFileCreateWPL_Click, i);
 
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);

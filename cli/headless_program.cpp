@@ -39,7 +39,7 @@ HeadlessProgram::HeadlessProgram(Dialogs& dialogs, Shell& shell, const std::stri
       m_reader(Mpv("null"), ReadMediaItem),
       m_video(Mpv(ao), ReadMediaItem),
       m_second(Mpv(ao), ReadMediaItem),
-      m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second}) {
+      m_ctx(Ports{m_loop, dialogs, shell, m_player, m_reader, m_video, m_second, &m_playlists}) {
     m_ctx.core.Windowless = true;
 }
 

@@ -11,6 +11,7 @@
 #include "platform/lazy_engine.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
+#include "platform/qt_playlist_reader.h"
 
 namespace velmora::cli {
 
@@ -46,6 +47,7 @@ private:
     NumericLocaleC m_locale;
     QtEventLoop m_loop;
     LazyEngine m_player, m_reader, m_video, m_second;
+    QtPlaylistReader m_playlists;
     AppContext m_ctx;
 };
 

@@ -19,6 +19,7 @@
 #include "core/forms.h"
 #include "core/media_engine.h"
 #include "core/playback_state.h"
+#include "core/playlist_reader.h"
 #include "core/settings.h"
 #include "core/shell.h"
 #include "core/track_table.h"
@@ -34,6 +35,8 @@ struct Ports {
     MediaEngine& reader;  // WindowsMediaPlayer2 of Form1: never plays, reads files
     MediaEngine& video;   // WindowsMediaPlayer1 of Form2
     MediaEngine& second;  // WindowsMediaPlayer1 of Form4
+    // Reads .wpl play lists; without it they are refused as unreadable.
+    PlaylistXmlReader* playlists = nullptr;
 };
 
 // What start-up and the running loop share across subsystems.
@@ -98,6 +101,9 @@ struct CollectionState {
     // not happen.
     std::string Load_Fault;
     std::string Save_Fault;
+    // The play list of the library that the last export or import held
+    // (its file); empty when none.
+    std::string Current_Playlist;
 };
 
 // The report file beside the log box.

@@ -9,7 +9,6 @@
 #include "catalogue/filter_building.h"
 #include "catalogue/track_list_totals.h"
 #include "catalogue/list_box_find.h"
-#include "collection/playlist_file.h"
 #include "core/app_context.h"
 #include "core/port_faults.h"
 #include "core/progress.h"
@@ -19,6 +18,7 @@
 #include "fileops/file_engine.h"
 #include "intake/directory_search.h"
 #include "intake/identification.h"
+#include "intake/playlist_import.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 
@@ -185,7 +185,7 @@ void Add_Files_Under_Path(AppContext& ctx) {
     const std::string head_english = "- Adding files from " + in.Source_English + ". Please wait...";
     walk.Walk([&](const std::string& path, const std::string& name) {
         if (Ends_With(name, ".wpl") || Ends_With(name, ".m3u")) {
-            Read_Playlist(ctx, path, true);
+            Import_Playlist(ctx, -1, 0, path, path);
             return true;
         }
         if (!Storable_Track_Path(path)) {

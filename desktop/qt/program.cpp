@@ -26,6 +26,7 @@
 #include "platform/mpv_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
+#include "platform/qt_playlist_reader.h"
 #include "platform/qt_shell.h"
 #include "platform/quit_signals.h"
 #include "timed/snooze_window.h"
@@ -109,7 +110,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     // The snooze window sounds its alarm through an engine of its own.
     LazyEngine alarm(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
-    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    QtPlaylistReader playlists;
+    AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second, &playlists});
     ctx.program_folder =
         Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
 

@@ -25,5 +25,10 @@ void Fill_Tracks(AppContext& ctx, const std::vector<TrackRow>& rows);
 void Make_Files(TestApp& app, const std::vector<TrackRow>& rows);
 // n rows "dir/track_000.mp3"... of `seconds` each.
 std::vector<TrackRow> Numbered_Rows(const std::string& dir, int n, double seconds);
+// Saves these rows whole as the Collection `name` (".qel" added) of the
+// program folder `folder`, by the program's own save; `played` gives the
+// first rows' Played_Number. Returns the main file's path.
+std::string Write_Collection(const std::string& folder, const std::string& name, const std::vector<TrackRow>& rows,
+                             const std::vector<int32_t>& played = {});
 
 }  // namespace velmora::testing
