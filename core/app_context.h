@@ -18,6 +18,7 @@
 #include "core/event_loop.h"
 #include "core/forms.h"
 #include "core/media_engine.h"
+#include "core/metadata_state.h"
 #include "core/playback_state.h"
 #include "core/settings.h"
 #include "core/shell.h"
@@ -206,6 +207,7 @@ struct AppContext {
     IdentifyState identify;
     IntakeState intake;
     FileOpsState fileops;
+    MetadataState metadata;
 
     Form1 form1;
     Form2 form2;

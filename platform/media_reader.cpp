@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/av_probe.h"
+#include "platform/embedded_art.h"
 #include "platform/tag_reading.h"
 #include "platform/tag_writing.h"
 
@@ -44,6 +45,10 @@ public:
     std::string sourceURL() const override { return m_path; }
 
     std::string getItemInfo(const std::string& attribute) const override {
+        // The picture is read only when asked for: most asks never want it.
+        if (Lower(attribute) == "wm/picture") return m_answers.media_type == "audio" || m_answers.media_type == "video"
+                                                          ? Embedded_Picture(m_path)
+                                                          : std::string();
         const std::string* field = Field(m_answers, Lower(attribute));
         return field != nullptr ? *field : std::string();
     }
