@@ -13,6 +13,8 @@
 #include "cli/identify_command.h"
 #include "cli/info_command.h"
 #include "cli/play_command.h"
+#include "cli/ratings_command.h"
+#include "cli/tag_command.h"
 
 namespace {
 
@@ -27,7 +29,9 @@ int Usage() {
                  "       velmora-cli filter FILE.qel [--class S|A|B|C|X|-] [--artist T] ...   the catalogue's rows\n"
                  "       velmora-cli search FILE.qel TEXT   the Tracks whose row holds TEXT\n"
                  "       velmora-cli copy|move FILE.qel DEST (--class C | --all) [--point]   a class's files\n"
-                 "       velmora-cli delete FILE.qel (--class C | --all) [--trash]   a class's files off the disk\n";
+                 "       velmora-cli delete FILE.qel (--class C | --all) [--trash]   a class's files off the disk\n"
+                 "       velmora-cli tag FILE.qel TRACK [--title T] [--artist T] ...   a Track's tags into its file\n"
+                 "       velmora-cli ratings FILE.qel --to-files|--from-files   the classes into or from the files\n";
     return 2;
 }
 
@@ -46,6 +50,8 @@ int main(int argc, char** argv) {
     if (argc >= 3 && std::strcmp(argv[1], "add") == 0) return velmora::cli::Add_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "filter") == 0) return velmora::cli::Filter_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "search") == 0) return velmora::cli::Search_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "tag") == 0) return velmora::cli::Tag_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "ratings") == 0) return velmora::cli::Ratings_Command(argc - 2, argv + 2);
     static constexpr const char* kFileCommands[] = {"copy", "move", "delete"};
     for (int mode = 0; mode < 3; ++mode)
         if (argc >= 3 && std::strcmp(argv[1], kFileCommands[mode]) == 0)
