@@ -39,6 +39,10 @@ const testing::MediaFolder& Files() {
         f.Ffmpeg(tone + "-c:a aac " + f.Q("tone.m4a"));
         f.Ffmpeg(tone + "-c:a wmav2 " + f.Q("tone.wma"));
         f.Ffmpeg(tone + f.Q("tone.wav"));
+        f.Ffmpeg("-f lavfi -i testsrc=size=32x32 -frames:v 1 " + f.Q("cover.jpg"));
+        for (const char* ext : {"mp3", "flac", "m4a"})
+            f.Ffmpeg("-f lavfi -i sine=duration=1 -i " + f.Q("cover.jpg") + "-map 0 -map 1 -c:v copy -disposition:v attached_pic " +
+                     f.Q(std::string("art.") + ext));
     });
     return folder;
 }
@@ -173,6 +177,14 @@ TEST_F(TagWriting, AFileThatCannotBeWrittenIsLeftAsItWas) {
     EXPECT_FALSE(item->setItemInfo("Title", "x").ok());
     EXPECT_FALSE(fs::exists(gone));
     EXPECT_FALSE(ReadMediaItem(Copy("mp3", "bad"))->setItemInfo("UserRating", "100").ok());
+}
+
+TEST_F(TagWriting, ThePictureInsideAFileIsReadOnlyWhenAskedFor) {
+    const std::string cover = Bytes(Files().Path("cover.jpg"));
+    ASSERT_GT(cover.size(), 100u);
+    for (const char* ext : {"mp3", "flac", "m4a"})
+        EXPECT_EQ(ReadMediaItem(Files().Path(std::string("art.") + ext))->getItemInfo("WM/Picture"), cover) << ext;
+    EXPECT_EQ(ReadMediaItem(Files().Path("tone.ogg"))->getItemInfo("WM/Picture"), "");
 }
 
 }  // namespace
