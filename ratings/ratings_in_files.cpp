@@ -60,7 +60,11 @@ void Write_Row(AppContext& ctx, int row, MediaItem& item, int value, ExchangeOut
         Log_Line(ctx, "Μόνο για ανάγνωση - Read only : " + item.sourceURL());
         return;
     }
-    if (Status written = item.setItemInfo("UserRating", Written_Rating(t.Rating_Class[row])); !written) {
+    const std::string rating = Written_Rating(t.Rating_Class[row]);
+    // A file that holds the very value already is not rewritten: most of a
+    // Collection is unmarked, and its files carry no rating.
+    if (value >= 0 && std::to_string(value) == rating) return;
+    if (Status written = item.setItemInfo("UserRating", rating); !written) {
         ++out.left_alone;
         Log_Line(ctx, written.error());
         return;
