@@ -66,7 +66,8 @@ std::string Check_Values(const std::vector<TagChange>& changes) {
     return {};
 }
 
-void Apply(TagLib::File& file, const std::vector<TagChange>& changes) {
+// Empty when every change found its place in the file.
+std::string Apply(TagLib::File& file, const std::vector<TagChange>& changes) {
     // An MP3 gets an ID3v2 tag to write into; an ID3v1 or APE tag it already
     // has is kept in step through the common tag.
     if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file)) mpeg->ID3v2Tag(true);
@@ -79,8 +80,10 @@ void Apply(TagLib::File& file, const std::vector<TagChange>& changes) {
         else if (c.field == "genre") tag->setGenre(text);
         else if (c.field == "comment") tag->setComment(text);
         else if (c.field == "year") tag->setYear(c.value.empty() ? 0 : std::stoul(c.value));
-        else if (c.field == "userrating") WriteUserRating(file, std::stoi(c.value));
+        else if (c.field == "userrating" && !WriteUserRating(file, std::stoi(c.value)))
+            return "the format keeps no rating";
     }
+    return {};
 }
 
 bool Save(TagLib::File& file) {
@@ -101,7 +104,7 @@ std::string Change_Copy(const std::string& temp, const std::vector<TagChange>& c
     try {
         TagLib::FileRef ref(temp.c_str(), false);
         if (ref.isNull() || ref.tag() == nullptr) return "the file has no tag that can be written";
-        Apply(*ref.file(), changes);
+        if (std::string failed = Apply(*ref.file(), changes); !failed.empty()) return failed;
         if (!Save(*ref.file())) return "cannot save the tag";
     } catch (const std::exception& e) {
         return e.what();

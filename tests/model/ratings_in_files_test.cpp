@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -36,17 +37,14 @@ struct Rated : TestApp {
 };
 
 TEST(RatingsInFiles, TheThreeTablesDifferWhereTheyMust) {
-    // Each class's written value reads back as that class and compares as it.
+    // Each class's written value reads back as that class and compares as it;
+    // between them the read and compare columns part: {value, read, compared}.
     for (int k = 0; k < 6; ++k) {
-        const int written = std::stoi(Written_Rating(k));
-        EXPECT_EQ(std::tuple(Class_Read_From_File(written), Class_Compared_After_Write(written)), std::tuple(k, k));
+        const int v = std::stoi(Written_Rating(k));
+        EXPECT_EQ(std::tuple(Class_Read_From_File(v), Class_Compared_After_Write(v)), std::tuple(k, k));
     }
-    // Edges where the read and compare columns part.
-    const int edges[][3] = {{2, 1, 2},  {12, 1, 2},  {13, 2, 2},  {26, 2, 3},  {37, 2, 3},
-                            {51, 3, 4}, {62, 3, 4},  {76, 4, 5},  {86, 4, 5},  {100, -1, -1}};
-    for (const auto& e : edges)
-        EXPECT_EQ(std::tuple(Class_Read_From_File(e[0]), Class_Compared_After_Write(e[0])), std::tuple(e[1], e[2]))
-            << e[0];
+    for (const auto& e : {std::array{12, 1, 2}, {37, 2, 3}, {62, 3, 4}, {86, 4, 5}, {100, -1, -1}})
+        EXPECT_EQ(std::tuple(Class_Read_From_File(e[0]), Class_Compared_After_Write(e[0])), std::tuple(e[1], e[2])) << e[0];
 }
 
 TEST(RatingsInFiles, WritingEveryRowCountsWhatDifferedAndLeavesUnwritableFilesLogged) {

@@ -112,11 +112,10 @@ TEST(AlbumArt, TheSmallPictureWinsThenTheFolderOneThenTheFilesOwn) {
 TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
     Tagging app;
     Form1& f = app.ctx.form1;
-    auto messages = [&] { return app.dialogs.Messages().size(); };
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     f.Command13.Click.emit();  // nothing typed: the example, then the want of "www"
-    EXPECT_EQ(messages(), 2u);
+    EXPECT_EQ(app.dialogs.Messages().size(), 2u);
     EXPECT_NE(app.dialogs.Messages().front().text.find(std::string(f.Combo3.List(0))), std::string::npos);
     f.Text2[3].SetText("https://www.example.org/find?q=");
     f.Command13.Click.emit();
@@ -134,10 +133,8 @@ TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
 
     // The search goes to row 0 whatever row is on show.
     f.Combo3.SetListIndex(3);
-    app.ctx.core.Suppress_Events = true;
-    f.Text1[0].SetText("Ωδή Α");
-    f.Text1[1].SetText("Pink");
-    app.ctx.core.Suppress_Events = false;
+    app.Type(0, "Ωδή Α");
+    app.Type(1, "Pink");
     f.Command6[1].Click.emit();
     EXPECT_EQ(app.shell.clipboard, "Ωδή Α - Pink");
     ASSERT_FALSE(app.shell.opened.empty());
@@ -150,10 +147,8 @@ TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
     // With the search off only the clipboard changes; empty boxes give the file's name.
     const size_t opened = app.shell.opened.size();
     f.Check1.SetValue(0);
-    app.ctx.core.Suppress_Events = true;
-    f.Text1[0].SetText("");
-    f.Text1[1].SetText("");
-    app.ctx.core.Suppress_Events = false;
+    app.Type(0, "");
+    app.Type(1, "");
     f.List2.SetListIndex(1);
     f.Command6[1].Click.emit();
     EXPECT_EQ(std::tuple(app.shell.clipboard, app.shell.opened.size()),
