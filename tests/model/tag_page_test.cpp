@@ -112,6 +112,7 @@ TEST(AlbumArt, TheSmallPictureWinsThenTheFolderOneThenTheFilesOwn) {
 TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
     Tagging app;
     Form1& f = app.ctx.form1;
+    EXPECT_EQ(std::tuple(f.Combo3.ListIndex(), f.Check1.Value(), f.Option2[0].Value()), std::tuple(0, 1, -1));
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     f.Command13.Click.emit();  // nothing typed: the example, then the want of "www"
