@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <taglib/fileref.h>
+#include <taglib/tfilestream.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
@@ -98,11 +99,23 @@ bool Save(TagLib::File& file) {
     return file.save();
 }
 
-// The changes made on the copy at `temp`, which bears the file's extension
-// so that TagLib knows the format by it.
-std::string Change_Copy(const std::string& temp, const std::vector<TagChange>& changes) {
+// The copy read and written under the file's own name, so that TagLib
+// knows the format by the name's ending while the copy's own name ends in
+// none a search for media files would take.
+class CopyStream : public TagLib::FileStream {
+public:
+    CopyStream(const std::string& copy, std::string name) : FileStream(copy.c_str()), m_name(std::move(name)) {}
+    TagLib::FileName name() const override { return m_name.c_str(); }
+
+private:
+    std::string m_name;
+};
+
+std::string Change_Copy(const std::string& temp, const std::string& path, const std::vector<TagChange>& changes) {
     try {
-        TagLib::FileRef ref(temp.c_str(), false);
+        CopyStream stream(temp, path);
+        if (!stream.isOpen() || stream.readOnly()) return "cannot open the copy";
+        TagLib::FileRef ref(&stream, false);
         if (ref.isNull() || ref.tag() == nullptr) return "the file has no tag that can be written";
         if (std::string failed = Apply(*ref.file(), changes); !failed.empty()) return failed;
         if (!Save(*ref.file())) return "cannot save the tag";
@@ -154,9 +167,16 @@ Status Write_Tags(const std::string& given, const std::vector<TagChange>& change
     struct stat before {};
     if (::fstat(in.get(), &before) != 0) return Error{Cause(given, "cannot read the file's state")};
 
-    const std::string suffix = "-" + Name_Of(path);
-    std::string temp = Folder_Of(path) + "/.velmora-tag-XXXXXX" + suffix;
-    Descriptor out(::mkostemps(temp.data(), static_cast<int>(suffix.size()), O_CLOEXEC));
+    // One name per file: a copy left by a write that was killed is found
+    // and replaced by the next write, since the lock says no write is under
+    // way. A name too long for the folder takes a name of its own.
+    std::string temp = Folder_Of(path) + "/." + Name_Of(path) + ".velmora-tag";
+    if (Name_Of(temp).size() > NAME_MAX) temp = Folder_Of(path) + "/.velmora-tag-XXXXXX";
+    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    auto make = [&] { return temp.back() == 'X' ? ::mkostemp(temp.data(), O_CLOEXEC) : ::open(temp.c_str(), flags, 0600); };
+    int fd = make();
+    if (fd < 0 && errno == EEXIST && ::unlink(temp.c_str()) == 0) fd = make();
+    Descriptor out(fd);
     if (out.get() < 0) return Error{Cause(given, "cannot make a copy beside the file")};
 
     std::string why;
@@ -165,7 +185,7 @@ Status Write_Tags(const std::string& given, const std::vector<TagChange>& change
     if (why.empty()) (void)::fchown(out.get(), before.st_uid, before.st_gid);  // allowed to fail for others' files
     if (::close(out.release()) != 0 && why.empty()) why = Cause(given, "cannot close the copy");
     if (why.empty()) {
-        if (const std::string failed = Change_Copy(temp, changes); !failed.empty()) why = given + ": " + failed;
+        if (const std::string failed = Change_Copy(temp, path, changes); !failed.empty()) why = given + ": " + failed;
     }
     // A file changed by someone else while the copy was made would lose
     // that change: it wins, and this write is given up.

@@ -3,7 +3,8 @@
 // damaged: the changes are made on a copy beside the file, and the copy takes
 // the file's name in one rename. A kill at any moment leaves the old file or
 // the new one under that name, never a half-written one; the sound itself is
-// never rewritten, only carried over byte for byte by the copy.
+// never rewritten, only carried over byte for byte by the copy. The copy is
+// ".NAME.velmora-tag" beside the file, hidden and of no media type.
 
 #include <string>
 #include <vector>
