@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "app/metadata_handlers.h"
 #include "app/startup.h"
 #include "catalogue/catalogue_search.h"
 #include "catalogue/filter_building.h"
@@ -243,6 +244,7 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
 
     // The report's rows keep their links in the report's state.
     Wire_Report_Menus(ctx);
+    Wire_Metadata_Handlers(ctx);
 
     std::vector<std::string> missing;
     const MenuSet* sets[] = {&m, &tray};

@@ -182,6 +182,7 @@ void Form_Load(AppContext& ctx) {
     // The stored search addresses, and the tray icon.
     if (s.Search_Count > 0)
         for (const auto& link : s.Search_Links) f.Combo3.AddItem(link);
+    f.Combo3.SetListIndex(0);
     f.Command14.SetEnabled(false);
     AddIconToTray(ctx);
 

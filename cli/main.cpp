@@ -14,6 +14,8 @@
 #include "cli/info_command.h"
 #include "cli/play_command.h"
 #include "cli/playlist_command.h"
+#include "cli/ratings_command.h"
+#include "cli/tag_command.h"
 
 namespace {
 
@@ -30,7 +32,9 @@ int Usage() {
                  "       velmora-cli copy|move FILE.qel DEST (--class C | --all) [--point]   a class's files\n"
                  "       velmora-cli delete FILE.qel (--class C | --all) [--trash]   a class's files off the disk\n"
                  "       velmora-cli export FILE.qel OUT.m3u8|OUT.wpl   the Tracks as a play list\n"
-                 "       velmora-cli import FILE.qel PLAYLIST [--merge]   a play list as a Collection, or added to one\n";
+                 "       velmora-cli import FILE.qel PLAYLIST [--merge]   a play list as a Collection, or added to one\n"
+                 "       velmora-cli tag FILE.qel TRACK [--title T] [--artist T] ...   a Track's tags into its file\n"
+                 "       velmora-cli ratings FILE.qel --to-files|--from-files   the classes into or from the files\n";
     return 2;
 }
 
@@ -51,6 +55,8 @@ int main(int argc, char** argv) {
     if (argc >= 3 && std::strcmp(argv[1], "search") == 0) return velmora::cli::Search_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "export") == 0) return velmora::cli::Export_Command(argc - 2, argv + 2);
     if (argc >= 3 && std::strcmp(argv[1], "import") == 0) return velmora::cli::Import_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "tag") == 0) return velmora::cli::Tag_Command(argc - 2, argv + 2);
+    if (argc >= 3 && std::strcmp(argv[1], "ratings") == 0) return velmora::cli::Ratings_Command(argc - 2, argv + 2);
     static constexpr const char* kFileCommands[] = {"copy", "move", "delete"};
     for (int mode = 0; mode < 3; ++mode)
         if (argc >= 3 && std::strcmp(argv[1], kFileCommands[mode]) == 0)

@@ -18,6 +18,7 @@
 #include "core/event_loop.h"
 #include "core/forms.h"
 #include "core/media_engine.h"
+#include "core/metadata_state.h"
 #include "core/playback_state.h"
 #include "core/playlist_reader.h"
 #include "core/settings.h"
@@ -226,6 +227,7 @@ struct AppContext {
     IntakeState intake;
     FileOpsState fileops;
     TimedState timed;
+    MetadataState metadata;
 
     Form1 form1;
     Form2 form2;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/controls.h"
+#include "core/metadata_controls.h"
 #include "core/menu_table.h"
 #include "core/snooze_form.h"
 
@@ -36,7 +37,7 @@ constexpr size_t kLogKeepBytes = 256 * 1024;
 // The captions of the catalogue's class box, by Rating_Class.
 std::vector<std::string> Class_Captions();
 
-struct Form1 : FormState {
+struct Form1 : FormState, MetadataControls {
     Form1();
 
     // The Track list: paths and the five mirror boxes (number, class, time, size, bit rate).

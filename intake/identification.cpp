@@ -13,6 +13,7 @@
 #include "core/suppress_events.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
+#include "ratings/ratings_in_files.h"
 
 namespace velmora {
 
@@ -150,15 +151,7 @@ void After_Run(AppContext& ctx) {
 
 std::string Identify_Question() { return std::string(kQuestionGreek) + "\n\n" + kQuestionEnglish; }
 
-int Rating_Class_Of(int v) {
-    if (v == 0) return 0;
-    if (v >= 1 && v <= 12) return 1;
-    if (v >= 13 && v <= 37) return 2;
-    if (v >= 38 && v <= 62) return 3;
-    if (v >= 63 && v <= 86) return 4;
-    if (v >= 87 && v <= 99) return 5;
-    return -1;
-}
+int Rating_Class_Of(int v) { return Class_Read_From_File(v); }
 
 bool Identify_Properties(AppContext& ctx, int mode) {
     Form1& f = ctx.form1;

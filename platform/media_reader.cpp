@@ -13,7 +13,9 @@
 #include <utility>
 
 #include "platform/av_probe.h"
+#include "platform/embedded_art.h"
 #include "platform/tag_reading.h"
+#include "platform/tag_writing.h"
 
 namespace velmora {
 
@@ -43,19 +45,23 @@ public:
     std::string sourceURL() const override { return m_path; }
 
     std::string getItemInfo(const std::string& attribute) const override {
+        // The picture is read only when asked for: most asks never want it.
+        if (Lower(attribute) == "wm/picture") return m_answers.media_type == "audio" || m_answers.media_type == "video"
+                                                          ? Embedded_Picture(m_path)
+                                                          : std::string();
         const std::string* field = Field(m_answers, Lower(attribute));
         return field != nullptr ? *field : std::string();
     }
 
     Status setItemInfo(const std::string& attribute, const std::string& value) override {
-        const std::string key = Lower(attribute);
-        if (key == "userrating") return Error{"writing the user rating into files is not supported"};
-        if (!Writable(key)) return Error{"attribute is read-only: " + attribute};
-        if (Status written = WriteTagText(m_path, key, value); !written) return written;
-        // The item keeps answering what the file now holds; a year reads back
-        // as the number TagLib stored.
+        std::string key = Lower(attribute);
+        if (!Writable(key)) return Error{m_path + ": attribute is read-only: " + attribute};
+        if (key == "wm/year") key = "year";
+        if (Status written = Write_Tags(m_path, {{key, value}}); !written) return written;
+        // The item keeps answering what the file now holds: a year as the
+        // number TagLib stored, no rating for 0.
         std::string stored = value;
-        if ((key == "year" || key == "wm/year") && !value.empty()) stored = std::to_string(std::stoul(value));
+        if (key == "year" && !value.empty()) stored = std::to_string(std::stoul(value));
         if (value.empty() || stored == "0") stored.clear();
         *Field(m_answers, key) = stored;
         return {};
@@ -81,8 +87,8 @@ private:
     }
 
     bool Writable(const std::string& key) const {
-        static constexpr std::array<std::string_view, 7> kTagFields = {"title", "artist", "album",  "year",
-                                                                       "wm/year", "genre", "comment"};
+        static constexpr std::array<std::string_view, 8> kTagFields = {
+            "title", "artist", "album", "year", "wm/year", "genre", "comment", "userrating"};
         return m_answers.tag_writable && std::find(kTagFields.begin(), kTagFields.end(), key) != kTagFields.end();
     }
 
@@ -150,7 +156,7 @@ Answers Read(const std::string& path) {
         if (tags.user_rating > 0) a.user_rating = std::to_string(tags.user_rating);
         a.file_size = size;
         a.bit_rate = BitRateText(tags.bit_rate);
-        a.tag_writable = tags.has_tag && ::access(path.c_str(), W_OK) == 0;
+        a.tag_writable = tags.has_tag && Why_Not_Writable(path).empty();
         if (tags.may_hold_video) {
             // A film's length and bit rate are the container's, not its sound's.
             if (auto probe = ProbeContainer(path); probe && probe.value().has_video) {

@@ -15,8 +15,12 @@ namespace velmora {
 // Attribute names are matched without regard to case. The item answers
 // "Title", "Artist", "Album", "WM/Year", "Comment", "Genre", "MediaType"
 // ("audio", "video", "photo" or "other"), "UserRating" (1 to 99, empty when
-// the file has none), "Filesize" (bytes) and "Bitrate" (bits per second).
+// the file has none), "Filesize" (bytes), "Bitrate" (bits per second) and
+// "WM/Picture" (the bytes of the picture inside the file, read when asked).
 // A file that cannot be read has duration 0 and empty answers. Never null.
+// The six tags and "UserRating" can be written where TagLib writes the
+// format and the file and its folder are writable (platform/tag_writing.h);
+// every other attribute, and every attribute of such a file, is read-only.
 std::unique_ptr<MediaItem> ReadMediaItem(const std::string& path);
 
 }  // namespace velmora

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 namespace velmora {
@@ -42,6 +43,13 @@ bool ParseReal(const TagLib::String& text, double& out) {
     if (s.empty()) return false;
     const auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), out);
     return ec == std::errc() && end == s.data() + s.size() && std::isfinite(out);
+}
+
+// FMPS values carry a point whatever the locale: 0.75 for 75.
+TagLib::String FmpsText(int user_rating) {
+    char text[24];
+    std::snprintf(text, sizeof text, "%d.%02d", user_rating / 100, user_rating % 100);
+    return TagLib::String(text);
 }
 
 int FromId3v2(TagLib::ID3v2::Tag* tag) {
@@ -109,7 +117,85 @@ int FromAsf(TagLib::ASF::Tag* tag) {
     }
 }
 
+constexpr const char* kOwnEmail = "Velmora II";
+
+void WriteId3v2(TagLib::ID3v2::Tag* tag, int user_rating) {
+    TagLib::ID3v2::FrameList popms = tag->frameList("POPM");
+    if (user_rating <= 0) {
+        tag->removeFrames("POPM");
+    } else if (popms.isEmpty()) {
+        auto* popm = new TagLib::ID3v2::PopularimeterFrame;
+        popm->setEmail(kOwnEmail);
+        popm->setRating(PopularimeterFromUserRating(user_rating));
+        tag->addFrame(popm);
+    } else {
+        for (TagLib::ID3v2::Frame* frame : popms)
+            if (auto* popm = dynamic_cast<TagLib::ID3v2::PopularimeterFrame*>(frame))
+                popm->setRating(PopularimeterFromUserRating(user_rating));
+    }
+    // A rating another player keeps in a text frame would be read after a
+    // removed POPM; it follows the new value too.
+    if (auto* txxx = TagLib::ID3v2::UserTextIdentificationFrame::find(tag, "FMPS_Rating")) {
+        if (user_rating <= 0) tag->removeFrame(txxx);
+        else txxx->setText(FmpsText(user_rating));
+    }
+}
+
+void WriteXiph(TagLib::Ogg::XiphComment* comment, int user_rating) {
+    comment->removeFields("RATING");
+    comment->removeFields("FMPS_RATING");
+    if (user_rating <= 0) return;
+    comment->addField("RATING", TagLib::String::number(user_rating));
+    comment->addField("FMPS_RATING", FmpsText(user_rating));
+}
+
 }  // namespace
+
+int PopularimeterFromUserRating(int user_rating) {
+    if (user_rating <= 0) return 0;
+    if (user_rating <= 12) return 1;
+    if (user_rating <= 37) return 64;
+    if (user_rating <= 62) return 128;
+    if (user_rating <= 86) return 196;
+    return 255;
+}
+
+bool WriteUserRating(TagLib::File& file, int user_rating) {
+    if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file)) {
+        WriteId3v2(mpeg->ID3v2Tag(true), user_rating);
+        return true;
+    }
+    if (auto* flac = dynamic_cast<TagLib::FLAC::File*>(&file)) {
+        WriteXiph(flac->xiphComment(true), user_rating);
+        if (flac->hasID3v2Tag()) WriteId3v2(flac->ID3v2Tag(), user_rating);
+        return true;
+    }
+    if (auto* ogg = dynamic_cast<TagLib::Ogg::File*>(&file)) {
+        auto* comment = dynamic_cast<TagLib::Ogg::XiphComment*>(ogg->tag());
+        if (comment == nullptr) return false;
+        WriteXiph(comment, user_rating);
+        return true;
+    }
+    if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file)) {
+        if (user_rating <= 0) mp4->tag()->removeItem("rate");
+        else mp4->tag()->setItem("rate", TagLib::StringList(TagLib::String::number(user_rating)));
+        return true;
+    }
+    if (auto* asf = dynamic_cast<TagLib::ASF::File*>(&file)) {
+        if (user_rating <= 0) asf->tag()->removeItem("WM/SharedUserRating");
+        else asf->tag()->setAttribute("WM/SharedUserRating", TagLib::ASF::Attribute(static_cast<unsigned>(user_rating)));
+        return true;
+    }
+    if (auto* wav = dynamic_cast<TagLib::RIFF::WAV::File*>(&file)) {
+        WriteId3v2(wav->ID3v2Tag(), user_rating);
+        return true;
+    }
+    if (auto* aiff = dynamic_cast<TagLib::RIFF::AIFF::File*>(&file)) {
+        WriteId3v2(aiff->tag(), user_rating);
+        return true;
+    }
+    return false;
+}
 
 int UserRatingFromPopularimeter(int value) {
     if (value <= 0) return 0;
@@ -122,6 +208,8 @@ int UserRatingFromPopularimeter(int value) {
 
 int UserRatingFromPercent(long long value) {
     if (value <= 0) return 0;
+    // Two stars of this program's own; by the star ranges it would fall to one.
+    if (value == 25) return 25;
     if (value < 30) return 1;
     if (value < 50) return 25;
     if (value < 70) return 50;

@@ -11,9 +11,6 @@
 #include <taglib/tag.h>
 #include <taglib/xingheader.h>
 
-#include <algorithm>
-#include <cctype>
-#include <charconv>
 #include <cstring>
 #include <exception>
 
@@ -25,11 +22,6 @@ namespace velmora {
 namespace {
 
 std::string Utf8(const TagLib::String& text) { return text.isEmpty() ? std::string() : text.to8Bit(true); }
-
-std::string Lower(std::string s) {
-    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return std::tolower(c); });
-    return s;
-}
 
 struct MpegStream {
     double duration = 0;
@@ -129,37 +121,6 @@ TagFacts ReadWithTagLib(const std::string& path, int64_t file_size) {
     } catch (const std::exception&) {
         return {};
     }
-}
-
-Status WriteTagText(const std::string& path, const std::string& attribute, const std::string& value) {
-    const std::string key = Lower(attribute);
-    unsigned year = 0;
-    if (key == "year" || key == "wm/year") {
-        const char* begin = value.data();
-        const char* end = begin + value.size();
-        if (!value.empty()) {
-            const auto [stop, ec] = std::from_chars(begin, end, year);
-            if (ec != std::errc() || stop != end) return Error{"not a year: " + value};
-        }
-    } else if (key != "title" && key != "artist" && key != "album" && key != "genre" && key != "comment") {
-        return Error{"cannot write the attribute " + attribute};
-    }
-    try {
-        TagLib::FileRef ref(path.c_str(), false);
-        TagLib::Tag* tag = ref.isNull() ? nullptr : ref.tag();
-        if (tag == nullptr) return Error{path + ": the file has no tag that can be written"};
-        const TagLib::String text(value, TagLib::String::UTF8);
-        if (key == "title") tag->setTitle(text);
-        else if (key == "artist") tag->setArtist(text);
-        else if (key == "album") tag->setAlbum(text);
-        else if (key == "genre") tag->setGenre(text);
-        else if (key == "comment") tag->setComment(text);
-        else tag->setYear(year);
-        if (!ref.save()) return Error{path + ": cannot save the tag"};
-    } catch (const std::exception& e) {
-        return Error{path + ": " + e.what()};
-    }
-    return {};
 }
 
 }  // namespace velmora

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 
-#include "base/result.h"
 
 namespace velmora {
 
@@ -22,10 +21,5 @@ struct TagFacts {
 // Never throws; a file TagLib cannot read comes back with opened false. The
 // caller has the file's size already; asking the stream again costs seeks.
 TagFacts ReadWithTagLib(const std::string& path, int64_t file_size);
-
-// The attribute is one of title, artist, album, year, genre and comment,
-// named without regard to case ("WM/Year" also names the year). An empty
-// value removes the field.
-Status WriteTagText(const std::string& path, const std::string& attribute, const std::string& value);
 
 }  // namespace velmora

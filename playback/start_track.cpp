@@ -11,6 +11,7 @@
 #include "core/port_faults.h"
 #include "core/running_report.h"
 #include "core/suppress_events.h"
+#include "metadata/album_art.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"
@@ -115,6 +116,8 @@ void Missing_File(AppContext& ctx) {
         });
 }
 
+}  // namespace
+
 void Fill_Tag_Boxes(AppContext& ctx) {
     Form1& f = ctx.form1;
     const std::string& file = ctx.playback.Current_File;
@@ -143,10 +146,11 @@ void Fill_Tag_Boxes(AppContext& ctx) {
         f.Combo1.SetText(genre);
     }
 
+    ctx.metadata.Tag_File = file;
+    ctx.metadata.Tag_Dirty = false;
     ctx.playback.Tag_Boxes_Ready = -1;
 }
 
-}  // namespace
 
 MediaEngine* Audio_Engine(AppContext& ctx) {
     if (ctx.settings.Second_Player == 0) return &ctx.ports.player;
@@ -214,6 +218,7 @@ void Decide_Video(AppContext& ctx) {
     // the walk stands on it until the user moves on.
 
     Fill_Tag_Boxes(ctx);
+    Show_Album_Art(ctx);
 }
 
 void Play_Audio(AppContext& ctx) {

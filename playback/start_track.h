@@ -20,6 +20,8 @@ MediaEngine* Active_Engine(AppContext& ctx);
 // The engine that plays audio, by Second_Player alone; null for other values.
 MediaEngine* Audio_Engine(AppContext& ctx);
 
+// The tag boxes from the file that plays, Tag_File naming it; nothing typed is left.
+void Fill_Tag_Boxes(AppContext& ctx);
 // Checks Current_File, picks the window by Video_Mode and fills the tag boxes.
 void Decide_Video(AppContext& ctx);
 // By the reader's MediaType, else by the last four characters of the path.

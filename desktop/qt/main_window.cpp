@@ -34,6 +34,7 @@
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
 #include "desktop/qt/rating_view.h"
+#include "desktop/qt/tag_page_view.h"
 #include "desktop/qt/result_list_view.h"
 #include "desktop/qt/search_page_view.h"
 #include "desktop/qt/track_list_model.h"
@@ -129,6 +130,8 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     side->setSizes({380, 260});
     // The rating button, the class rows and the progress bar stand above the pages.
     side->insertWidget(0, new RatingView(m_form, side));
+    // The tags, the album art and the search links stand below the pages.
+    side->insertWidget(2, new TagPageView(m_form, side));
     split->addWidget(side);
     // The Track list is the window's main part.
     split->setStretchFactor(0, 3);
