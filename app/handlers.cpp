@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "app/startup.h"
+#include "app/window_handlers.h"
 #include "catalogue/catalogue_search.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/filter_query.h"
@@ -232,6 +233,8 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     // Leaving, from the File menu or the tray.
     on(m("mnufilecollection", 4).Click, Form_QueryUnload);
     on(tray("mnusystemtrayexit").Click, Form_QueryUnload);
+
+    Wire_Window_Handlers(ctx, links);
 
     // The report's rows keep their links in the report's state.
     Wire_Report_Menus(ctx);

@@ -34,6 +34,9 @@ struct Ports {
     MediaEngine& reader;  // WindowsMediaPlayer2 of Form1: never plays, reads files
     MediaEngine& video;   // WindowsMediaPlayer1 of Form2
     MediaEngine& second;  // WindowsMediaPlayer1 of Form4
+    // WindowsMediaPlayer3 of Form1, the preview panes; null where a program
+    // has no panes (the terminal's).
+    std::array<MediaEngine*, kPaneCount> panes{};
 };
 
 // What start-up and the running loop share across subsystems.
