@@ -8,6 +8,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,12 @@
 #include "app/startup.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
+#include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/main_window.h"
+#include "desktop/qt/mpv_picture.h"
+#include "desktop/qt/preview_panes_view.h"
+#include "desktop/qt/second_player_window.h"
+#include "desktop/qt/video_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
 #include "platform/heap_release.h"
@@ -63,6 +69,32 @@ namespace velmora {
 
 namespace {
 
+// The video window's engine: it draws through the render API, with the
+// graphics card's decoder where one works.
+MpvEngine::Options Video_Options() {
+    return {.ao = {}, .vo = "libmpv", .wid = 0, .extra = {{"hwdec", "auto-safe"}}};
+}
+
+// A preview pane's engine: no sound at all, the picture scaled down to the
+// pane's size as it is decoded, and the decoder's costly steps left out, so
+// that twelve of them at once leave the window free.
+MpvEngine::Options Pane_Options() {
+    const std::string scale = "scale=" + std::to_string(kPaneWidth) + ":-2:flags=fast_bilinear";
+    return {.ao = "null",
+            .vo = "libmpv",
+            .wid = 0,
+            .extra = {{"aid", "no"},
+                      {"sid", "no"},
+                      {"hwdec", "auto-copy-safe"},
+                      {"vd-lavc-skiploopfilter", "all"},
+                      {"vd-lavc-fast", "yes"},
+                      {"vd-lavc-threads", "1"},
+                      {"vf", "lavfi=[" + scale + "]"},
+                      {"framedrop", "decoder+vo"},
+                      {"demuxer-max-bytes", "4MiB"},
+                      {"demuxer-max-back-bytes", "0"}}};
+}
+
 // The window from start to end; `signal` is the signal that asked it to
 // quit, or 0.
 int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
@@ -85,8 +117,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     QtDialogs dialogs;
     QtShell shell;
     // The player and the second player only sound; the reader only reads;
-    // the video engine draws into its own window until the video window
-    // gives it one.
+    // the video engine and the preview panes draw through the render API
+    // into the windows' own widgets, which take each engine as it starts.
     auto report = [](const MpvEngine& engine) {
         if (!engine.InitError().empty()) std::fprintf(stderr, "velmora: media engine: %s\n", engine.InitError().c_str());
     };
@@ -102,15 +134,40 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     // Reading a file needs no player: libmpv's engine reads through the media reader.
     LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
     LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}), ReadMediaItem);
-    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
+    VideoWindow* video_window = nullptr;
+    MainWindow* main_window = nullptr;
+    LazyEngine video(
+        [&loop, report, &video_window]() -> std::unique_ptr<MediaEngine> {
+            auto engine = std::make_unique<MpvEngine>(loop, Video_Options());
+            report(*engine);
+            if (video_window != nullptr) video_window->Picture().Attach(engine->Handle());
+            return engine;
+        },
+        ReadMediaItem);
     LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
+    std::vector<std::unique_ptr<LazyEngine>> panes;
+    for (int i = 0; i < kPaneCount; ++i)
+        panes.push_back(std::make_unique<LazyEngine>(
+            [&loop, report, &main_window, i]() -> std::unique_ptr<MediaEngine> {
+                auto engine = std::make_unique<MpvEngine>(loop, Pane_Options());
+                report(*engine);
+                if (main_window != nullptr) main_window->Catalogue().Panes().Pane(i).Attach(engine->Handle());
+                return engine;
+            },
+            ReadMediaItem));
 
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
+    for (int i = 0; i < kPaneCount; ++i) ctx.ports.panes[static_cast<size_t>(i)] = panes[static_cast<size_t>(i)].get();
     ctx.program_folder =
         Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
 
+    // The windows go before the engines whose pictures they draw.
     MainWindow window(ctx.form1, ctx.core.Esc_Key);
     window.AttachShell(shell);
+    main_window = &window;
+    VideoWindow picture_window(ctx.form2);
+    video_window = &picture_window;
+    SecondPlayerWindow second_window(ctx.form4);
 
     // A logout, a kill or a terminal's Ctrl+C ends the program the way
     // closing the window does, so the Collection and the preferences are

@@ -1,0 +1,45 @@
+#include "desktop/qt/preview_panes_view.h"
+
+#include <QGridLayout>
+
+#include "core/forms.h"
+#include "desktop/qt/mpv_picture.h"
+
+namespace velmora {
+
+namespace {
+constexpr int kPanesPerRow = 6;
+}
+
+PreviewPanesView::PreviewPanesView(Form1& form, QWidget* parent) : QWidget(parent), m_form(form) {
+    setObjectName(QStringLiteral("PreviewPanes"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(2);
+    for (int i = 0; i < kPaneCount; ++i) {
+        auto* pane = new SoftPicture(this);
+        pane->setObjectName(QString::fromStdString(form.WindowsMediaPlayer3[static_cast<size_t>(i)].Name()));
+        pane->setFixedSize(kPaneWidth, kPaneHeight);
+        QSizePolicy policy = pane->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        pane->setSizePolicy(policy);
+        grid->addWidget(pane, i / kPanesPerRow, i % kPanesPerRow);
+        m_panes[static_cast<size_t>(i)] = pane;
+        m_subscriptions.push_back(
+            form.WindowsMediaPlayer3[static_cast<size_t>(i)].Changed.connect([this](Change) { Apply(); }));
+    }
+    Apply();
+}
+
+void PreviewPanesView::Apply() {
+    bool any = false;
+    for (int i = 0; i < kPaneCount; ++i) {
+        const bool shown = m_form.WindowsMediaPlayer3[static_cast<size_t>(i)].Visible();
+        m_panes[static_cast<size_t>(i)]->setVisible(shown);
+        any = any || shown;
+    }
+    // No film chosen: the lists have the frame to themselves.
+    setVisible(any);
+}
+
+}  // namespace velmora
