@@ -63,6 +63,9 @@ void Multi_Preview(AppContext& ctx, int show) {
         e->setMute(true);
         Log_Failure(ctx, *e, "play", e->play());
         panes[i].SetVisible(true);
+        // Each pane opens the film anew: the window gets a turn between them.
+        loop.DoEvents();
+        if (run != ctx.playback.Preview_Run) return;
     }
 }
 

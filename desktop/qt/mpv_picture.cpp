@@ -77,11 +77,13 @@ void GlPicture::paintGL() {
     const qreal ratio = devicePixelRatioF();
     mpv_opengl_fbo fbo{static_cast<int>(defaultFramebufferObject()), static_cast<int>(width() * ratio),
                        static_cast<int>(height() * ratio), 0};
+    // Frames counts the pictures of the film drawn, not the repaints of the widget.
+    const bool fresh = (mpv_render_context_update(m_render) & MPV_RENDER_UPDATE_FRAME) != 0;
     int flip = 1;
     mpv_render_param params[] = {{MPV_RENDER_PARAM_OPENGL_FBO, &fbo},
                                  {MPV_RENDER_PARAM_FLIP_Y, &flip},
                                  {MPV_RENDER_PARAM_INVALID, nullptr}};
-    if (mpv_render_context_render(m_render, params) >= 0) ++m_frames;
+    if (mpv_render_context_render(m_render, params) >= 0 && fresh) ++m_frames;
 }
 
 SoftPicture::SoftPicture(QWidget* parent) : QWidget(parent) {

@@ -21,7 +21,7 @@ public:
     // before it loads a file and outlive this widget; null lets it go.
     void Attach(mpv_handle* mpv);
     bool Drawing() const { return m_render != nullptr; }
-    // Frames drawn since the widget was made.
+    // Frames of the film drawn since the widget was made.
     uint64_t Frames() const { return m_frames; }
 
 protected:

@@ -32,14 +32,10 @@ PreviewPanesView::PreviewPanesView(Form1& form, QWidget* parent) : QWidget(paren
 }
 
 void PreviewPanesView::Apply() {
-    bool any = false;
-    for (int i = 0; i < kPaneCount; ++i) {
-        const bool shown = m_form.WindowsMediaPlayer3[static_cast<size_t>(i)].Visible();
-        m_panes[static_cast<size_t>(i)]->setVisible(shown);
-        any = any || shown;
-    }
-    // No film chosen: the lists have the frame to themselves.
-    setVisible(any);
+    // The strip keeps its place whether panes show or not: a pane coming up
+    // then repaints itself alone, not the whole page around it.
+    for (int i = 0; i < kPaneCount; ++i)
+        m_panes[static_cast<size_t>(i)]->setVisible(m_form.WindowsMediaPlayer3[static_cast<size_t>(i)].Visible());
 }
 
 }  // namespace velmora

@@ -20,6 +20,7 @@
 #include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/mpv_picture.h"
+#include "desktop/qt/picture_engines.h"
 #include "desktop/qt/preview_panes_view.h"
 #include "desktop/qt/second_player_window.h"
 #include "desktop/qt/video_window.h"
@@ -68,32 +69,6 @@ std::string DataHome() {
 namespace velmora {
 
 namespace {
-
-// The video window's engine: it draws through the render API, with the
-// graphics card's decoder where one works.
-MpvEngine::Options Video_Options() {
-    return {.ao = {}, .vo = "libmpv", .wid = 0, .extra = {{"hwdec", "auto-safe"}}};
-}
-
-// A preview pane's engine: no sound at all, the picture scaled down to the
-// pane's size as it is decoded, and the decoder's costly steps left out, so
-// that twelve of them at once leave the window free.
-MpvEngine::Options Pane_Options() {
-    const std::string scale = "scale=" + std::to_string(kPaneWidth) + ":-2:flags=fast_bilinear";
-    return {.ao = "null",
-            .vo = "libmpv",
-            .wid = 0,
-            .extra = {{"aid", "no"},
-                      {"sid", "no"},
-                      {"hwdec", "auto-copy-safe"},
-                      {"vd-lavc-skiploopfilter", "all"},
-                      {"vd-lavc-fast", "yes"},
-                      {"vd-lavc-threads", "1"},
-                      {"vf", "lavfi=[" + scale + "]"},
-                      {"framedrop", "decoder+vo"},
-                      {"demuxer-max-bytes", "4MiB"},
-                      {"demuxer-max-back-bytes", "0"}}};
-}
 
 // The window from start to end; `signal` is the signal that asked it to
 // quit, or 0.

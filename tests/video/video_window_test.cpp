@@ -14,6 +14,7 @@
 #include "app/startup.h"
 #include "core/app_context.h"
 #include "desktop/qt/mpv_picture.h"
+#include "desktop/qt/picture_engines.h"
 #include "desktop/qt/video_window.h"
 #include "playback/transport.h"
 #include "playback/video_window.h"
@@ -61,7 +62,7 @@ struct RealPlayer {
     MpvEngine player{loop, {.ao = "null", .vo = "null", .wid = 0}};
     LazyEngine reader{[this] { return std::make_unique<MpvEngine>(loop, MpvEngine::Options{"null", "null", 0}); },
                       ReadMediaItem};
-    MpvEngine video{loop, {.ao = "null", .vo = "libmpv", .wid = 0}};
+    MpvEngine video{loop, Video_Options("null")};
     MpvEngine second{loop, {.ao = "null", .vo = "null", .wid = 0}};
     AppContext ctx{Ports{loop, dialogs, shell, player, reader, video, second}};
 };
