@@ -35,6 +35,7 @@
 #include "platform/lazy_engine.h"
 #include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
+#include "platform/mpv_pane_engine.h"
 #include "platform/qt_event_loop.h"
 #include "support/recording_shell.h"
 #include "support/scripted_dialogs.h"
@@ -87,8 +88,8 @@ int main(int argc, char** argv) {
                       ReadMediaItem);
     MpvEngine video(loop, Video_Options("null"));
     MpvEngine second(loop, {.ao = "null", .vo = "null", .wid = 0});
-    std::vector<std::unique_ptr<MpvEngine>> panes;
-    for (int i = 0; i < kPaneCount; ++i) panes.push_back(std::make_unique<MpvEngine>(loop, Pane_Options()));
+    std::vector<std::unique_ptr<MpvPaneEngine>> panes;
+    for (int i = 0; i < kPaneCount; ++i) panes.push_back(std::make_unique<MpvPaneEngine>(loop, Pane_Options()));
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second});
     for (int i = 0; i < kPaneCount; ++i) ctx.ports.panes[static_cast<size_t>(i)] = panes[static_cast<size_t>(i)].get();
     ctx.program_folder = folder;

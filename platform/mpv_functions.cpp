@@ -40,7 +40,8 @@ mpv_handle* mpv_create(void) {
                        VELMORA_REAL(mpv_command_ret) && VELMORA_REAL(mpv_free_node_contents) &&
                        VELMORA_REAL(mpv_get_property) && VELMORA_REAL(mpv_set_property) &&
                        VELMORA_REAL(mpv_observe_property) && VELMORA_REAL(mpv_wait_event) &&
-                       VELMORA_REAL(mpv_set_wakeup_callback) && VELMORA_REAL(mpv_error_string);
+                       VELMORA_REAL(mpv_set_wakeup_callback) && VELMORA_REAL(mpv_error_string) &&
+                       VELMORA_REAL(mpv_command_async) && VELMORA_REAL(mpv_set_property_async);
     auto* real = VELMORA_REAL(mpv_create);
     return whole && real != nullptr ? real() : nullptr;
 }
@@ -76,6 +77,15 @@ int mpv_set_property(mpv_handle* ctx, const char* name, mpv_format format, void*
 
 int mpv_observe_property(mpv_handle* mpv, uint64_t reply_userdata, const char* name, mpv_format format) {
     return VELMORA_REAL(mpv_observe_property)(mpv, reply_userdata, name, format);
+}
+
+int mpv_command_async(mpv_handle* ctx, uint64_t reply_userdata, const char** args) {
+    return VELMORA_REAL(mpv_command_async)(ctx, reply_userdata, args);
+}
+
+int mpv_set_property_async(mpv_handle* ctx, uint64_t reply_userdata, const char* name, mpv_format format,
+                           void* data) {
+    return VELMORA_REAL(mpv_set_property_async)(ctx, reply_userdata, name, format, data);
 }
 
 mpv_event* mpv_wait_event(mpv_handle* ctx, double timeout) { return VELMORA_REAL(mpv_wait_event)(ctx, timeout); }

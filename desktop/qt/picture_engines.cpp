@@ -24,6 +24,10 @@ MpvEngine::Options Pane_Options() {
                       {"vd-lavc-skipframe", "nonref"},
                       {"vd-lavc-framedrop", "nonref"},
                       {"cache", "no"},
+                      // A pane starts at the key frame nearest its point:
+                      // an exact seek decodes up to seconds of film first,
+                      // with the engine's core busy and every call to it waiting.
+                      {"hr-seek", "no"},
                       {"vd-lavc-threads", "1"},
                       {"vf", "lavfi=[" + scale + "]"},
                       {"framedrop", "decoder+vo"},

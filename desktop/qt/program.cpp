@@ -30,6 +30,7 @@
 #include "platform/lazy_engine.h"
 #include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
+#include "platform/mpv_pane_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
 #include "platform/qt_shell.h"
@@ -124,8 +125,9 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     for (int i = 0; i < kPaneCount; ++i)
         panes.push_back(std::make_unique<LazyEngine>(
             [&loop, report, &main_window, i]() -> std::unique_ptr<MediaEngine> {
-                auto engine = std::make_unique<MpvEngine>(loop, Pane_Options());
-                report(*engine);
+                auto engine = std::make_unique<MpvPaneEngine>(loop, Pane_Options());
+                if (!engine->InitError().empty())
+                    std::fprintf(stderr, "velmora: preview pane: %s\n", engine->InitError().c_str());
                 if (main_window != nullptr) main_window->Catalogue().Panes().Pane(i).Attach(engine->Handle());
                 return engine;
             },
