@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
     int esc = 0;
     MainWindow window(ctx.form1, esc);
     VideoWindow picture(ctx.form2);
-    picture.Picture().Attach(video.Handle());
+    picture.Attach(video.Handle());
     for (int i = 0; i < kPaneCount; ++i) window.Catalogue().Panes().Pane(i).Attach(panes[static_cast<size_t>(i)]->Handle());
     Form_Load(ctx);
     ctx.form1.Show();
@@ -112,7 +112,7 @@ int main(int argc, char** argv) {
     // gives them): the engine given the file, the file opened, the first frame.
     std::vector<double> first_frame;
     for (int round = 0; round < 5; ++round) {
-        const uint64_t before = picture.Picture().Frames();
+        const uint64_t before = picture.Frames();
         QElapsedTimer clock;
         clock.start();
         qint64 given = -1, opened = -1;
@@ -124,7 +124,7 @@ int main(int argc, char** argv) {
         watch.start(1);
         mnuvideoshow_Click(ctx, 0);
         const qint64 returned = clock.elapsed();
-        if (!Until([&] { return picture.Picture().Frames() > before; })) return 1;
+        if (!Until([&] { return picture.Frames() > before; })) return 1;
         first_frame.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
         std::printf("  round %d: file given %lld ms, opened %lld ms, click returned %lld ms, first frame %.0f ms\n",
                     round + 1, static_cast<long long>(given), static_cast<long long>(opened),

@@ -131,7 +131,18 @@ void SoftPicture::Render() {
                                  {MPV_RENDER_PARAM_SW_STRIDE, &stride},
                                  {MPV_RENDER_PARAM_SW_POINTER, m_image.bits()},
                                  {MPV_RENDER_PARAM_INVALID, nullptr}};
-    if (mpv_render_context_render(m_render, params) >= 0) update();
+    if (mpv_render_context_render(m_render, params) >= 0) {
+        ++m_frames;
+        update();
+    }
+}
+
+bool OpenGL_Available() {
+    static const bool available = [] {
+        QOpenGLContext probe;
+        return probe.create();
+    }();
+    return available;
 }
 
 void SoftPicture::paintEvent(QPaintEvent*) {

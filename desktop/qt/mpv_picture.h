@@ -43,6 +43,7 @@ public:
     explicit SoftPicture(QWidget* parent = nullptr);
     ~SoftPicture() override;
     void Attach(mpv_handle* mpv);
+    uint64_t Frames() const { return m_frames; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -55,6 +56,11 @@ private:
     mpv_handle* m_mpv = nullptr;
     mpv_render_context* m_render = nullptr;
     QImage m_image;
+    uint64_t m_frames = 0;
 };
+
+// Whether this display can give a widget an OpenGL context; without one
+// the picture is drawn in software.
+bool OpenGL_Available();
 
 }  // namespace velmora

@@ -116,7 +116,7 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         [&loop, report, &video_window]() -> std::unique_ptr<MediaEngine> {
             auto engine = std::make_unique<MpvEngine>(loop, Video_Options());
             report(*engine);
-            if (video_window != nullptr) video_window->Picture().Attach(engine->Handle());
+            if (video_window != nullptr) video_window->Attach(engine->Handle());
             return engine;
         },
         ReadMediaItem);

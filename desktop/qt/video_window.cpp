@@ -17,13 +17,23 @@ VideoWindow::VideoWindow(Form2& form, QWidget* parent) : QWidget(parent, Qt::Win
     QPalette black = palette();
     black.setColor(QPalette::Window, Qt::black);
     setPalette(black);
-    m_picture = new GlPicture(this);
+    if (OpenGL_Available())
+        m_picture = m_gl = new GlPicture(this);
+    else
+        m_picture = m_soft = new SoftPicture(this);
     m_picture->setObjectName(QStringLiteral("Form2.WindowsMediaPlayer1"));
     for (Control* control : {static_cast<Control*>(&form), static_cast<Control*>(&form.Inner),
                              static_cast<Control*>(&form.WindowsMediaPlayer1)})
         m_subscriptions.push_back(control->Changed.connect([this](Change) { Apply(); }));
     Apply();
 }
+
+void VideoWindow::Attach(mpv_handle* mpv) {
+    if (m_gl != nullptr) m_gl->Attach(mpv);
+    else m_soft->Attach(mpv);
+}
+
+uint64_t VideoWindow::Frames() const { return m_gl != nullptr ? m_gl->Frames() : m_soft->Frames(); }
 
 void VideoWindow::Apply() {
     QScopedValueRollback guard(m_applying, true);

@@ -9,15 +9,23 @@
 
 #include "base/signal.h"
 
+struct mpv_handle;
+
 namespace velmora {
 
 struct Form2;
 class GlPicture;
+class SoftPicture;
 
 class VideoWindow : public QWidget {
 public:
     explicit VideoWindow(Form2& form, QWidget* parent = nullptr);
-    GlPicture& Picture() const { return *m_picture; }
+    // The engine whose picture it shows, made with vo "libmpv".
+    void Attach(mpv_handle* mpv);
+    // Frames of the film drawn so far.
+    uint64_t Frames() const;
+    // The picture: by OpenGL where the display has it, else in software.
+    QWidget& Picture() const { return *m_picture; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -30,7 +38,9 @@ private:
     void SetFullScreen(bool on);
 
     Form2& m_form;
-    GlPicture* m_picture;
+    GlPicture* m_gl = nullptr;
+    SoftPicture* m_soft = nullptr;
+    QWidget* m_picture = nullptr;
     bool m_applying = false;
     std::vector<Subscription> m_subscriptions;
 };
