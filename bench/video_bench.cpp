@@ -69,8 +69,22 @@ double Median(std::vector<double> v) {
 
 }  // namespace
 
+// Times every event the loop hands out: the longest one is how long a
+// handler held the loop, apart from the time the thread waited for a core.
+struct TimedApplication : QApplication {
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override {
+        QElapsedTimer took;
+        took.start();
+        const bool handled = QApplication::notify(receiver, event);
+        longest_event = std::max(longest_event, took.elapsed());
+        return handled;
+    }
+    qint64 longest_event = 0;
+};
+
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    TimedApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     QTemporaryDir dir;
@@ -171,10 +185,12 @@ int main(int argc, char** argv) {
     beat.start(2);
     Until([] { return false; }, 200);
     longest = 0;
+    app.longest_event = 0;
     const double cpu_before_click = Cpu_Seconds();
     ctx.form1.List2.SetListIndex(0);
     Until([] { return false; }, 3000);
     const qint64 start_longest = longest;
+    const qint64 start_event = app.longest_event;
     int playing = 0;
     for (const auto& pane : panes) playing += pane->playState() == PS_Playing ? 1 : 0;
     const double cpu_start = Cpu_Seconds();
@@ -183,11 +199,12 @@ int main(int argc, char** argv) {
     longest = 0;
     Until([] { return false; }, 5000);
     const double cores = (Cpu_Seconds() - cpu_start) / (static_cast<double>(wall.elapsed()) / 1000.0);
-    std::printf("twelve panes: %d playing 3 s after the click; longest the loop went without a turn while they "
-                "started: %lld ms (target 50 ms), while they played: %lld ms; CPU while playing: %.2f cores "
-                "(the audio film goes on beside them); CPU of the first 3 s: %.2f s\n",
-                playing, static_cast<long long>(start_longest), static_cast<long long>(longest), cores,
-                cpu_start - cpu_before_click);
+    std::printf("twelve panes: %d playing 3 s after the click; while they started, the longest the loop went "
+                "without a turn: %lld ms (target 50 ms), the longest single event: %lld ms; while they played, "
+                "without a turn: %lld ms; CPU while playing: %.2f cores (the audio film goes on beside them); "
+                "CPU of the first 3 s: %.2f s\n",
+                playing, static_cast<long long>(start_longest), static_cast<long long>(start_event),
+                static_cast<long long>(longest), cores, cpu_start - cpu_before_click);
     missed |= start_longest > 50;
     ctx.form1.MultiPage1.SetValue(0);
     std::fflush(stdout);
