@@ -4,6 +4,7 @@
 
 #include "app/metadata_handlers.h"
 #include "app/startup.h"
+#include "app/window_handlers.h"
 #include "catalogue/catalogue_search.h"
 #include "catalogue/filter_building.h"
 #include "catalogue/filter_query.h"
@@ -241,6 +242,7 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
 
     // The snooze window and the Triggers menu.
     Wire_Form5(ctx);
+    Wire_Window_Handlers(ctx, links);
 
     // The report's rows keep their links in the report's state.
     Wire_Report_Menus(ctx);

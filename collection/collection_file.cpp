@@ -24,6 +24,7 @@
 #include "core/app_context.h"
 #include "core/program_folders.h"
 #include "core/running_report.h"
+#include "core/track_list_visibility.h"
 
 namespace velmora {
 
@@ -52,18 +53,6 @@ constexpr int kSavesPerBackup = 5;
 
 std::string Load_Error_Text(const std::string& path) {
     return " --->Λάθος κατά τη φόρτωση της συλλογής \"" + path + "\" -> Error while loading Collection";
-}
-
-// The lists are disabled while they fill in bulk, so that a view need not
-// follow them row by row.
-void Hide_Track_Lists(Form1& f) {
-    f.List2.SetEnabled(false);
-    for (ListBox& mirror : f.List3_0) mirror.SetEnabled(false);
-}
-
-void Show_Track_Lists(Form1& f) {
-    f.List2.SetEnabled(true);
-    for (ListBox& mirror : f.List3_0) mirror.SetEnabled(true);
 }
 
 std::array<int32_t*, 7> Statistics(CollectionState& c) {
@@ -306,7 +295,7 @@ bool Load_Collection(AppContext& ctx) {
     }
     c.Load_Fault.clear();
 
-    Hide_Track_Lists(f);
+    Make_Invisible(f);
     f.SetMousePointer(FormState::kHourglass);
     // Every field of the main file that cannot be read gets its own line,
     // and the load goes on with the next: the log then shows how much of
@@ -375,7 +364,7 @@ bool Load_Collection(AppContext& ctx) {
     }
     main.Close();
 
-    Show_Track_Lists(f);
+    Make_Visible(f);
     if (t.Track_Count > 0) t.Resume_Pending = -1;
     f.SetMousePointer(FormState::kDefaultPointer);
     if (!whole || faulted) c.Read_In_Part = true;

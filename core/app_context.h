@@ -38,6 +38,9 @@ struct Ports {
     MediaEngine& second;  // WindowsMediaPlayer1 of Form4
     // Reads .wpl play lists; without it they are refused as unreadable.
     PlaylistXmlReader* playlists = nullptr;
+    // WindowsMediaPlayer3 of Form1, the preview panes; null where a program
+    // has no panes (the terminal's).
+    std::array<MediaEngine*, kPaneCount> panes{};
 };
 
 // What start-up and the running loop share across subsystems.

@@ -26,6 +26,8 @@ Form1::Form1() : FormState("Form1") {
     Frame8.SetCaption("Προσθήκη / Αφαίρεση Αρχείων  από υποφακέλους -  Adding / Removing Files from Subdirectories");
     Frame12.SetCaption("Διαχείριση Αρχείων - Managing Files");
     Frame6.SetCaption("Αποτελέσματα Φίλτρων - Filter Results");
+    Frame6.SetVisible(false);  // its page is not the first
+    for (PictureArea& pane : WindowsMediaPlayer3) pane.SetVisible(false);
 
     // The catalogue. Box 0 lists the classes by their number and is not
     // sorted; the value boxes keep their values in the case-blind order.

@@ -10,6 +10,7 @@
 #include "core/metadata_controls.h"
 #include "core/menu_table.h"
 #include "core/snooze_form.h"
+#include "core/video_controls.h"
 
 namespace velmora {
 
@@ -164,6 +165,15 @@ struct Form1 : FormState, MetadataControls {
     // The PlaybackClock.
     Timer Timer1{"Timer1"};
 
+    // The preview panes of Frame6, muted, one film from twelve points.
+    std::array<PictureArea, kPaneCount> WindowsMediaPlayer3{
+        PictureArea{"WindowsMediaPlayer3(0)"}, PictureArea{"WindowsMediaPlayer3(1)"},
+        PictureArea{"WindowsMediaPlayer3(2)"}, PictureArea{"WindowsMediaPlayer3(3)"},
+        PictureArea{"WindowsMediaPlayer3(4)"}, PictureArea{"WindowsMediaPlayer3(5)"},
+        PictureArea{"WindowsMediaPlayer3(6)"}, PictureArea{"WindowsMediaPlayer3(7)"},
+        PictureArea{"WindowsMediaPlayer3(8)"}, PictureArea{"WindowsMediaPlayer3(9)"},
+        PictureArea{"WindowsMediaPlayer3(10)"}, PictureArea{"WindowsMediaPlayer3(11)"}};
+
     MenuSet Menus{MainMenuRows()};
     MenuSet Tray{TrayMenuRows()};
 };
@@ -171,6 +181,15 @@ struct Form1 : FormState, MetadataControls {
 // The video window.
 struct Form2 : FormState {
     Form2() : FormState("Form2") { SetVisible(false); }
+    // The window's inner area, and the picture within it.
+    PictureArea Inner{"Form2.Inner"};
+    PictureArea WindowsMediaPlayer1{"Form2.WindowsMediaPlayer1"};
+    bool Loaded = false;       // Form_Load has run and no unload since
+    bool Unloading = false;    // Form_QueryUnload is under way
+    bool Full_Screen = false;  // the view fills the screen; its size is not the window's own
+    // Raised by the view: the user resized the window, or closes it.
+    Signal<> Resize;
+    Signal<> QueryUnload;
 };
 
 // The about slide show.
@@ -204,6 +223,15 @@ struct Form4 : FormState {
                                  Label{"Form4.Label21(4)"}, Label{"Form4.Label21(5)"}, Label{"Form4.Label21(6)"}};
     Slider Slider1{"Form4.Slider1"};
     ScrollBar HScroll1{"Form4.HScroll1"};
+    // Its own transport, each passing to the main window's namesake.
+    std::array<CommandButton, 2> Command3{CommandButton{"Form4.Command3(0)"}, CommandButton{"Form4.Command3(1)"}};
+    std::array<CommandButton, 4> Command15{CommandButton{"Form4.Command15(0)"}, CommandButton{"Form4.Command15(1)"},
+                                           CommandButton{"Form4.Command15(2)"}, CommandButton{"Form4.Command15(3)"}};
+    TextBox Text3{"Form4.Text3"};
+    CommandButton Command1{"Form4.Command1"};  // back to the main window
+    // The main window's clock period while this window plays.
+    int Kept_Interval = 1000;
+    Signal<> QueryUnload;  // raised by the view when the user closes the window
 };
 
 // The start screen.

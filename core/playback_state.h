@@ -73,6 +73,12 @@ struct PlaybackState {
 
     // The transport.
     std::string Selected_File;  // the row last clicked in List2
+
+    // The second player: -1 hides the window that Passage leaves.
+    int16_t Second_Player_Flag = -1;
+    // The preview panes: counts their runs, so that a run waiting for its
+    // first pane knows a newer click has taken the panes over.
+    uint64_t Preview_Run = 0;
 };
 
 }  // namespace velmora

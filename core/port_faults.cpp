@@ -10,6 +10,8 @@ std::string Engine_Name(const AppContext& ctx, const MediaEngine& engine) {
     if (&engine == &ctx.ports.reader) return "reader";
     if (&engine == &ctx.ports.video) return "video";
     if (&engine == &ctx.ports.second) return "second";
+    for (const MediaEngine* pane : ctx.ports.panes)
+        if (&engine == pane) return "pane";
     return "engine";
 }
 

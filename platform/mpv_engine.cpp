@@ -74,6 +74,7 @@ MpvEngine::MpvEngine(EventLoop& loop, const Options& options) : m_loop(loop) {
     // Without a sound device mpv would refuse every audio-only file; it plays
     // them silently instead, and current-ao tells the program so.
     mpv_set_option_string(m_mpv, "audio-fallback-to-null", "yes");
+    for (const auto& [name, value] : options.extra) mpv_set_option_string(m_mpv, name.c_str(), value.c_str());
     m_sound_expected = options.ao != "null";
     if (m_init_error.empty()) {
         if (int rc = mpv_initialize(m_mpv); rc < 0) m_init_error = std::string("libmpv: ") + mpv_error_string(rc);

@@ -11,6 +11,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/event_loop.h"
 #include "core/media_engine.h"
@@ -27,6 +29,8 @@ public:
         std::string ao;   // audio output, empty for mpv's choice; "null" in tests
         std::string vo;   // video output, empty for mpv's choice; "null" in tests
         int64_t wid = 0;  // native window to draw video into, 0 for none
+        // Further options by name, set where the library knows them.
+        std::vector<std::pair<std::string, std::string>> extra = {};
     };
 
     // When libmpv cannot be set up, the engine still exists and every call
@@ -38,6 +42,9 @@ public:
     MpvEngine& operator=(const MpvEngine&) = delete;
 
     const std::string& InitError() const { return m_init_error; }
+    // The instance, for the widget that draws its picture through the
+    // render API (vo "libmpv"); null when it could not be set up.
+    mpv_handle* Handle() const { return m_mpv; }
     // For the video widget, which draws the controls by these.
     bool IsEnabled() const { return m_enabled; }
     const std::string& UiMode() const { return m_ui_mode; }

@@ -3,6 +3,7 @@
 // nothing never opens libmpv and the libraries it needs. Without libmpv an
 // engine cannot be created, and says so.
 #include <mpv/client.h>
+#include <mpv/render.h>
 
 #include <string>
 
@@ -39,7 +40,8 @@ mpv_handle* mpv_create(void) {
                        VELMORA_REAL(mpv_command_ret) && VELMORA_REAL(mpv_free_node_contents) &&
                        VELMORA_REAL(mpv_get_property) && VELMORA_REAL(mpv_set_property) &&
                        VELMORA_REAL(mpv_observe_property) && VELMORA_REAL(mpv_wait_event) &&
-                       VELMORA_REAL(mpv_set_wakeup_callback) && VELMORA_REAL(mpv_error_string);
+                       VELMORA_REAL(mpv_set_wakeup_callback) && VELMORA_REAL(mpv_error_string) &&
+                       VELMORA_REAL(mpv_command_async) && VELMORA_REAL(mpv_set_property_async);
     auto* real = VELMORA_REAL(mpv_create);
     return whole && real != nullptr ? real() : nullptr;
 }
@@ -77,10 +79,44 @@ int mpv_observe_property(mpv_handle* mpv, uint64_t reply_userdata, const char* n
     return VELMORA_REAL(mpv_observe_property)(mpv, reply_userdata, name, format);
 }
 
+int mpv_command_async(mpv_handle* ctx, uint64_t reply_userdata, const char** args) {
+    return VELMORA_REAL(mpv_command_async)(ctx, reply_userdata, args);
+}
+
+int mpv_set_property_async(mpv_handle* ctx, uint64_t reply_userdata, const char* name, mpv_format format,
+                           void* data) {
+    return VELMORA_REAL(mpv_set_property_async)(ctx, reply_userdata, name, format, data);
+}
+
 mpv_event* mpv_wait_event(mpv_handle* ctx, double timeout) { return VELMORA_REAL(mpv_wait_event)(ctx, timeout); }
 
 void mpv_set_wakeup_callback(mpv_handle* ctx, void (*cb)(void* d), void* d) {
     VELMORA_REAL(mpv_set_wakeup_callback)(ctx, cb, d);
 }
+
+// The render API draws the picture into the program's own widgets. A
+// library without it leaves the picture out; the sound plays all the same.
+int mpv_render_context_create(mpv_render_context** res, mpv_handle* mpv, mpv_render_param* params) {
+    auto* real = VELMORA_REAL(mpv_render_context_create);
+    const bool whole = VELMORA_REAL(mpv_render_context_set_update_callback) &&
+                       VELMORA_REAL(mpv_render_context_update) && VELMORA_REAL(mpv_render_context_render) &&
+                       VELMORA_REAL(mpv_render_context_report_swap) && VELMORA_REAL(mpv_render_context_free);
+    return whole && real != nullptr ? real(res, mpv, params) : MPV_ERROR_UNSUPPORTED;
+}
+
+void mpv_render_context_set_update_callback(mpv_render_context* ctx, mpv_render_update_fn callback,
+                                            void* callback_ctx) {
+    VELMORA_REAL(mpv_render_context_set_update_callback)(ctx, callback, callback_ctx);
+}
+
+uint64_t mpv_render_context_update(mpv_render_context* ctx) { return VELMORA_REAL(mpv_render_context_update)(ctx); }
+
+int mpv_render_context_render(mpv_render_context* ctx, mpv_render_param* params) {
+    return VELMORA_REAL(mpv_render_context_render)(ctx, params);
+}
+
+void mpv_render_context_report_swap(mpv_render_context* ctx) { VELMORA_REAL(mpv_render_context_report_swap)(ctx); }
+
+void mpv_render_context_free(mpv_render_context* ctx) { VELMORA_REAL(mpv_render_context_free)(ctx); }
 
 }  // extern "C"

@@ -96,10 +96,22 @@ LocalTime QtEventLoop::Now() const {
 }
 
 void QtEventLoop::Post(std::function<void()> fn) {
-    m_posted.push_back(std::move(fn));
-    if (m_drain_pending) return;
-    m_drain_pending = true;
+    // The engines' threads post too: the queue is shared under the lock.
+    {
+        std::lock_guard lock(m_posted_lock);
+        m_posted.push_back(std::move(fn));
+        if (m_drain_pending) return;
+        m_drain_pending = true;
+    }
     QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
+}
+
+std::function<void()> QtEventLoop::Next_Posted() {
+    std::lock_guard lock(m_posted_lock);
+    if (m_posted.empty()) return nullptr;
+    std::function<void()> call = std::move(m_posted.front());
+    m_posted.pop_front();
+    return call;
 }
 
 void QtEventLoop::Drain() {
@@ -109,21 +121,24 @@ void QtEventLoop::Drain() {
     // and every turn repaints the window: calls run on here for a frame's
     // time, then the loop paints and takes input once. A call that gives way
     // itself still runs the calls posted before it gave way.
-    m_drain_pending = false;
+    {
+        std::lock_guard lock(m_posted_lock);
+        m_drain_pending = false;
+    }
     const int64_t start = m_clock->elapsed();
     // The loop has just painted and taken input: the calls' own yields wait
     // a frame from here.
     m_last_yield = start;
-    while (!m_posted.empty()) {
-        std::function<void()> call = std::move(m_posted.front());
-        m_posted.pop_front();
+    while (std::function<void()> call = Next_Posted()) {
         call();
         if (m_clock->elapsed() - start >= kDrainBudgetMs) break;
     }
-    if (!m_posted.empty() && !m_drain_pending) {
+    {
+        std::lock_guard lock(m_posted_lock);
+        if (m_posted.empty() || m_drain_pending) return;
         m_drain_pending = true;
-        QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
     }
+    QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
 }
 
 void QtEventLoop::Attach(Timer& timer) {

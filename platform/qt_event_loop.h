@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 
 #include "base/signal.h"
 #include "core/event_loop.h"
@@ -46,6 +47,8 @@ private:
 
     void Apply(Timer& timer, Binding& binding);
     void Drain();
+    // The oldest posted call, taken from the queue; empty when there is none.
+    std::function<void()> Next_Posted();
 
     // Receiver of the posted calls and parent of the timers; it lives in the
     // main thread, so queued calls run there whoever posts them.
@@ -55,6 +58,7 @@ private:
     static constexpr int kMaxStride = 128;
     static constexpr int64_t kDrainBudgetMs = 16;
     // The posted calls not yet run, and whether a drain of them is queued.
+    std::mutex m_posted_lock;
     std::deque<std::function<void()>> m_posted;
     bool m_drain_pending = false;
     int64_t m_last_yield = -kYieldSpacingMs;

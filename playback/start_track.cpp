@@ -15,6 +15,7 @@
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
 #include "playback/playback_clock.h"
+#include "playback/video_window.h"
 #include "ratings/rating_calculation.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"
@@ -246,7 +247,7 @@ void Video(AppContext& ctx) {
     const std::string& file = ctx.playback.Current_File;
     if (file.empty()) return;
     MediaEngine& video = ctx.ports.video;
-    ctx.form2.Show();
+    Show_Video_Window(ctx);
     (void)video.newMedia(file);
     Log_Failure(ctx, video, "setURL", video.setURL(file));
     Log_Failure(ctx, video, "setVolume", video.setVolume(ctx.settings.Volume_Step));
@@ -261,6 +262,7 @@ void Video(AppContext& ctx) {
     const int64_t whole = RoundHalfEven(media ? media->duration() : 0.0);
     ctx.form1.Text5[0].SetText(Clock_Text(whole));
     ctx.form4.Text5[0].SetText(Clock_Text(whole));
+    Size_Video_Control(ctx);
 }
 
 void Media_Play(AppContext& ctx, int window) {

@@ -10,6 +10,7 @@
 #include "core/suppress_events.h"
 #include "playback/next_track.h"
 #include "playback/play_modes.h"
+#include "playback/preview_panes.h"
 #include "playback/second_player.h"
 #include "playback/start_track.h"
 
@@ -217,6 +218,7 @@ void Text3_Change(AppContext& ctx) {
 void list2_click(AppContext& ctx) {
     Form1& f = ctx.form1;
     ctx.playback.Selected_File = f.List2.List(f.List2.ListIndex());
+    if (ctx.settings.Second_Player == 0 && f.Frame6.Visible()) Multi_Preview(ctx, -1);
 }
 
 void list2_dblclick(AppContext& ctx) {

@@ -16,6 +16,7 @@
 #include "desktop/qt/combo_box_widget.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
+#include "desktop/qt/preview_panes_view.h"
 #include "desktop/qt/result_list_view.h"
 
 namespace velmora {
@@ -133,6 +134,8 @@ QGroupBox* CatalogueView::BuildResultsFrame(QWidget* parent) {
         lists->addWidget(list, 0, 0);
     }
     column->addLayout(lists, 1);
+    m_panes = new PreviewPanesView(f, box);
+    column->addWidget(m_panes);
     column->addLayout(SearchRow(3, f.Command6[0], tr("Search the catalogue: every box emptied, the rows found selected"), box));
     return box;
 }

@@ -25,6 +25,7 @@ namespace velmora {
 struct Form1;
 class CaptionControl;
 class ComboBoxWidget;
+class PreviewPanesView;
 class ResultListView;
 
 class CatalogueView : public QObject {
@@ -42,6 +43,7 @@ public:
     ComboBoxWidget& FilterBox(int k) const { return *m_boxes.at(k); }
     ResultListView& Results() const { return *m_results; }    // List4
     ResultListView& AllTracks() const { return *m_all; }      // List5
+    PreviewPanesView& Panes() const { return *m_panes; }
 
 private:
     QGroupBox* BuildManagingFrame(QWidget* parent);
@@ -58,6 +60,7 @@ private:
     std::array<ComboBoxWidget*, 9> m_boxes{};
     ResultListView* m_results = nullptr;
     ResultListView* m_all = nullptr;
+    PreviewPanesView* m_panes = nullptr;
     QPointer<QWidget> m_focus_before;  // the focus when a filter run disabled the boxes
     // A filter run disables the boxes and enables them again; one shorter
     // than a turn of the loop leaves them as they were, without a flicker.

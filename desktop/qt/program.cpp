@@ -8,6 +8,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,14 +17,21 @@
 #include "app/startup.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
+#include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/snooze_window.h"
+#include "desktop/qt/mpv_picture.h"
+#include "desktop/qt/picture_engines.h"
+#include "desktop/qt/preview_panes_view.h"
+#include "desktop/qt/second_player_window.h"
+#include "desktop/qt/video_window.h"
 #include "intake/directory_search.h"
 #include "intake/file_drop.h"
 #include "platform/heap_release.h"
 #include "platform/lazy_engine.h"
 #include "platform/media_reader.h"
 #include "platform/mpv_engine.h"
+#include "platform/mpv_pane_engine.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_event_loop.h"
 #include "platform/qt_playlist_reader.h"
@@ -88,8 +96,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     QtDialogs dialogs;
     QtShell shell;
     // The player and the second player only sound; the reader only reads;
-    // the video engine draws into its own window until the video window
-    // gives it one.
+    // the video engine and the preview panes draw through the render API
+    // into the windows' own widgets, which take each engine as it starts.
     auto report = [](const MpvEngine& engine) {
         if (!engine.InitError().empty()) std::fprintf(stderr, "velmora: media engine: %s\n", engine.InitError().c_str());
     };
@@ -105,20 +113,46 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     // Reading a file needs no player: libmpv's engine reads through the media reader.
     LazyEngine player(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
     LazyEngine reader(started({.ao = "null", .vo = "null", .wid = 0}), ReadMediaItem);
-    LazyEngine video(started({.ao = {}, .vo = {}, .wid = 0}), ReadMediaItem);
+    VideoWindow* video_window = nullptr;
+    MainWindow* main_window = nullptr;
+    LazyEngine video(
+        [&loop, report, &video_window]() -> std::unique_ptr<MediaEngine> {
+            auto engine = std::make_unique<MpvEngine>(loop, Video_Options());
+            report(*engine);
+            if (video_window != nullptr) video_window->Attach(engine->Handle());
+            return engine;
+        },
+        ReadMediaItem);
     LazyEngine second(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
+    std::vector<std::unique_ptr<LazyEngine>> panes;
+    for (int i = 0; i < kPaneCount; ++i)
+        panes.push_back(std::make_unique<LazyEngine>(
+            [&loop, report, &main_window, i]() -> std::unique_ptr<MediaEngine> {
+                auto engine = std::make_unique<MpvPaneEngine>(loop, Pane_Options());
+                if (!engine->InitError().empty())
+                    std::fprintf(stderr, "velmora: preview pane: %s\n", engine->InitError().c_str());
+                if (main_window != nullptr) main_window->Catalogue().Panes().Pane(i).Attach(engine->Handle());
+                return engine;
+            },
+            ReadMediaItem));
+
     // The snooze window sounds its alarm through an engine of its own.
     LazyEngine alarm(started({.ao = {}, .vo = "null", .wid = 0}), ReadMediaItem);
 
     QtPlaylistReader playlists;
     AppContext ctx(Ports{loop, dialogs, shell, player, reader, video, second, &playlists});
+    for (int i = 0; i < kPaneCount; ++i) ctx.ports.panes[static_cast<size_t>(i)] = panes[static_cast<size_t>(i)].get();
     ctx.program_folder =
         Resolve_App_Path(QCoreApplication::applicationDirPath().toStdString(), DataHome());
-
     ctx.timed.Alarm_Engine = &alarm;
 
+    // The windows go before the engines whose pictures they draw.
     MainWindow window(ctx.form1, ctx.core.Esc_Key);
     window.AttachShell(shell);
+    main_window = &window;
+    VideoWindow picture_window(ctx.form2);
+    video_window = &picture_window;
+    SecondPlayerWindow second_window(ctx.form4);
     SnoozeWindow snooze(ctx.form5, &window);
     snooze.SetCloseHandler([&ctx] { form5::Form_QueryUnload(ctx); });
 

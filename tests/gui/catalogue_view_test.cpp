@@ -92,6 +92,7 @@ protected:
     void SetUp() override {
         form.Show();
         form.MultiPage1.SetValue(4);
+        form.Frame6.SetVisible(true);  // as the page's handler does, which this bare form has not wired
         ASSERT_TRUE(Eventually([&] { return window.isVisible(); }));
     }
 

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <tuple>
+#include <vector>
 
 #include "core/controls.h"
 
@@ -31,6 +33,23 @@ TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     EXPECT_TRUE(ran_on.empty()) << "nothing runs inside Post";
     EXPECT_TRUE(Until(loop, [&] { return ran_on.size() == 3; }));
     EXPECT_EQ(ran_on, std::vector<std::thread::id>(3, main_thread));
+
+    // Several engines' threads post at once while the loop runs the calls:
+    // each runs once, none is lost or torn.
+    int ran = 0, elsewhere = 0;
+    std::vector<std::thread> posters;
+    for (int t = 0; t < 4; ++t)
+        posters.emplace_back([&] {
+            for (int i = 0; i < 5000; ++i)
+                loop.Post([&] {
+                    ++ran;
+                    if (std::this_thread::get_id() != main_thread) ++elsewhere;
+                });
+        });
+    EXPECT_TRUE(Until(loop, [&] { return ran == 20000; })) << ran;
+    for (std::thread& poster : posters) poster.join();
+    loop.DoEvents();
+    EXPECT_EQ(std::tuple(ran, elsewhere), std::tuple(20000, 0));
 }
 
 TEST(QtEventLoop, NowIsTheLocalTimeInAnyZone) {

@@ -60,8 +60,9 @@ public:
     std::string URL() const override { return m_url; }
     Status setURL(const std::string& path) override;
     Status close() override;
-    // Nothing is shown, so there is nothing to enable or lay out.
-    void setEnabled(bool) override {}
+    // Nothing is shown, so there is nothing to lay out; enabled is kept to be asked.
+    void setEnabled(bool on) override { m_enabled = on; }
+    bool Enabled() const { return m_enabled; }
     void setUiMode(const std::string&) override {}
     std::unique_ptr<MediaItem> newMedia(const std::string& path) override;
     std::unique_ptr<MediaItem> currentMedia() override;
@@ -114,6 +115,7 @@ private:
     int m_volume = 100;
     bool m_mute = false;
     bool m_auto_start = false;
+    bool m_enabled = true;
 };
 
 }  // namespace velmora

@@ -42,7 +42,7 @@ void Make_Files(TestApp& app, const std::vector<TrackRow>& rows) {
     for (const TrackRow& row : rows) {
         std::filesystem::create_directories(std::filesystem::path(row.path).parent_path());
         std::ofstream(row.path) << "x";
-        app.player.SetDuration(row.path, row.seconds);
+        for (StubEngine* engine : {&app.player, &app.video, &app.second}) engine->SetDuration(row.path, row.seconds);
     }
 }
 

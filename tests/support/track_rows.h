@@ -21,7 +21,7 @@ struct TrackRow {
 };
 
 void Fill_Tracks(AppContext& ctx, const std::vector<TrackRow>& rows);
-// Writes each row's path as a small file and gives the stub player its length.
+// Writes each row's path as a small file and gives the playing engines its length.
 void Make_Files(TestApp& app, const std::vector<TrackRow>& rows);
 // n rows "dir/track_000.mp3"... of `seconds` each.
 std::vector<TrackRow> Numbered_Rows(const std::string& dir, int n, double seconds);

@@ -1,0 +1,38 @@
+#include "desktop/qt/picture_engines.h"
+
+#include "desktop/qt/preview_panes_view.h"
+
+namespace velmora {
+
+MpvEngine::Options Video_Options(const std::string& ao) {
+    return {.ao = ao, .vo = "libmpv", .wid = 0, .extra = {{"hwdec", "auto-safe"}}};
+}
+
+// No sound at all, the picture scaled down to the pane's width as it is
+// decoded, the decoder's costly steps left out and one thread each, and a
+// small read-ahead: twelve of them at once must leave the window free.
+MpvEngine::Options Pane_Options() {
+    const std::string scale = "scale=" + std::to_string(kPaneWidth) + ":-2:flags=fast_bilinear";
+    return {.ao = "null",
+            .vo = "libmpv",
+            .wid = 0,
+            .extra = {{"aid", "no"},
+                      {"sid", "no"},
+                      {"hwdec", "auto-copy-safe"},
+                      {"vd-lavc-skiploopfilter", "all"},
+                      {"vd-lavc-fast", "yes"},
+                      {"vd-lavc-skipframe", "nonref"},
+                      {"vd-lavc-framedrop", "nonref"},
+                      {"cache", "no"},
+                      // A pane starts at the key frame nearest its point:
+                      // an exact seek decodes up to seconds of film first,
+                      // with the engine's core busy and every call to it waiting.
+                      {"hr-seek", "no"},
+                      {"vd-lavc-threads", "1"},
+                      {"vf", "lavfi=[" + scale + "]"},
+                      {"framedrop", "decoder+vo"},
+                      {"demuxer-max-bytes", "4MiB"},
+                      {"demuxer-max-back-bytes", "0"}}};
+}
+
+}  // namespace velmora

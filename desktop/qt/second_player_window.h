@@ -1,0 +1,43 @@
+#pragma once
+// The small second player window (Form4): what plays, its times, the
+// position and volume, and a transport whose every press the logic passes
+// to the main window's.
+
+#include <QWidget>
+
+#include <vector>
+
+#include "base/signal.h"
+
+class QLabel;
+class QLineEdit;
+class QSlider;
+class QToolButton;
+
+namespace velmora {
+
+struct Form4;
+class CaptionControl;
+class RangeControl;
+class TextBox;
+
+class SecondPlayerWindow : public QWidget {
+public:
+    explicit SecondPlayerWindow(Form4& form, QWidget* parent = nullptr);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QToolButton* Button(CaptionControl& button, const char* picture, const QString& tip);
+    QLabel* Line(CaptionControl& label);
+    QLineEdit* TimeBox(TextBox& box, const QString& tip);
+    QSlider* Range(RangeControl& range, bool seeks);
+    void Apply();
+
+    Form4& m_form;
+    bool m_syncing = false;
+    std::vector<Subscription> m_subscriptions;
+};
+
+}  // namespace velmora

@@ -1,0 +1,63 @@
+// The preview pane's engine on libmpv: what the handler asks goes out from
+// the loop as one batch, and the state comes back from mpv's events.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "media_folder.h"
+#include "platform/mpv_pane_engine.h"
+#include "platform/qt_event_loop.h"
+
+namespace velmora {
+namespace {
+
+const testing::MediaFolder& Films() {
+    static const testing::MediaFolder folder("velmora-panes", [](testing::MediaFolder& f) {
+        f.Ffmpeg("-f lavfi -i testsrc=size=160x90:rate=25 -t 12 -g 25 -c:v mpeg4 " + f.Q("film.mkv"));
+        f.Run("head -c 3000 /dev/urandom > " + f.Q("noise.mkv"));
+    });
+    return folder;
+}
+
+bool Within(EventLoop& loop, int ms, const std::function<bool()>& done) {
+    for (const int64_t start = loop.TickCount(); !done(); loop.WaitForEvents(10))
+        if (loop.TickCount() - start > ms) return false;
+    return true;
+}
+
+TEST(MpvPaneEngine, StartsAtItsPointMutedAndLetsGoOnClose) {
+    ASSERT_EQ(Films().error, "");
+    QtEventLoop loop;
+    MpvPaneEngine pane(loop, {.ao = "null", .vo = "null", .wid = 0});
+    ASSERT_EQ(pane.InitError(), "");
+    const std::string film = Films().Path("film.mkv");
+    ASSERT_TRUE(pane.setURL(film).ok());
+    ASSERT_TRUE(pane.setCurrentPosition(6).ok());
+    pane.setMute(true);
+    ASSERT_TRUE(pane.play().ok());
+    // Nothing has gone to mpv yet: the handler is still running.
+    EXPECT_EQ(std::tuple(pane.URL(), pane.playState(), pane.currentPosition().value_or(-1)),
+              std::tuple(film, PS_Transitioning, 6.0));
+    ASSERT_TRUE(Within(loop, 5000, [&] { return pane.playState() == PS_Playing; }));
+    auto item = pane.currentMedia();
+    ASSERT_NE(item, nullptr);
+    EXPECT_NEAR(item->duration(), 12, 0.5);
+    EXPECT_NEAR(pane.currentPosition().value_or(-1), 6, 1.5) << "started at its point, not at the beginning";
+
+    ASSERT_TRUE(pane.close().ok());
+    EXPECT_EQ(std::tuple(pane.URL(), pane.playState(), pane.currentMedia() == nullptr), std::tuple("", PS_Ready, true));
+}
+
+TEST(MpvPaneEngine, AFilmMpvCannotOpenEndsInReadyNotInALoadForever) {
+    ASSERT_EQ(Films().error, "");
+    QtEventLoop loop;
+    MpvPaneEngine pane(loop, {.ao = "null", .vo = "null", .wid = 0});
+    ASSERT_TRUE(pane.setURL(Films().Path("noise.mkv")).ok());
+    ASSERT_TRUE(pane.play().ok());
+    EXPECT_TRUE(Within(loop, 5000, [&] { return pane.playState() != PS_Transitioning; }));
+    EXPECT_NE(pane.playState(), PS_Playing);
+}
+
+}  // namespace
+}  // namespace velmora
