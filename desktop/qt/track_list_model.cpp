@@ -1,7 +1,5 @@
 #include "desktop/qt/track_list_model.h"
 
-#include <QTimer>
-
 #include <algorithm>
 
 #include "core/forms.h"
@@ -11,7 +9,10 @@ namespace velmora {
 
 TrackListModel::TrackListModel(Form1& form, QObject* parent)
     : QAbstractTableModel(parent),
-      m_boxes{&form.List3_0[0], &form.List3_0[1], &form.List3_0[2], &form.List3_0[3], &form.List3_0[4], &form.List2} {
+      m_boxes{&form.List3_0[0], &form.List3_0[1], &form.List3_0[2], &form.List3_0[3], &form.List3_0[4], &form.List2},
+      // A walk past a drive that is gone steps thousands of times a second;
+      // following each step would cost the view more than the step.
+      m_pacer(this, [this] { Flush(); }) {
     for (ListBox* box : m_boxes) {
         const bool is_path = box == &form.List2;
         m_subscriptions.push_back(box->Changed.connect([this, box, is_path](Change kind) {
@@ -19,16 +20,18 @@ TrackListModel::TrackListModel(Form1& form, QObject* parent)
                 // The walk changes a row or two per step; a reset would lay
                 // out and reselect every row of the table each time.
                 const int row = box->Last_Item_Changed();
-                if (row >= 0 && m_changed_rows.size() < kMostRowsRedrawn)
-                    m_changed_rows.push_back(row);
-                else
+                if (row >= 0) {
+                    m_changed_first = m_changed_first < 0 ? row : std::min(m_changed_first, row);
+                    m_changed_last = std::max(m_changed_last, row);
+                } else {
                     m_contents_dirty = true;
+                }
             } else if (is_path && (kind == Change::Selection || kind == Change::Index)) {
                 m_selection_dirty = true;
             } else {
                 return;
             }
-            ScheduleFlush();
+            m_pacer.Request();
         }));
     }
 }
@@ -61,24 +64,18 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-void TrackListModel::ScheduleFlush() {
-    if (m_flush_pending) return;
-    m_flush_pending = true;
-    QTimer::singleShot(0, this, [this] { Flush(); });
-}
-
 void TrackListModel::Flush() {
-    m_flush_pending = false;
     if (m_contents_dirty) {
         m_contents_dirty = false;
-        m_changed_rows.clear();
+        m_changed_first = m_changed_last = -1;
         beginResetModel();
         endResetModel();
         m_selection_dirty = true;  // a reset drops the view's selection
     }
-    for (int row : m_changed_rows)
-        if (row < rowCount()) Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1), {Qt::DisplayRole});
-    m_changed_rows.clear();
+    const int last = std::min(m_changed_last, rowCount() - 1);
+    if (m_changed_first >= 0 && m_changed_first <= last)
+        Q_EMIT dataChanged(index(m_changed_first, 0), index(last, ColumnCount - 1), {Qt::DisplayRole});
+    m_changed_first = m_changed_last = -1;
     if (m_selection_dirty) {
         m_selection_dirty = false;
         Q_EMIT SelectionChanged();

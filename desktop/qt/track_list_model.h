@@ -1,8 +1,8 @@
 #pragma once
 // The Track list as one table: the five mirror boxes (number, class, time,
 // size, bit rate) and the path box side by side, row for row. The boxes
-// change many times while a long loop runs; the table is reset at most once
-// per turn of the event loop, when the loop gives way.
+// change many times while a long loop runs; the table follows them at most
+// once per redraw, a few times a second.
 
 #include <QAbstractTableModel>
 
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/signal.h"
+#include "desktop/qt/redraw_pacer.h"
 
 namespace velmora {
 
@@ -33,20 +34,20 @@ public:
 
 Q_SIGNALS:
     // The path box's selection, list index or top row changed; the view
-    // follows it once per turn of the loop.
+    // follows it once per redraw.
     void SelectionChanged();
 
 private:
-    void ScheduleFlush();
     void Flush();
 
     std::array<ListBox*, ColumnCount> m_boxes;
     std::vector<Subscription> m_subscriptions;
-    static constexpr size_t kMostRowsRedrawn = 64;
-    std::vector<int> m_changed_rows;  // rows whose text alone changed since the last flush
+    // The rows whose text alone changed since the last flush, as one span:
+    // the view repaints only what of it shows.
+    int m_changed_first = -1, m_changed_last = -1;
     bool m_contents_dirty = false;
     bool m_selection_dirty = false;
-    bool m_flush_pending = false;
+    RedrawPacer m_pacer;
 };
 
 }  // namespace velmora
