@@ -5,6 +5,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
+
+#include <algorithm>
+#include <memory>
 
 #include "core/controls.h"
 #include "desktop/qt/control_look.h"
@@ -103,6 +107,32 @@ QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& k
         ApplyLook(*widget, box);
     };
     keep.push_back(box.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return widget;
+}
+
+QSlider* Bind_Slider(RangeControl& range, bool seeks, QWidget* parent, std::vector<Subscription>& keep) {
+    auto* widget = new QSlider(Qt::Horizontal, parent);
+    widget->setObjectName(Q(range.Name()));
+    widget->setTracking(!seeks);
+    // Set from the control, the slider raises no event of its own.
+    auto syncing = std::make_shared<bool>(false);
+    auto apply = [widget, &range, syncing] {
+        *syncing = true;
+        widget->setRange(range.Min(), range.Max());
+        widget->setPageStep(std::max(1, range.LargeChange()));
+        // The clock moves the position every second; it must not pull the
+        // handle from under the user's hand.
+        if (!widget->isSliderDown()) widget->setValue(range.Value());
+        ApplyLook(*widget, range, QString());
+        *syncing = false;
+    };
+    QObject::connect(widget, &QSlider::valueChanged, widget, [&range, syncing](int value) {
+        if (*syncing) return;
+        range.SetValue(value);
+        range.Scroll.emit();
+    });
+    keep.push_back(range.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

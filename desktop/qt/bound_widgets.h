@@ -14,11 +14,13 @@ class QGroupBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QSlider;
 class QWidget;
 
 namespace velmora {
 
 class CaptionControl;
+class RangeControl;
 class TextBox;
 class ValueControl;
 
@@ -41,5 +43,9 @@ QGroupBox* Bind_Frame(CaptionControl& frame, QWidget* parent, std::vector<Subscr
 
 // What the user types becomes the box's text; a text the logic sets shows.
 QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& keep);
+
+// A horizontal slider: moving it sets Value and raises Scroll. With seeks,
+// only the end of a drag does: a seek asks the engine to load and decode.
+QSlider* Bind_Slider(RangeControl& range, bool seeks, QWidget* parent, std::vector<Subscription>& keep);
 
 }  // namespace velmora

@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 #include <QSlider>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -30,7 +29,7 @@ SecondPlayerWindow::SecondPlayerWindow(Form4& form, QWidget* parent) : QWidget(p
 
     auto* times = new QHBoxLayout;
     times->addWidget(TimeBox(form.Text5[1], tr("Position")));
-    times->addWidget(Range(form.Slider1, true), 1);
+    times->addWidget(Bind_Slider(form.Slider1, true, this, m_subscriptions), 1);
     times->addWidget(TimeBox(form.Text5[2], tr("Time left")));
     times->addWidget(TimeBox(form.Text5[0], tr("Length")));
     column->addLayout(times);
@@ -48,7 +47,7 @@ SecondPlayerWindow::SecondPlayerWindow(Form4& form, QWidget* parent) : QWidget(p
     steps->setToolTip(tr("Step count"));
     buttons->addWidget(steps);
     buttons->addWidget(Button(form.Command8, "rate", tr("Rate the Track")));
-    buttons->addWidget(Range(form.HScroll1, false), 1);
+    buttons->addWidget(Bind_Slider(form.HScroll1, false, this, m_subscriptions), 1);
     buttons->addWidget(Button(form.Command1, "window", tr("Back to the main window")));
     column->addLayout(buttons);
 
@@ -107,27 +106,6 @@ QLineEdit* SecondPlayerWindow::TimeBox(TextBox& box, const QString& tip) {
         ApplyLook(*widget, box, tip);
     };
     m_subscriptions.push_back(box.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return widget;
-}
-
-QSlider* SecondPlayerWindow::Range(RangeControl& range, bool seeks) {
-    auto* widget = new QSlider(Qt::Horizontal, this);
-    widget->setObjectName(Q(range.Name()));
-    widget->setTracking(!seeks);
-    auto apply = [this, widget, &range] {
-        QScopedValueRollback guard(m_syncing, true);
-        widget->setRange(range.Min(), range.Max());
-        widget->setPageStep(std::max(1, range.LargeChange()));
-        if (!widget->isSliderDown()) widget->setValue(range.Value());
-        ApplyLook(*widget, range, QString());
-    };
-    connect(widget, &QSlider::valueChanged, this, [this, &range](int value) {
-        if (m_syncing) return;
-        range.SetValue(value);
-        range.Scroll.emit();
-    });
-    m_subscriptions.push_back(range.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

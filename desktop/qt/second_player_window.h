@@ -11,14 +11,12 @@
 
 class QLabel;
 class QLineEdit;
-class QSlider;
 class QToolButton;
 
 namespace velmora {
 
 struct Form4;
 class CaptionControl;
-class RangeControl;
 class TextBox;
 
 class SecondPlayerWindow : public QWidget {
@@ -32,11 +30,9 @@ private:
     QToolButton* Button(CaptionControl& button, const char* picture, const QString& tip);
     QLabel* Line(CaptionControl& label);
     QLineEdit* TimeBox(TextBox& box, const QString& tip);
-    QSlider* Range(RangeControl& range, bool seeks);
     void Apply();
 
     Form4& m_form;
-    bool m_syncing = false;
     std::vector<Subscription> m_subscriptions;
 };
 

@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "core/forms.h"
+#include "desktop/qt/bound_widgets.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/pictures.h"
@@ -69,7 +70,7 @@ TransportView::TransportView(Form1& form, QWidget* parent) : QWidget(parent), m_
     controls->addWidget(Rule(this));
 
     controls->addWidget(TimeBox(form.Text5[1], 8, tr("Position")));
-    m_position = Range(form.Slider1, true);
+    m_position = Bind_Slider(form.Slider1, true, this, m_subscriptions);
     m_position->setMinimumWidth(160);
     controls->addWidget(m_position, 1);
     controls->addWidget(TimeBox(form.Text5[2], 8, tr("Time left")));
@@ -79,7 +80,7 @@ TransportView::TransportView(Form1& form, QWidget* parent) : QWidget(parent), m_
     auto* speaker = new QLabel(this);
     speaker->setPixmap(ButtonPicture("volume").pixmap(18, 18));
     controls->addWidget(speaker);
-    m_volume = Range(form.HScroll1, false);
+    m_volume = Bind_Slider(form.HScroll1, false, this, m_subscriptions);
     m_volume->setFixedWidth(110);
     controls->addWidget(m_volume);
     column->addLayout(controls);
@@ -164,30 +165,6 @@ QLabel* TransportView::Line(CaptionControl& label) {
         ApplyLook(*widget, label, QString());
     };
     m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return widget;
-}
-
-QSlider* TransportView::Range(RangeControl& range, bool seeks) {
-    auto* widget = new QSlider(Qt::Horizontal, this);
-    widget->setObjectName(Q(range.Name()));
-    // A seek asks the engine to load and decode; one at the end of a drag is enough.
-    widget->setTracking(!seeks);
-    auto apply = [this, widget, &range] {
-        QScopedValueRollback guard(m_syncing, true);
-        widget->setRange(range.Min(), range.Max());
-        widget->setPageStep(std::max(1, range.LargeChange()));
-        // The clock moves the position every second; it must not pull the
-        // handle from under the user's hand.
-        if (!widget->isSliderDown()) widget->setValue(range.Value());
-        ApplyLook(*widget, range, QString());
-    };
-    connect(widget, &QSlider::valueChanged, this, [this, &range](int value) {
-        if (m_syncing) return;
-        range.SetValue(value);
-        range.Scroll.emit();
-    });
-    m_subscriptions.push_back(range.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

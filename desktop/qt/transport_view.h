@@ -20,7 +20,6 @@ namespace velmora {
 struct Form1;
 class CaptionControl;
 class Control;
-class RangeControl;
 class TextBox;
 
 // The path of what plays, its folders in grey and elided from the left so
@@ -60,7 +59,6 @@ private:
     QToolButton* Button(CaptionControl& button, const char* picture, const QString& tip);
     QLineEdit* TimeBox(TextBox& box, int chars, const QString& tip);
     QLabel* Line(CaptionControl& label);
-    QSlider* Range(RangeControl& range, bool seeks);
 
     void ApplyPlayButton();
     void ApplyPath();
