@@ -98,6 +98,8 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("velmora"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velmora II"));
+    // The desktop matches the window to its installed entry and icon by this name.
+    QApplication::setDesktopFileName(QStringLiteral("velmora"));
     // The window hides into the tray; only closing it, or the logic, ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
 
