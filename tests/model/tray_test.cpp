@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "app/handlers.h"
 #include "app/startup.h"
 #include "desktop/tray.h"
 #include "support/test_app.h"
@@ -15,11 +14,9 @@ namespace {
 using testing::Count;
 using testing::TestApp;
 
+// The start wires the menus' handlers.
 struct Started : TestApp {
-    Started() {
-        Form_Load(ctx);
-        EXPECT_TRUE(Wire_Handlers(ctx).empty());
-    }
+    Started() { Form_Load(ctx); }
     ~Started() { Form_QueryUnload(ctx); }
 };
 
@@ -88,6 +85,8 @@ TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
     EXPECT_FALSE(Run_Key_Exists(app.ctx, name));
     EXPECT_TRUE(app.dialogs.Messages().empty());
 
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.shell.autostart_fault = AutostartFault{13, false, "Permission denied"};
     row.Click.emit();
     EXPECT_TRUE(row.Checked()) << "the mark stays as set";
