@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QProcess>
 #include <QTimer>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -78,6 +79,14 @@ TEST(MediaPlayerBus, PlayPauseNextAndMetadataFollowTheTransport) {
     Playerctl({"previous"});
     app.Settle();
     EXPECT_EQ(app.ctx.table.Current_Track, first);
+
+    // "Open with" from a desktop widget: a file the Collection lacks is added and plays.
+    const std::string extra = (app.folder.Path() / "media" / "extra.mp3").string();
+    testing::Make_Files(app, {{extra, 60.0}});
+    Playerctl({"open", QUrl::fromLocalFile(QString::fromStdString(extra)).toString()});
+    app.Settle();
+    EXPECT_EQ(app.ctx.form1.List2.FindExact(extra), 3);
+    EXPECT_EQ(app.player.URL(), extra);
 
     Playerctl({"volume", "0.5"});
     EXPECT_EQ(app.ctx.form1.HScroll1.Value(), 1000);
