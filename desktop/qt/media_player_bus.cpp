@@ -57,7 +57,7 @@ MediaPlayerBus::MediaPlayerBus(AppContext& ctx, QObject* parent)
 }
 
 MediaPlayerBus::~MediaPlayerBus() {
-    if (m_error.isEmpty()) QDBusConnection::sessionBus().unregisterObject(kObjectPath);
+    if (m_registered) QDBusConnection::sessionBus().unregisterObject(kObjectPath);
 }
 
 bool MediaPlayerBus::HandOver(const QStringList& files, const QString& service) {
@@ -88,6 +88,7 @@ bool MediaPlayerBus::Register(const QString& service) {
         return false;
     }
     m_error.clear();
+    m_registered = true;
     return true;
 }
 
@@ -197,7 +198,7 @@ void MediaPlayerBus::Raise() {
 void MediaPlayerBus::Quit() { m_ctx.form1.Tray("mnusystemtrayexit").Click.emit(); }
 
 void MediaPlayerBus::Announce() {
-    if (!m_error.isEmpty()) return;
+    if (!m_registered) return;
     QVariantMap changed;
     const QString status = PlaybackStatus();
     if (status != m_told_status) changed.insert(QStringLiteral("PlaybackStatus"), m_told_status = status);

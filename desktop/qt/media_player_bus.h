@@ -60,6 +60,7 @@ private:
     MediaPlayerRoot* m_root;
     MediaPlayerControls* m_controls;
     QString m_error;
+    bool m_registered = false;
     QString m_told_status;
     QVariantMap m_told_metadata;
     double m_told_volume = -1;
