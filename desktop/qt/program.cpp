@@ -165,6 +165,18 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     video_window = &picture_window;
     SecondPlayerWindow second_window(ctx.form4);
     SnoozeWindow snooze(ctx.form5, &window);
+    // The video and second player windows stay above the others when asked,
+    // as the main window does.
+    auto keep_on_top = [](QWidget& widget) {
+        return [&widget](bool on) {
+            const bool shown = widget.isVisible();
+            widget.setWindowFlag(Qt::WindowStaysOnTopHint, on);
+            // Changing the flags takes the window off the screen.
+            if (shown) widget.show();
+        };
+    };
+    shell.RegisterOnTop(ctx.form2.Name(), keep_on_top(picture_window));
+    shell.RegisterOnTop(ctx.form4.Name(), keep_on_top(second_window));
     snooze.SetCloseHandler([&ctx] { form5::Form_QueryUnload(ctx); });
 
     // A logout, a kill or a terminal's Ctrl+C ends the program the way
