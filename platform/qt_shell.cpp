@@ -178,12 +178,13 @@ QSystemTrayIcon& QtShell::TrayIcon() {
 }
 
 bool QtShell::AddTrayIcon(const std::string& tip) {
-    if (!QSystemTrayIcon::isSystemTrayAvailable()) return false;
+    // Shown even where no tray answers yet: a panel that starts after the
+    // program (as at the session's start) still takes the icon when it comes.
     QSystemTrayIcon& tray = TrayIcon();
     if (tray.icon().isNull()) tray.setIcon(QGuiApplication::windowIcon());
     tray.setToolTip(TipText(tip));
     tray.show();
-    return true;
+    return QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void QtShell::SetTrayTip(const std::string& tip) { TrayIcon().setToolTip(TipText(tip)); }
