@@ -1,6 +1,7 @@
 #include "app/window_handlers.h"
 
 #include "core/app_context.h"
+#include "desktop/tray.h"
 #include "playback/second_player.h"
 #include "playback/video_window.h"
 
@@ -20,6 +21,12 @@ void Wire_Window_Handlers(AppContext& ctx, std::vector<Subscription>& links) {
     };
 
     for (int i = 0; i < 3; ++i) on_index(ctx.form1.Menus("mnuvideoshow", i).Click, mnuvideoshow_Click, i);
+
+    // The start with the session, "Always on top" from both menus, minimising.
+    on(ctx.form1.Menus("MnuMoreWindows").Click, MnuMoreWindows_Click);
+    on(ctx.form1.Menus("MnuMoreOnTop").Click, Toggle_Always_On_Top);
+    on(ctx.form1.Tray("MnuSystemTrayTop").Click, Toggle_Always_On_Top);
+    on(ctx.form1.Menus("MnuMoreMinimize").Click, MnuMoreMinimize_Click);
 
     Form2& w = ctx.form2;
     on(w.Resize, Form2_Form_Resize);

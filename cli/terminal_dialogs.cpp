@@ -1,6 +1,7 @@
 #include "cli/terminal_dialogs.h"
 
 #include <array>
+#include <cerrno>
 #include <cctype>
 #include <istream>
 #include <ostream>
@@ -128,6 +129,8 @@ Status TerminalShell::OpenFolder(const std::string&, const std::string&) { retur
 
 Status TerminalShell::MoveToTrash(const std::string&) { return NotHere("the trash"); }
 
-Status TerminalShell::AutostartWrite(bool, const std::string&) { return NotHere("the autostart entry"); }
+std::optional<AutostartFault> TerminalShell::AutostartWrite(bool, const std::string&) {
+    return AutostartFault{ENOTSUP, true, NotHere("the autostart entry").error()};
+}
 
 }  // namespace velmora::cli

@@ -52,9 +52,12 @@ public:
     Status OpenFolder(const std::string& folder, const std::string& select_file) override;
     Status MoveToTrash(const std::string& path) override;
     bool AutostartExists(const std::string&) override { return false; }
-    Status AutostartWrite(bool enable, const std::string& name) override;
+    std::optional<AutostartFault> AutostartWrite(bool enable, const std::string& name) override;
     void SetClipboardText(const std::string&) override {}
-    void AddTrayIcon(const std::string& tip) override { m_tip = tip; }
+    bool AddTrayIcon(const std::string& tip) override {
+        m_tip = tip;
+        return false;
+    }
     void SetTrayTip(const std::string& tip) override { m_tip = tip; }
     void RemoveTrayIcon() override {}
     void SetAlwaysOnTop(const std::string&, bool) override {}

@@ -9,10 +9,14 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QSystemTrayIcon>
 #include <QUrl>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace velmora {
 
@@ -129,22 +133,41 @@ Status QtShell::MoveToTrash(const std::string& path) { return Move_To_Trash(path
 
 bool QtShell::AutostartExists(const std::string& name) { return QFileInfo::exists(EntryPath(name)); }
 
-Status QtShell::AutostartWrite(bool enable, const std::string& name) {
-    const QString path = EntryPath(name);
+std::optional<AutostartFault> QtShell::AutostartWrite(bool enable, const std::string& name) {
+    namespace fs = std::filesystem;
+    const fs::path path = EntryPath(name).toStdString();
+    auto fault = [](int number, bool opening) {
+        return AutostartFault{number, opening, std::generic_category().message(number)};
+    };
+    std::error_code error;
     if (!enable) {
         // Already gone is what was asked for.
-        if (!QFileInfo::exists(path)) return {};
-        QFile entry(path);
-        if (!entry.remove()) return Fail("could not remove " + path + ": " + entry.errorString());
-        return {};
+        if (!fs::remove(path, error) && error) return fault(error.value(), false);
+        return std::nullopt;
     }
-    if (!QDir().mkpath(AutostartFolder())) return Fail("could not create the folder " + AutostartFolder());
+    fs::create_directories(path.parent_path(), error);
+    if (error) return fault(error.value(), true);
     if (m_executable.empty()) m_executable = QCoreApplication::applicationFilePath().toStdString();
-    QSaveFile entry(path);
-    if (!entry.open(QIODevice::WriteOnly)) return Fail("could not write " + path + ": " + entry.errorString());
-    entry.write(QByteArray::fromStdString(AutostartEntryText(name, m_executable)));
-    if (!entry.commit()) return Fail("could not write " + path + ": " + entry.errorString());
-    return {};
+    // Written beside the entry and renamed over it, so a session that starts
+    // meanwhile reads the old entry or the new one, never half of one.
+    const std::string text = AutostartEntryText(name, m_executable);
+    const fs::path temporary = path.string() + ".new";
+    std::FILE* file = std::fopen(temporary.c_str(), "wb");
+    if (file == nullptr) return fault(errno, false);
+    const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    const int write_error = errno;
+    if (std::fclose(file) != 0 || !written) {
+        const int number = written ? errno : write_error;
+        fs::remove(temporary, error);
+        return fault(number, false);
+    }
+    fs::rename(temporary, path, error);
+    if (error) {
+        const int number = error.value();
+        fs::remove(temporary, error);
+        return fault(number, false);
+    }
+    return std::nullopt;
 }
 
 void QtShell::SetClipboardText(const std::string& text) { QGuiApplication::clipboard()->setText(Q(text)); }
@@ -154,11 +177,14 @@ QSystemTrayIcon& QtShell::TrayIcon() {
     return *m_tray;
 }
 
-void QtShell::AddTrayIcon(const std::string& tip) {
+bool QtShell::AddTrayIcon(const std::string& tip) {
+    // Shown even where no tray answers yet: a panel that starts after the
+    // program (as at the session's start) still takes the icon when it comes.
     QSystemTrayIcon& tray = TrayIcon();
     if (tray.icon().isNull()) tray.setIcon(QGuiApplication::windowIcon());
     tray.setToolTip(TipText(tip));
     tray.show();
+    return QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void QtShell::SetTrayTip(const std::string& tip) { TrayIcon().setToolTip(TipText(tip)); }

@@ -37,9 +37,9 @@ public:
     Status OpenFolder(const std::string& folder, const std::string& select_file) override;
     Status MoveToTrash(const std::string& path) override;
     bool AutostartExists(const std::string& name) override;
-    Status AutostartWrite(bool enable, const std::string& name) override;
+    std::optional<AutostartFault> AutostartWrite(bool enable, const std::string& name) override;
     void SetClipboardText(const std::string& text) override;
-    void AddTrayIcon(const std::string& tip) override;
+    bool AddTrayIcon(const std::string& tip) override;
     void SetTrayTip(const std::string& tip) override;
     void RemoveTrayIcon() override;
     void SetAlwaysOnTop(const std::string& form_name, bool on) override;

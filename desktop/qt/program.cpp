@@ -19,6 +19,7 @@
 #include "core/program_folders.h"
 #include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/main_window.h"
+#include "desktop/qt/media_player_bus.h"
 #include "desktop/qt/snooze_window.h"
 #include "desktop/qt/mpv_picture.h"
 #include "desktop/qt/picture_engines.h"
@@ -26,6 +27,8 @@
 #include "desktop/qt/second_player_window.h"
 #include "desktop/qt/video_window.h"
 #include "intake/directory_search.h"
+#include "desktop/given_files.h"
+#include "desktop/tray.h"
 #include "intake/file_drop.h"
 #include "platform/heap_release.h"
 #include "platform/lazy_engine.h"
@@ -84,11 +87,19 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     // The folder boxes start where the program was started, before the
     // start-up moves into the program's folder.
     const std::string start_folder = QDir::currentPath().toStdString();
+    // Files given by "Open with": a player already running takes them, so
+    // that one Collection is not opened twice.
+    // Qt has taken its own options out of argv.
+    QStringList given;
+    for (int i = 1; i < argc; ++i) given.push_back(QString::fromLocal8Bit(argv[i]));
+    if (MediaPlayerBus::HandOver(given)) return 0;
     // libmpv reads numbers with the C library and refuses to start under a
     // locale whose decimal point is not '.'; QApplication has just set one.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("velmora"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velmora II"));
+    // The desktop matches the window to its installed entry and icon by this name.
+    QApplication::setDesktopFileName(QStringLiteral("velmora"));
     // The window hides into the tray; only closing it, or the logic, ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
 
@@ -154,6 +165,18 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     video_window = &picture_window;
     SecondPlayerWindow second_window(ctx.form4);
     SnoozeWindow snooze(ctx.form5, &window);
+    // The video and second player windows stay above the others when asked,
+    // as the main window does.
+    auto keep_on_top = [](QWidget& widget) {
+        return [&widget](bool on) {
+            const bool shown = widget.isVisible();
+            widget.setWindowFlag(Qt::WindowStaysOnTopHint, on);
+            // Changing the flags takes the window off the screen.
+            if (shown) widget.show();
+        };
+    };
+    shell.RegisterOnTop(ctx.form2.Name(), keep_on_top(picture_window));
+    shell.RegisterOnTop(ctx.form4.Name(), keep_on_top(second_window));
     snooze.SetCloseHandler([&ctx] { form5::Form_QueryUnload(ctx); });
 
     // A logout, a kill or a terminal's Ctrl+C ends the program the way
@@ -181,6 +204,7 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         unload();
         QApplication::quit();
     });
+    window.SetTrayClickHandler([&ctx] { Form_MouseMove(ctx, kTrayLeftDown); });
     window.SetDropHandler([&ctx](const std::vector<std::string>& names) { Accept_Dropped_Files(ctx, names); });
     Refresh_Drive_List(ctx.form1.Drive1);
     // The session may end the program without closing the window first.
@@ -196,6 +220,13 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         ctx.form1.Dir1.SetPath(start_folder);
     }
     if (hooks.after_load) hooks.after_load(ctx);
+    MediaPlayerBus media_bus(ctx);
+    if (!media_bus.Register())
+        std::fprintf(stderr, "velmora: media keys unavailable: %s\n", media_bus.Error().toUtf8().constData());
+    std::vector<std::string> given_files;
+    for (const QString& file : given) given_files.push_back(file.toStdString());
+    // Given files go to the Collection and the first plays at once.
+    Open_Given_Files(ctx, given_files, start_folder);
     // What the load built and dropped goes back to the system as soon as
     // the loop runs.
     QTimer::singleShot(0, Release_Free_Heap);

@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <functional>
 
 #include "platform/qt_dialogs.h"
@@ -108,16 +109,17 @@ TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemoved) {
     ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/config").toUtf8());
     QtShell shell("/opt/My $App/vel\"mora%");
     EXPECT_FALSE(shell.AutostartExists("velmora"));
-    ASSERT_TRUE(shell.AutostartWrite(true, "velmora").ok() && shell.AutostartExists("velmora"));
+    ASSERT_FALSE(shell.AutostartWrite(true, "velmora"));
+    ASSERT_TRUE(shell.AutostartExists("velmora"));
     QFile entry(home.path() + "/config/autostart/velmora.desktop");
     ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(entry.readAll());
     EXPECT_TRUE(text.startsWith("[Desktop Entry]\n")) << text.toStdString();
     EXPECT_TRUE(text.contains("\nExec=\"/opt/My \\\\$App/vel\\\\\"mora%%\"\n")) << text.toStdString();
 
-    ASSERT_TRUE(shell.AutostartWrite(false, "velmora").ok());
+    ASSERT_FALSE(shell.AutostartWrite(false, "velmora"));
     EXPECT_FALSE(shell.AutostartExists("velmora"));
-    EXPECT_TRUE(shell.AutostartWrite(false, "velmora").ok()) << "removing what is not there is no fault";
+    EXPECT_FALSE(shell.AutostartWrite(false, "velmora")) << "removing what is not there is no fault";
 }
 
 TEST(QtShellTest, AutostartFolderFallsBackAndFailuresAreReported) {
@@ -131,8 +133,11 @@ TEST(QtShellTest, AutostartFolderFallsBackAndFailuresAreReported) {
     ASSERT_TRUE(QFile(home.path() + "/blocked").open(QIODevice::WriteOnly));
     ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/blocked").toUtf8());
     QtShell shell("/usr/bin/velmora");
-    const Status written = shell.AutostartWrite(true, "velmora");
-    EXPECT_TRUE(!written.ok() && !written.error().empty());
+    const auto fault = shell.AutostartWrite(true, "velmora");
+    ASSERT_TRUE(fault);
+    EXPECT_TRUE(fault->opening);
+    EXPECT_EQ(fault->number, ENOTDIR);
+    EXPECT_FALSE(fault->description.empty());
 }
 
 TEST(QtShellTest, TrashTakesTheFileAndReportsAMissingOne) {

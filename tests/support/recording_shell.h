@@ -2,6 +2,7 @@
 // A shell that records what the program asked of the desktop.
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -20,13 +21,18 @@ public:
     }
     Status MoveToTrash(const std::string& path) override { trashed.push_back(path); return {}; }
     bool AutostartExists(const std::string& name) override { return autostart.count(name) > 0; }
-    Status AutostartWrite(bool enable, const std::string& name) override {
+    std::optional<AutostartFault> AutostartWrite(bool enable, const std::string& name) override {
+        if (autostart_fault) return autostart_fault;
         if (enable) autostart.insert(name);
         else autostart.erase(name);
-        return {};
+        return std::nullopt;
     }
     void SetClipboardText(const std::string& text) override { clipboard = text; }
-    void AddTrayIcon(const std::string& tip) override { tray_shown = true; tray_tip = tip; }
+    bool AddTrayIcon(const std::string& tip) override {
+        tray_shown = has_tray;
+        tray_tip = tip;
+        return has_tray;
+    }
     void SetTrayTip(const std::string& tip) override { tray_tip = tip; }
     void RemoveTrayIcon() override { tray_shown = false; }
     void SetAlwaysOnTop(const std::string& form, bool on) override { on_top[form] = on; }
@@ -39,6 +45,8 @@ public:
     std::set<std::string> autostart;
     std::string clipboard, tray_tip;
     bool tray_shown = false;
+    bool has_tray = true;
+    std::optional<AutostartFault> autostart_fault;
     std::map<std::string, bool> on_top;
 };
 
