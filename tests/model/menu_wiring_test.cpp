@@ -55,7 +55,7 @@ TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
             }
         }
     }
-    for (const char* row : {"mnuinfogr", "MnuMoreMinimize"})
+    for (const char* row : {"MnuMoreMinimize"})
         EXPECT_FALSE(f.Menus(row).Enabled()) << row;
     for (const char* row : {"mnurepeatsleepstart", "mnurepeatsleeprestore", "MnuMoreRandom"})
         EXPECT_TRUE(f.Menus(row).Enabled() && f.Menus(row).ToolTip().empty()) << row;
