@@ -76,7 +76,8 @@ TEST(About, StartScreenSwitchOutlivesTheRun) {
     MenuItem& row = first.ctx.form1.Menus("mnu_info2", 3);
     ASSERT_EQ(first.ctx.settings.Splash_Show, -1);
     row.Click.emit();
-    EXPECT_EQ(std::pair(first.ctx.settings.Splash_Show, row.Checked()), std::pair<int16_t, bool>(0, false));
+    EXPECT_EQ(first.ctx.settings.Splash_Show, 0);
+    EXPECT_FALSE(row.Checked());
     Form_QueryUnload(first.ctx);
 
     TestApp second(first.folder.Str());
@@ -85,8 +86,8 @@ TEST(About, StartScreenSwitchOutlivesTheRun) {
     EXPECT_EQ(second.ctx.settings.Splash_Show, 0);
     EXPECT_FALSE(second.ctx.form1.Menus("mnu_info2", 3).Checked());
     second.ctx.form1.Menus("mnu_info2", 3).Click.emit();
-    EXPECT_EQ(std::pair(second.ctx.settings.Splash_Show, second.ctx.form1.Menus("mnu_info2", 3).Checked()),
-              std::pair<int16_t, bool>(-1, true));
+    EXPECT_EQ(second.ctx.settings.Splash_Show, -1);
+    EXPECT_TRUE(second.ctx.form1.Menus("mnu_info2", 3).Checked());
     Form_QueryUnload(second.ctx);
 }
 
