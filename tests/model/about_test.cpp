@@ -98,6 +98,7 @@ TEST(About, LinksOpenTheWebPageTheHelpPageAndMailAndProgrammingShowsTheSlides) {
     // Installed: the program in PREFIX/bin, the page in PREFIX/share/velmora.
     const std::filesystem::path prefix = app.folder.Path() / "prefix";
     std::filesystem::create_directories(prefix / "bin");
+    std::filesystem::create_directories(prefix / "share" / "velmora");
     Put(prefix / "share" / "velmora" / kHelpFile, "<html></html>");
     app.ctx.program_folder = (prefix / "bin").string() + "/";
     m("mnu_info2", 5).Click.emit();
