@@ -16,9 +16,9 @@ namespace {
 // the ratings information.
 constexpr int kManagingPage = 1;
 
-constexpr const char* kPageCaptions[] = {
-    "Προτιμήσεις - Ratings", "Διαχείριση - Managing", "Αναζήτηση - Search", "Υποφάκελοι - Subfolders",
-    "Φίλτρα - Filters"};
+// Greek above English, so that five tabs fit beside each other.
+constexpr const char* kPageCaptions[] = {"Προτιμήσεις\nRatings", "Διαχείριση\nManaging", "Αναζήτηση\nSearch",
+                                         "Υποφάκελοι\nSubfolders", "Φίλτρα\nFilters"};
 
 }  // namespace
 

@@ -83,6 +83,7 @@ void SlideShowWindow::ChooseSlide() {
                [&shown](const std::string& file) { shown.load(QString::fromStdString(file)); });
     m_picture_box->setPixmap(shown);
     m_label->setStyleSheet(QStringLiteral("color: %1; font-weight: bold;").arg(kEffectColours[choice.effect]));
+    m_label->adjustSize();  // bold text is wider
 }
 
 void SlideShowWindow::Tick() {
