@@ -16,9 +16,10 @@ namespace {
 // the ratings information.
 constexpr int kManagingPage = 1;
 
-// Greek above English, so that five tabs fit beside each other.
-constexpr const char* kPageCaptions[] = {"Προτιμήσεις\nRatings", "Διαχείριση\nManaging", "Αναζήτηση\nSearch",
-                                         "Υποφάκελοι\nSubfolders", "Φίλτρα\nFilters"};
+// Short, so that the five tabs fit side by side; the frames' own captions
+// say the rest.
+constexpr const char* kPageCaptions[] = {"Κλάσεις - Classes", "Αρχεία - Files", "Αναζήτηση - Search",
+                                         "Φάκελοι - Folders", "Φίλτρα - Filters"};
 
 }  // namespace
 

@@ -300,6 +300,9 @@ QWidget* MainWindow::BuildPages() {
 
     m_page_tabs = new QTabBar(group);
     m_page_tabs->setExpanding(false);
+    // A narrow side shortens the captions rather than hiding tabs behind arrows.
+    m_page_tabs->setUsesScrollButtons(false);
+    m_page_tabs->setElideMode(Qt::ElideRight);
     for (int page = 0; page < kPageCount; ++page) m_page_tabs->addTab(Q(Page_Caption(page)));
     column->addWidget(m_page_tabs);
 
