@@ -35,6 +35,7 @@ SlideShowWindow::SlideShowWindow(Form3& form, std::function<std::string()> app_p
     setWindowTitle(QStringLiteral("Velmora II - Προγραμματισμός - Programming"));
     auto* column = new QVBoxLayout(this);
     m_picture_box = new QLabel(this);
+    m_picture_box->setObjectName(QStringLiteral("Picture1"));
     m_picture_box->setFixedSize(kPictureWidth, kPictureHeight);
     m_picture_box->setScaledContents(true);
     column->addWidget(m_picture_box);
