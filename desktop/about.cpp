@@ -88,7 +88,9 @@ void mnu_info2_Click(AppContext& ctx, int index) {
         }
         // A link the desktop cannot open is no matter for the user here.
         case 4: (void)shell.OpenUrl(kWebPage); break;
-        case 5: (void)shell.OpenUrl("file://" + Help_Page_Path(ctx)); break;
+        // The bare path: the shell opens an absolute path as a file, and a
+        // '#' or '%' in a folder's name would spoil it as a file:// link.
+        case 5: (void)shell.OpenUrl(Help_Page_Path(ctx)); break;
         case 6: (void)shell.OpenUrl(std::string("mailto:") + kMailAddress); break;
         default: break;
     }

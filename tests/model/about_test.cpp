@@ -93,11 +93,11 @@ TEST(About, LinksOpenTheWebPageTheHelpPageAndMailAndProgrammingShowsTheSlides) {
     Put(prefix / "share" / "velmora" / kHelpFile, "<html></html>");
     app.ctx.program_folder = (prefix / "bin").string() + "/";
     m("mnu_info2", 5).Click.emit();
-    EXPECT_EQ(app.shell.opened.back(), "file://" + (prefix / "share" / "velmora" / kHelpFile).string());
+    EXPECT_EQ(app.shell.opened.back(), (prefix / "share" / "velmora" / kHelpFile).string());
     // A page beside the program comes first.
     Put(app.ctx.core.App_Path + kHelpFile, "<html></html>");
     m("mnu_info2", 5).Click.emit();
-    EXPECT_EQ(app.shell.opened.back(), "file://" + app.ctx.core.App_Path + kHelpFile);
+    EXPECT_EQ(app.shell.opened.back(), app.ctx.core.App_Path + kHelpFile);
 
     m("mnu_info2", 4).Click.emit();
     EXPECT_EQ(app.shell.opened.back(), kWebPage);
