@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "app/about_handlers.h"
 #include "app/metadata_handlers.h"
 #include "app/startup.h"
 #include "app/window_handlers.h"
@@ -243,6 +244,7 @@ std::vector<std::string> Wire_Handlers(AppContext& ctx) {
     // The snooze window and the Triggers menu.
     Wire_Form5(ctx);
     Wire_Window_Handlers(ctx, links);
+    Wire_About_Handlers(ctx, links);
 
     // The report's rows keep their links in the report's state.
     Wire_Report_Menus(ctx);

@@ -26,7 +26,8 @@ Form1::Form1() : FormState("Form1") {
     Frame8.SetCaption("Προσθήκη / Αφαίρεση Αρχείων  από υποφακέλους -  Adding / Removing Files from Subdirectories");
     Frame12.SetCaption("Διαχείριση Αρχείων - Managing Files");
     Frame6.SetCaption("Αποτελέσματα Φίλτρων - Filter Results");
-    Frame6.SetVisible(false);  // its page is not the first
+    // The first page shows the ratings information alone.
+    for (Frame* frame : {&Frame1, &Frame6, &Frame8, &Frame12}) frame->SetVisible(false);
     for (PictureArea& pane : WindowsMediaPlayer3) pane.SetVisible(false);
 
     // The catalogue. Box 0 lists the classes by their number and is not

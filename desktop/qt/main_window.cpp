@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -18,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QSystemTrayIcon>
@@ -29,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include "core/forms.h"
+#include "desktop/pages.h"
 #include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/control_look.h"
 #include "desktop/qt/menu_view.h"
@@ -120,9 +123,9 @@ MainWindow::MainWindow(Form1& form, int& esc_key, QWidget* parent)
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(BuildTransport());
-    auto* split = new QSplitter(Qt::Horizontal, central);
+    auto* split = m_split = new QSplitter(Qt::Horizontal, central);
     split->addWidget(BuildTrackList());
-    auto* side = new QSplitter(Qt::Vertical, split);
+    auto* side = m_side = new QSplitter(Qt::Vertical, split);
     side->addWidget(BuildPages());
     side->addWidget(BuildLog());
     side->setStretchFactor(0, 3);
@@ -233,7 +236,42 @@ QWidget* MainWindow::BuildTrackList() {
             if (kind == Change::Look) m_track_look_pacer.Request();
         }));
     ApplyTrackLook();
-    return m_tracks;
+
+    // A newcomer's empty list says where media come from.
+    auto* holder = new QWidget(this);
+    auto* column = new QVBoxLayout(holder);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    m_empty_hint = new QLabel(Q(kEmptyCollectionHint), holder);
+    m_empty_hint->setObjectName(QStringLiteral("EmptyHint"));
+    m_empty_hint->setWordWrap(true);
+    m_empty_hint->setStyleSheet(QStringLiteral("padding: 6px; font-style: italic;"));
+    column->addWidget(m_empty_hint);
+    column->addWidget(m_tracks, 1);
+    m_subscriptions.push_back(m_form.List2.Changed.connect([this](Change) { ApplyEmptyHint(); }));
+    ApplyEmptyHint();
+    return holder;
+}
+
+void MainWindow::ApplyEmptyHint() {
+    // A long loop adds a row at a time: touch the label only when it turns.
+    const bool empty = m_form.List2.ListCount() == 0;
+    if (m_empty_hint->isHidden() == empty) m_empty_hint->setVisible(empty);
+}
+
+void MainWindow::SaveLayout(QSettings& store) const {
+    store.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    store.setValue(QStringLiteral("window/split"), m_split->saveState());
+    store.setValue(QStringLiteral("window/side"), m_side->saveState());
+    store.setValue(QStringLiteral("window/tracks"), m_tracks->horizontalHeader()->saveState());
+}
+
+void MainWindow::RestoreLayout(const QSettings& store) {
+    // Anything missing or unreadable keeps the built-in layout.
+    restoreGeometry(store.value(QStringLiteral("window/geometry")).toByteArray());
+    m_split->restoreState(store.value(QStringLiteral("window/split")).toByteArray());
+    m_side->restoreState(store.value(QStringLiteral("window/side")).toByteArray());
+    m_tracks->horizontalHeader()->restoreState(store.value(QStringLiteral("window/tracks")).toByteArray());
 }
 
 QGroupBox* MainWindow::BuildFrame(CaptionControl& frame) {
@@ -262,7 +300,10 @@ QWidget* MainWindow::BuildPages() {
 
     m_page_tabs = new QTabBar(group);
     m_page_tabs->setExpanding(false);
-    for (int page = 0; page < kPageCount; ++page) m_page_tabs->addTab(QString::number(page + 1));
+    // A narrow side shortens the captions rather than hiding tabs behind arrows.
+    m_page_tabs->setUsesScrollButtons(false);
+    m_page_tabs->setElideMode(Qt::ElideRight);
+    for (int page = 0; page < kPageCount; ++page) m_page_tabs->addTab(Q(Page_Caption(page)));
     column->addWidget(m_page_tabs);
 
     m_pages = new QStackedWidget(group);

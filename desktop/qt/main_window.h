@@ -21,6 +21,9 @@ class QDragEnterEvent;
 class QDragMoveEvent;
 class QDropEvent;
 class QKeyEvent;
+class QLabel;
+class QSettings;
+class QSplitter;
 class QMenu;
 class QPlainTextEdit;
 class QStackedWidget;
@@ -58,6 +61,13 @@ public:
     using DropHandler = std::function<void(const std::vector<std::string>&)>;
     void SetDropHandler(DropHandler handler) { m_on_drop = std::move(handler); }
 
+    // The window's size, the splitters and the Track list's column widths,
+    // kept between runs apart from the preferences file.
+    void SaveLayout(QSettings& store) const;
+    void RestoreLayout(const QSettings& store);
+    // The line shown over an empty Track list.
+    const QLabel& EmptyHint() const { return *m_empty_hint; }
+
     QTableView& TrackView() const { return *m_tracks; }
     TransportView& Transport() const { return *m_transport; }
     TrackListModel& TrackModel() const { return *m_model; }
@@ -85,6 +95,7 @@ private:
     void ApplyMousePointer();
     void ApplyPlayButton();
     void ApplyTrackLook();
+    void ApplyEmptyHint();
     void ApplySelection();
     void ApplyPage();
     void ApplyLog();
@@ -105,6 +116,9 @@ private:
     CatalogueView* m_catalogue = nullptr;
     TrackListModel* m_model = nullptr;
     QTableView* m_tracks = nullptr;
+    QLabel* m_empty_hint = nullptr;
+    QSplitter* m_split = nullptr;
+    QSplitter* m_side = nullptr;
     QTabBar* m_page_tabs = nullptr;
     QStackedWidget* m_pages = nullptr;
     QPlainTextEdit* m_log = nullptr;

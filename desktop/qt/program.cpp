@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QSettings>
 #include <QTimer>
 
 #include <clocale>
@@ -17,6 +18,7 @@
 #include "app/startup.h"
 #include "core/app_context.h"
 #include "core/program_folders.h"
+#include "desktop/about.h"
 #include "desktop/qt/catalogue_view.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/media_player_bus.h"
@@ -25,6 +27,8 @@
 #include "desktop/qt/picture_engines.h"
 #include "desktop/qt/preview_panes_view.h"
 #include "desktop/qt/second_player_window.h"
+#include "desktop/qt/slide_show_window.h"
+#include "desktop/qt/splash_window.h"
 #include "desktop/qt/video_window.h"
 #include "intake/directory_search.h"
 #include "desktop/given_files.h"
@@ -177,6 +181,13 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     };
     shell.RegisterOnTop(ctx.form2.Name(), keep_on_top(picture_window));
     shell.RegisterOnTop(ctx.form4.Name(), keep_on_top(second_window));
+    SplashWindow splash(ctx.splash);
+    SlideShowWindow slides(
+        ctx.form3, [&ctx] { return ctx.core.App_Path; },
+        [&shell] { (void)shell.OpenUrl(kWebPage); }, &window);
+    // The window's layout, which the preferences file has no room for.
+    QSettings layout(QStringLiteral("velmora"), QStringLiteral("window"));
+    window.RestoreLayout(layout);
     snooze.SetCloseHandler([&ctx] { form5::Form_QueryUnload(ctx); });
 
     // A logout, a kill or a terminal's Ctrl+C ends the program the way
@@ -198,6 +209,7 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
         unloaded = true;
         // Asked by a signal, nobody may be there to answer a box of the save.
         if (quit_signals.First() != 0) QCoreApplication::exit(0);
+        window.SaveLayout(layout);
         Form_QueryUnload(ctx);
     };
     window.SetCloseHandler([&] {

@@ -4,10 +4,13 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QItemSelectionModel>
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QSettings>
 #include <QTabBar>
 #include <QTableView>
 
@@ -18,6 +21,7 @@
 
 #include "app/startup.h"
 #include "core/forms.h"
+#include "desktop/pages.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"
@@ -220,11 +224,19 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
     EXPECT_EQ(esc_key, 27);
 }
 
-TEST_F(MainWindowTest, PagesShowTheirFrames) {
+TEST_F(MainWindowTest, PagesShowTheirFramesUnderBilingualTabs) {
     auto* tabs = window.findChild<QTabBar*>();
     ASSERT_NE(tabs, nullptr);
     ASSERT_EQ(tabs->count(), 5);
+    for (int page = 0; page < 5; ++page)
+        EXPECT_TRUE(tabs->tabText(page).contains(" - ")) << "Greek - English: " << page;
     auto frame = [&](const char* name) { return window.findChild<QGroupBox*>(name); };
+    // The logic shows each page's frame alone; the view follows it.
+    auto follow = form.MultiPage1.Changed.connect([&](Change) {
+        Frame& shown = Page_Frame(form, form.MultiPage1.Value());
+        for (Frame* f : {&form.Frame1, &form.Frame4, &form.Frame6, &form.Frame8, &form.Frame12})
+            f->SetVisible(f == &shown);
+    });
 
     form.MultiPage1.SetValue(2);
     EXPECT_EQ(tabs->currentIndex(), 2);
@@ -238,11 +250,40 @@ TEST_F(MainWindowTest, PagesShowTheirFrames) {
     EXPECT_EQ(std::tuple(form.MultiPage1.Value(), changes), std::tuple(3, 1));
     EXPECT_TRUE(frame("Frame8")->isVisible());
 
-    // The shared place of pages 0 and 1 shows whichever of its frames the logic shows.
+    // Pages 0 and 1 share a place: the ratings information, or the managing frame.
+    form.MultiPage1.SetValue(1);
+    EXPECT_TRUE(frame("Frame12")->isVisible() && !frame("Frame4")->isVisible());
     form.MultiPage1.SetValue(0);
-    form.Frame4.SetVisible(false);
-    EXPECT_FALSE(frame("Frame4")->isVisible());
-    EXPECT_TRUE(frame("Frame12")->isVisible());
+    EXPECT_TRUE(frame("Frame4")->isVisible() && !frame("Frame12")->isVisible());
+}
+
+TEST_F(MainWindowTest, AnEmptyTrackListSaysWhereMediaComeFrom) {
+    const QLabel& hint = window.EmptyHint();
+    EXPECT_TRUE(hint.isHidden());
+    for (ListBox* box : {&form.List2, &form.List3_0[0], &form.List3_0[1], &form.List3_0[2], &form.List3_0[3],
+                         &form.List3_0[4]})
+        box->Clear();
+    EXPECT_TRUE(Eventually([&] { return hint.isVisible(); }));
+    EXPECT_TRUE(hint.text().contains("Αναζήτηση") && hint.text().contains("drop"));
+    AddTrack(form, {"00001", "S", "00:03:41", "8.45", "320", "/music/one.mp3"});
+    EXPECT_TRUE(Eventually([&] { return hint.isHidden(); }));
+}
+
+// The window's size, splitters and column widths come back at the next run.
+TEST_F(MainWindowTest, LayoutOutlivesTheRun) {
+    testing::TempFolder folder;
+    QSettings store(QString::fromStdString(folder.Str() + "window.conf"), QSettings::IniFormat);
+    window.resize(window.width() + 50, window.height() + 30);
+    window.TrackView().horizontalHeader()->resizeSection(0, 123);
+    window.SaveLayout(store);
+    store.sync();
+
+    Form1 next_form;
+    int next_esc = 0;
+    MainWindow next{next_form, next_esc};
+    next.RestoreLayout(store);
+    EXPECT_EQ(next.TrackView().horizontalHeader()->sectionSize(0), 123);
+    EXPECT_EQ(next.size(), window.size());
 }
 
 // The hourglass is the application's, shown before long work first gives way,

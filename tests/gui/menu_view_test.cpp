@@ -43,8 +43,11 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
     const MenuView& menus = window.MenuActions();
     const std::string tip = kNotBuiltTip;
 
-    QMenu& lists = *menus.ActionFor(f.Menus("mnu_info2", 0))->menu();
-    QAction* create = menus.ActionFor(f.Menus("mnuinfogr"));
+    QMenu& lists = *menus.ActionFor(f.Menus("MnuMore"))->menu();
+    QAction* create = menus.ActionFor(f.Menus("MnuMoreOnTop"));
+    // Every row is built now; one the logic marks as not built shows so.
+    f.Menus("MnuMoreOnTop").SetEnabled(false);
+    f.Menus("MnuMoreOnTop").SetToolTip(tip);
     EXPECT_FALSE(create->isEnabled());
     EXPECT_EQ(TipAt(lists, create), tip);
 
@@ -62,8 +65,8 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
     EXPECT_TRUE(menus.ActionFor(f.Menus("MnuMoreRandom"))->isEnabled());
 
     // A row that gets its behaviour shows it at once.
-    f.Menus("mnuinfogr").SetEnabled(true);
-    f.Menus("mnuinfogr").SetToolTip("");
+    f.Menus("MnuMoreOnTop").SetEnabled(true);
+    f.Menus("MnuMoreOnTop").SetToolTip("");
     EXPECT_TRUE(create->isEnabled());
     EXPECT_EQ(TipAt(lists, create), "-");
 

@@ -55,8 +55,6 @@ TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
             }
         }
     }
-    for (const char* row : {"mnuinfogr"})
-        EXPECT_FALSE(f.Menus(row).Enabled()) << row;
     for (const char* row : {"mnurepeatsleepstart", "mnurepeatsleeprestore", "MnuMoreRandom"})
         EXPECT_TRUE(f.Menus(row).Enabled() && f.Menus(row).ToolTip().empty()) << row;
     EXPECT_TRUE(f.Tray("mnusystemtraycopypaste").Enabled());
