@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -107,6 +108,19 @@ QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& k
         ApplyLook(*widget, box);
     };
     keep.push_back(box.Changed.connect([apply](Change) { apply(); }));
+    apply();
+    return widget;
+}
+
+QLabel* Bind_Label(CaptionControl& label, QWidget* parent, std::vector<Subscription>& keep) {
+    auto* widget = new QLabel(parent);
+    widget->setObjectName(Q(label.Name()));
+    widget->setTextFormat(Qt::PlainText);
+    auto apply = [widget, &label] {
+        widget->setText(Q(label.Caption()));
+        ApplyLook(*widget, label, QString());
+    };
+    keep.push_back(label.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

@@ -11,6 +11,7 @@
 
 class QCheckBox;
 class QGroupBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -43,6 +44,10 @@ QGroupBox* Bind_Frame(CaptionControl& frame, QWidget* parent, std::vector<Subscr
 
 // What the user types becomes the box's text; a text the logic sets shows.
 QLineEdit* Bind_Edit(TextBox& box, QWidget* parent, std::vector<Subscription>& keep);
+
+// A line of text: the caption as plain text, shown and enabled as the
+// control is.
+QLabel* Bind_Label(CaptionControl& label, QWidget* parent, std::vector<Subscription>& keep);
 
 // A horizontal slider: moving it sets Value and raises Scroll. With seeks,
 // only the end of a drag does: a seek asks the engine to load and decode.

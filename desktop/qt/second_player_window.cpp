@@ -23,9 +23,9 @@ SecondPlayerWindow::SecondPlayerWindow(Form4& form, QWidget* parent) : QWidget(p
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 6, 6);
     column->setSpacing(4);
-    column->addWidget(Line(form.Label9));
-    column->addWidget(Line(form.Label6));
-    column->addWidget(Line(form.Label4));
+    column->addWidget(Bind_Label(form.Label9, this, m_subscriptions));
+    column->addWidget(Bind_Label(form.Label6, this, m_subscriptions));
+    column->addWidget(Bind_Label(form.Label4, this, m_subscriptions));
 
     auto* times = new QHBoxLayout;
     times->addWidget(TimeBox(form.Text5[1], tr("Position")));
@@ -77,19 +77,6 @@ QToolButton* SecondPlayerWindow::Button(CaptionControl& button, const char* pict
         ApplyLook(*widget, button, tip);
     };
     m_subscriptions.push_back(button.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return widget;
-}
-
-QLabel* SecondPlayerWindow::Line(CaptionControl& label) {
-    auto* widget = new QLabel(this);
-    widget->setObjectName(Q(label.Name()));
-    widget->setTextFormat(Qt::PlainText);
-    auto apply = [widget, &label] {
-        widget->setText(Q(label.Caption()));
-        ApplyLook(*widget, label, QString());
-    };
-    m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

@@ -28,7 +28,6 @@ protected:
 
 private:
     QToolButton* Button(CaptionControl& button, const char* picture, const QString& tip);
-    QLabel* Line(CaptionControl& label);
     QLineEdit* TimeBox(TextBox& box, const QString& tip);
     void Apply();
 

@@ -23,18 +23,6 @@ namespace {
 
 constexpr const char* kDateFormat = "dd/MM/yyyy";
 
-QLabel* Bind_Label(CaptionControl& label, QWidget* parent, std::vector<Subscription>& keep) {
-    auto* widget = new QLabel(parent);
-    widget->setObjectName(Q(label.Name()));
-    auto apply = [widget, &label] {
-        widget->setText(Q(label.Caption()));
-        ApplyLook(*widget, label);
-    };
-    keep.push_back(label.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return widget;
-}
-
 // A spin control: up raises the value, as on a clock.
 QScrollBar* Bind_Spin(ScrollBar& spin, QWidget* parent, std::vector<Subscription>& keep) {
     auto* widget = new QScrollBar(Qt::Vertical, parent);

@@ -93,7 +93,7 @@ TransportView::TransportView(Form1& form, QWidget* parent) : QWidget(parent), m_
     m_subscriptions.push_back(form.Text6.Changed.connect([this](Change) { ApplyPath(); }));
     playing->addWidget(m_path, 1);
     ApplyPath();
-    QLabel* mode = Line(form.Label6);
+    QLabel* mode = Bind_Label(form.Label6, this, m_subscriptions);
     mode->setStyleSheet(QStringLiteral("font-weight: bold; color: #1f4e8c;"));
     playing->addWidget(mode);
     playing->addWidget(TimeBox(form.Text5[3], 8, tr("Size")));
@@ -104,10 +104,10 @@ TransportView::TransportView(Form1& form, QWidget* parent) : QWidget(parent), m_
     auto* totals = new QGridLayout;
     totals->setHorizontalSpacing(12);
     totals->setVerticalSpacing(0);
-    totals->addWidget(Line(form.Label2[0]), 0, 0);
-    totals->addWidget(Line(form.Label3[0]), 0, 1, Qt::AlignRight);
-    totals->addWidget(Line(form.Label2[1]), 1, 0);
-    totals->addWidget(Line(form.Label3[1]), 1, 1, Qt::AlignRight);
+    totals->addWidget(Bind_Label(form.Label2[0], this, m_subscriptions), 0, 0);
+    totals->addWidget(Bind_Label(form.Label3[0], this, m_subscriptions), 0, 1, Qt::AlignRight);
+    totals->addWidget(Bind_Label(form.Label2[1], this, m_subscriptions), 1, 0);
+    totals->addWidget(Bind_Label(form.Label3[1], this, m_subscriptions), 1, 1, Qt::AlignRight);
     totals->setColumnStretch(0, 1);
     column->addLayout(totals);
 
@@ -152,19 +152,6 @@ QLineEdit* TransportView::TimeBox(TextBox& box, int chars, const QString& tip) {
         ApplyLook(*widget, box, tip);
     };
     m_subscriptions.push_back(box.Changed.connect([apply](Change) { apply(); }));
-    apply();
-    return widget;
-}
-
-QLabel* TransportView::Line(CaptionControl& label) {
-    auto* widget = new QLabel(this);
-    widget->setObjectName(Q(label.Name()));
-    widget->setTextFormat(Qt::PlainText);
-    auto apply = [widget, &label] {
-        widget->setText(Q(label.Caption()));
-        ApplyLook(*widget, label, QString());
-    };
-    m_subscriptions.push_back(label.Changed.connect([apply](Change) { apply(); }));
     apply();
     return widget;
 }

@@ -58,7 +58,6 @@ public:
 private:
     QToolButton* Button(CaptionControl& button, const char* picture, const QString& tip);
     QLineEdit* TimeBox(TextBox& box, int chars, const QString& tip);
-    QLabel* Line(CaptionControl& label);
 
     void ApplyPlayButton();
     void ApplyPath();

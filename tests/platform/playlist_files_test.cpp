@@ -119,24 +119,43 @@ Strings Played_By_Mpv(const std::string& list) {
     if (mpv_initialize(mpv) >= 0) {
         const char* load[] = {"loadlist", list.c_str(), nullptr};
         mpv_command(mpv, load);
-        std::string started;
+        // Entries are told apart by their id in the end events: a property
+        // read when an event is taken may already describe the next entry
+        // on a loaded machine.
+        std::vector<int64_t> ended;
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         bool begun = false;
         while (std::chrono::steady_clock::now() < deadline) {
             const mpv_event* e = mpv_wait_event(mpv, 1.0);
-            if (e->event_id == MPV_EVENT_FILE_LOADED) {
+            if (e->event_id == MPV_EVENT_START_FILE) {
                 begun = true;
-                mpv_node path;
-                if (mpv_get_property(mpv, "path", MPV_FORMAT_NODE, &path) >= 0) {
-                    if (path.format == MPV_FORMAT_STRING) started = path.u.string;
-                    mpv_free_node_contents(&path);
-                }
-            } else if (e->event_id == MPV_EVENT_END_FILE &&
-                       static_cast<const mpv_event_end_file*>(e->data)->reason == MPV_END_FILE_REASON_EOF) {
-                played.push_back(started);
+            } else if (e->event_id == MPV_EVENT_END_FILE) {
+                const auto* end = static_cast<const mpv_event_end_file*>(e->data);
+                if (end->reason == MPV_END_FILE_REASON_EOF) ended.push_back(end->playlist_entry_id);
             } else if (e->event_id == MPV_EVENT_IDLE && begun) {
                 break;
             }
+        }
+        mpv_node playlist;
+        if (mpv_get_property(mpv, "playlist", MPV_FORMAT_NODE, &playlist) >= 0) {
+            for (int64_t id : ended) {
+                std::string name = "entry " + std::to_string(id) + " not in the list";
+                for (int i = 0; playlist.format == MPV_FORMAT_NODE_ARRAY && i < playlist.u.list->num; ++i) {
+                    const mpv_node& entry = playlist.u.list->values[i];
+                    if (entry.format != MPV_FORMAT_NODE_MAP) continue;
+                    std::string file;
+                    int64_t entry_id = -1;
+                    for (int k = 0; k < entry.u.list->num; ++k) {
+                        const std::string key = entry.u.list->keys[k];
+                        const mpv_node& value = entry.u.list->values[k];
+                        if (key == "filename" && value.format == MPV_FORMAT_STRING) file = value.u.string;
+                        if (key == "id" && value.format == MPV_FORMAT_INT64) entry_id = value.u.int64;
+                    }
+                    if (entry_id == id) name = file;
+                }
+                played.push_back(name);
+            }
+            mpv_free_node_contents(&playlist);
         }
     }
     mpv_terminate_destroy(mpv);
