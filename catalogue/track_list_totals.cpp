@@ -31,6 +31,54 @@ std::string Percent_Text(int64_t whole, int64_t part) {
     return Format(Currency::FromDouble(100.0 / static_cast<double>(whole) * static_cast<double>(part)), "00.00");
 }
 
+struct Played_Sums {
+    Currency seconds;        // played before the current Track
+    Currency class_seconds;  // the same within the chosen classes
+    int64_t class_rows = 0;  // rows played within the chosen classes, the current one too
+};
+
+// What has been played in this cycle, and within the chosen classes. The
+// loops are kept free of branches so that they run as fast as the columns
+// stream.
+Played_Sums Count_Played(const AppContext& ctx, bool by_class) {
+    const TrackTable& t = ctx.table;
+    const int rows = static_cast<int>(std::min<int64_t>(ctx.form1.List2.ListCount(), t.Bound() + 1));
+    const int32_t played_count = t.Played_Count;
+    std::array<int64_t, kClassCount> in_class{};  // all ones for a class counted, else 0
+    for (int k = 0; k < kClassCount; ++k) in_class[k] = by_class && t.Class_Play[k] != 0 ? -1 : 0;
+    const int32_t* number = t.Played_Number.data();
+    const Currency* duration = t.Duration.data();
+    const int16_t* rating = t.Rating_Class.data();
+    int64_t played_raw = 0, class_raw = 0;
+    Played_Sums sums;
+    for (int i = 0; i < rows; ++i) {
+        const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
+        played_raw += duration[i].Raw() & played;
+    }
+    if (by_class) {
+        for (int i = 0; i < rows; ++i) {
+            const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
+            const int rc = rating[i];
+            const int64_t counted = played & (static_cast<unsigned>(rc) < kClassCount ? in_class[rc] : 0);
+            class_raw += duration[i].Raw() & counted;
+            sums.class_rows -= counted;
+        }
+    }
+    bool current_counted = false, current_in_class = false;
+    if (t.Current_Track >= 0 && t.Current_Track < rows) {
+        const int i = t.Current_Track;
+        current_counted = number[i] != 0 && number[i] <= played_count;
+        current_in_class = current_counted && by_class && rating[i] >= 0 && rating[i] < kClassCount &&
+                           t.Class_Play[rating[i]] != 0;
+    }
+    // The clock adds the position in the current Track to what was played
+    // before it, so the current Track's own length stays out here.
+    sums.seconds = Currency::FromRaw(played_raw) - (current_counted ? t.Duration[t.Current_Track] : Currency());
+    sums.class_seconds =
+        Currency::FromRaw(class_raw) - (current_in_class ? t.Duration[t.Current_Track] : Currency());
+    return sums;
+}
+
 }  // namespace
 
 void Etiketes_Synol_Songs(AppContext& ctx) {
@@ -46,42 +94,19 @@ void Etiketes_Synol_Songs(AppContext& ctx) {
         f.Text6.SetText("");
         f.Text6.SetSelection(0, 0);
     } else {
-        // What has been played in this cycle, and within the chosen classes.
-        // It runs after every step of the walk, over every row: the loop is
-        // kept free of branches so that it runs as fast as the columns stream.
-        const int rows = static_cast<int>(std::min<int64_t>(total, t.Bound() + 1));
-        const int32_t played_count = t.Played_Count;
-        std::array<int64_t, kClassCount> in_class{};  // all ones for a class counted, else 0
-        for (int k = 0; k < kClassCount; ++k) in_class[k] = by_class && t.Class_Play[k] != 0 ? -1 : 0;
-        const int32_t* number = t.Played_Number.data();
-        const Currency* duration = t.Duration.data();
-        const int16_t* rating = t.Rating_Class.data();
-        int64_t played_raw = 0, class_raw = 0;
-        for (int i = 0; i < rows; ++i) {
-            const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
-            played_raw += duration[i].Raw() & played;
-        }
         if (by_class) {
-            for (int i = 0; i < rows; ++i) {
-                const int64_t played = -static_cast<int64_t>((number[i] != 0) & (number[i] <= played_count));
-                const int rc = rating[i];
-                const int64_t counted = played & (static_cast<unsigned>(rc) < kClassCount ? in_class[rc] : 0);
-                class_raw += duration[i].Raw() & counted;
-                class_played -= counted;
-            }
+            const Played_Sums sums = Count_Played(ctx, true);
+            p.Played_Duration = sums.seconds;
+            p.Played_Class_Duration = sums.class_seconds;
+            class_played = sums.class_rows;
+            p.Played_Duration_Pending = false;
+        } else {
+            // Without chosen classes nothing shown here needs the sum, and
+            // the walk past a drive that is gone would pay a pass over every
+            // row per step: the sum waits for its reader.
+            p.Played_Class_Duration = Currency();
+            p.Played_Duration_Pending = true;
         }
-        const Currency played_seconds = Currency::FromRaw(played_raw), class_seconds = Currency::FromRaw(class_raw);
-        bool current_counted = false, current_in_class = false;
-        if (t.Current_Track >= 0 && t.Current_Track < rows) {
-            const int i = t.Current_Track;
-            current_counted = number[i] != 0 && number[i] <= played_count;
-            current_in_class = current_counted && by_class && rating[i] >= 0 && rating[i] < kClassCount &&
-                               t.Class_Play[rating[i]] != 0;
-        }
-        // The clock adds the position in the current Track to what was played
-        // before it, so the current Track's own length stays out here.
-        p.Played_Duration = played_seconds - (current_counted ? t.Duration[t.Current_Track] : Currency());
-        p.Played_Class_Duration = class_seconds - (current_in_class ? t.Duration[t.Current_Track] : Currency());
 
         const std::string mode = Mode_Text(ctx);
         f.Label6.SetCaption(mode);
@@ -125,6 +150,13 @@ void Etiketes_Synol_Songs(AppContext& ctx) {
     f.Label3[0].SetCaption(counts);
     g.Label4.SetCaption(counts);
     g.SetCaption(Char_Left(f.Caption(), 38) + " ...... " + Char_Right(counts, 56));
+}
+
+void Settle_Played_Duration(AppContext& ctx) {
+    PlaybackState& p = ctx.playback;
+    if (!p.Played_Duration_Pending) return;
+    p.Played_Duration_Pending = false;
+    p.Played_Duration = Count_Played(ctx, false).seconds;
 }
 
 }  // namespace velmora

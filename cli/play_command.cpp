@@ -205,7 +205,8 @@ int Play(int argc, char** argv, int& signal) {
         if (newest.empty() || newest == last_logged) return;
         last_logged = newest;
         clear_status();
-        std::cerr << newest << "\n" << std::flush;
+        // One write per line: the error stream is unbuffered.
+        std::cerr << (newest + "\n") << std::flush;
         if (newest.find(kCycleEnd) != std::string::npos) {
             cycle_over = true;
             end_watch.start();

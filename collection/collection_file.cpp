@@ -16,6 +16,7 @@
 #include "base/file_kind.h"
 #include "base/record_file.h"
 #include "base/text_format.h"
+#include "catalogue/track_list_totals.h"
 #include "collection/collection_claim.h"
 #include "collection/collection_paths.h"
 #include "collection/pointer_file.h"
@@ -159,6 +160,7 @@ void Write_Main(AppContext& ctx, const std::string& path, bool& error, bool& dis
     ok &= main.PutLong(r::kTrackCount, t.Track_Count);
     ok &= main.PutInteger(r::kVideoMode, t.Video_Mode);
     ok &= main.PutCurrency(r::kTotalDuration, t.Total_Duration);
+    Settle_Played_Duration(ctx);
     ok &= main.PutCurrency(r::kPlayedDuration, p.Played_Duration);
     ok &= main.PutCurrency(r::kPlayedNow, p.Played_Now);
     ok &= main.PutString(r::kAlarmFile, ctx.collection.Alarm_File);

@@ -63,6 +63,10 @@ struct PlaybackState {
     Currency Played_Now;
     Currency Time_Left;
     Currency Played_Class_Duration;  // the same within the chosen classes
+    // Played_Duration is out of date and is counted when next read
+    // (Settle_Played_Duration): the walk changes it at every step, and
+    // only the clock's tick and the save read it.
+    bool Played_Duration_Pending = false;
     Currency Played_Class_Now;
     Currency Class_Time_Left;
     int32_t Position_Hours = 0, Position_Minutes = 0, Position_Seconds = 0;

@@ -61,6 +61,7 @@ Status End_Of_Cycle(AppContext& ctx) {
     t.Played_Count = 0;
     t.Played_High = 0;
     ctx.playback.Played_Duration = Currency();
+    ctx.playback.Played_Duration_Pending = false;
     ctx.playback.Played_Class_Duration = Currency();
 
     // Only Replay_Mode 2 gets here with a non-zero mode: 1 never searches.

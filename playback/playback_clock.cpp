@@ -4,6 +4,7 @@
 
 #include "base/char_span.h"
 #include "base/text_format.h"
+#include "catalogue/track_list_totals.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "core/port_faults.h"
@@ -182,6 +183,7 @@ void Timer1_Timer(AppContext& ctx) {
         p.Left_Hours = left / 3600;
         p.Left_Minutes = left % 3600 / 60;
         p.Left_Seconds = left % 60;
+        Settle_Played_Duration(ctx);
         p.Played_Now = p.Played_Duration + Currency(position);
         p.Time_Left = t.Total_Duration > p.Played_Now ? t.Total_Duration - p.Played_Now : Currency(left);
         if (t.Any_Class_Play == -1 && t.Current_Track >= 0 && t.Current_Track <= t.Bound()) {

@@ -62,6 +62,7 @@ void Clear_Play_Columns(AppContext& ctx) {
     Dimension_Anew(t.Rating_Class, n);
     Dimension_Anew(t.Saved, n);
     p.Played_Duration = Currency();
+    p.Played_Duration_Pending = false;
     p.Time_Left = t.Total_Duration;
     if (ctx.form1.List2.ListCount() > 0) {
         t.Played_Number[0] = 1;

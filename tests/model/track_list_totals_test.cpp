@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/collection_records.h"
+#include "base/record_file.h"
+#include "collection/collection_file.h"
 #include "playback_fixture.h"
 
 namespace velmora {
@@ -34,6 +37,7 @@ TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
               "Τρέχων - Current: 2" + kTen + "Όλα - Total: 3" + kTen + "Εναπομείναντα - Remaining: 1");
     EXPECT_EQ(std::tuple(f.Text6.Text(), f.Text6.SelStart(), f.Text6.SelLength()),
               std::tuple(app.Path(1), static_cast<int>(app.Path(1).size()) - 13, 13));
+    Settle_Played_Duration(app.ctx);
     EXPECT_EQ(app.ctx.playback.Played_Duration, Currency(10)) << "the Tracks before the current one";
     EXPECT_EQ(app.ctx.form4.Label4.Caption(), f.Label3[0].Caption());
     // The first 38 characters of the caption and the last 56 of the counts.
@@ -43,6 +47,24 @@ TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
     t.Played_Count = 1;
     Etiketes_Synol_Songs(app.ctx);
     EXPECT_EQ(f.Label6.Caption(), "Σειριακή Αναπαραγωγή [σε οπισθοδρόμηση] -> [-1] <- Serial Play [in backtracking]");
+}
+
+// The walk leaves the duration played to be counted when it is read; the
+// save reads it, and must write the count of the rows as they stand.
+TEST(TrackListTotals, TheSaveWritesTheDurationPlayedAsTheRowsStand) {
+    Player app(3, 10.0);
+    TrackTable& t = app.ctx.table;
+    t.Played_Number = {1, 2, 3, 0};
+    t.Played_Count = t.Played_High = 3;
+    t.Current_Track = 2;
+    Etiketes_Synol_Songs(app.ctx);
+    ASSERT_TRUE(Save_Collection(app.ctx, false, true)) << app.ctx.collection.Save_Fault;
+
+    RecordFile main;
+    ASSERT_TRUE(main.Open(app.ctx.collection.Collection_Path, kMainRecordLength, RecordFile::Mode::ReadOnly));
+    Currency stored;
+    ASSERT_TRUE(main.GetCurrency(main_record::kPlayedDuration, stored));
+    EXPECT_EQ(stored, Currency(20)) << "the two Tracks before the current one";
 }
 
 TEST(TrackListTotals, ALongCollectionPathIsShortenedFrom110Characters) {
