@@ -41,6 +41,7 @@
 #include "desktop/qt/result_list_view.h"
 #include "desktop/qt/search_page_view.h"
 #include "desktop/qt/track_list_model.h"
+#include "desktop/qt/track_selection_mirror.h"
 #include "desktop/qt/transport_view.h"
 #include "platform/qt_shell.h"
 
@@ -230,6 +231,7 @@ QWidget* MainWindow::BuildTrackList() {
         }
         m_form.List2.DblClick.emit();
     });
+    m_selection = new TrackSelectionMirror(*m_tracks, m_form.List2, m_syncing);
     connect(m_model, &TrackListModel::SelectionChanged, this, &MainWindow::ApplySelection);
     for (int c = 0; c < TrackListModel::ColumnCount; ++c)
         m_subscriptions.push_back(m_model->Box(c).Changed.connect([this](Change kind) {
@@ -420,20 +422,8 @@ void MainWindow::ApplyTrackLook() {
 void MainWindow::ApplySelection() {
     QScopedValueRollback guard(m_syncing, true);
     const ListBox& paths = m_form.List2;
-    QItemSelection selection;
-    const int last_column = TrackListModel::ColumnCount - 1;
-    const int count = paths.ListCount();
-    int run_start = -1;
-    for (int row = 0; row <= count; ++row) {
-        const bool on = row < count && paths.Selected(row);
-        if (on && run_start < 0) run_start = row;
-        if (!on && run_start >= 0) {
-            selection.select(m_model->index(run_start, 0), m_model->index(row - 1, last_column));
-            run_start = -1;
-        }
-    }
+    m_selection->Changed();
     QItemSelectionModel* model = m_tracks->selectionModel();
-    model->select(selection, QItemSelectionModel::ClearAndSelect);
 
     const int index = paths.ListIndex();
     const QModelIndex current = m_model->index(index, 0);

@@ -40,6 +40,7 @@ class MenuView;
 class QtShell;
 class SearchPageView;
 class TrackListModel;
+class TrackSelectionMirror;
 class TransportView;
 
 class MainWindow : public QMainWindow {
@@ -116,6 +117,7 @@ private:
     CatalogueView* m_catalogue = nullptr;
     TrackListModel* m_model = nullptr;
     QTableView* m_tracks = nullptr;
+    TrackSelectionMirror* m_selection = nullptr;
     QLabel* m_empty_hint = nullptr;
     QSplitter* m_split = nullptr;
     QSplitter* m_side = nullptr;

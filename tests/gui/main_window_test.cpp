@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QItemSelectionModel>
 #include <QHeaderView>
@@ -9,6 +10,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QSettings>
 #include <QTabBar>
@@ -193,6 +195,25 @@ TEST_F(MainWindowTest, SelectionTravelsBothWays) {
     form.List2.AddItem("/music/new.mp3");
     ASSERT_TRUE(Eventually([&] { return resets == 1; }));
     EXPECT_TRUE(Eventually([&] { return rows() == std::set<int>({0, 1}); }));
+}
+
+// The view paints what the logic selects at once, and Qt's own selection
+// follows later; a Ctrl+click in between must still act on what is shown.
+TEST_F(MainWindowTest, ACtrlClickRightAfterTheLogicSelectedARowTakesItOff) {
+    QTableView& view = window.TrackView();
+    ASSERT_TRUE(Eventually([&] { return view.isVisible(); }));
+    form.List2.SetSelected(1, true);
+    // Long enough for the repaint, shorter than the still time before Qt follows.
+    QElapsedTimer painted;
+    painted.start();
+    while (painted.elapsed() < 100) QApplication::processEvents();
+    const QPoint at = view.visualRect(view.model()->index(1, TrackListModel::Path)).center();
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent click(type, at, view.viewport()->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::ControlModifier);
+        QApplication::sendEvent(view.viewport(), &click);
+    }
+    EXPECT_TRUE(Eventually([&] { return !form.List2.Selected(1); })) << "the click toggled the row the user saw selected";
 }
 
 TEST_F(MainWindowTest, KeysReachTheLogic) {
