@@ -66,7 +66,7 @@ TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelName) {
 
 TEST_F(CollectionCommands, DeleteRefusesTheDefaultAndTakesTheSideFilesOfAnother) {
     mnufiledelete_Click(ctx);
-    EXPECT_NE(ctx.form1.Text2[0].Text().find("-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
+    EXPECT_NE(app.Log().find("-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
                                              " δεν γίνεται να διαγραφεί! - Default collection  "),
               std::string::npos);
     EXPECT_TRUE(app.dialogs.Messages().empty());

@@ -35,7 +35,7 @@ struct FileEngine : ::testing::Test {
         Copy_Move_Delete_File(app.ctx, from, to, mode, error);
         return error;
     }
-    std::string Log() const { return app.ctx.form1.Text2[0].Text(); }
+    std::string Log() const { return app.Log(); }
 };
 
 TEST_F(FileEngine, CopyOntoItselfLogsOnceAndTouchesNothing) {

@@ -17,14 +17,12 @@
 namespace velmora {
 namespace {
 
-using testing::TestApp;
 
 std::string Path(int i) { return "/music/track_" + std::to_string(i) + ".mp3"; }
 
 // A started program with `rows` Tracks whose mirror rows are still empty.
-struct Library : TestApp {
+struct Library : testing::Running {
     explicit Library(int rows) {
-        Form_Load(ctx);
         std::vector<testing::TrackRow> tracks;
         for (int i = 0; i < rows; ++i) tracks.push_back({Path(i)});
         testing::Fill_Tracks(ctx, tracks);
@@ -51,7 +49,6 @@ struct Library : TestApp {
         loop.Post(esc_check);
     }
     std::function<void()> esc_check;
-    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
     std::string_view Mirror(int box, int row) const { return ctx.form1.List3_0[box].List(row); }
     // Whether the log begins with the summary of a run: the corrections of
     // duration, bit rate and size, then the rows read.

@@ -85,7 +85,7 @@ TEST(NotARegularFile, ACollectionFileThatIsNoFileIsNeitherWaitedOnNorReplaced) {
         const auto& shown = app.dialogs.Messages();
         EXPECT_TRUE(!shown.empty() && shown[0].text.find("not a regular file") != std::string::npos)
             << (shown.empty() ? "no box" : shown[0].text);
-        EXPECT_NE(app.ctx.form1.Text2[0].Text().find("The Collection will not be saved"), std::string::npos);
+        EXPECT_NE(app.Log().find("The Collection will not be saved"), std::string::npos);
     }
 }
 
@@ -151,7 +151,7 @@ TEST(NotARegularFile, NoProgramFileIsWaitedOn) {
             Report_Block(app.ctx, 0);
             Form_QueryUnload(app.ctx);
         }));
-        const std::string& log = app.ctx.form1.Text2[0].Text();
+        const std::string& log = app.Log();
         EXPECT_NE(log.find(c.told), std::string::npos) << log;
         if (c.stays) { EXPECT_TRUE(fs::is_fifo(fifo)) << "left as it was"; }
     }

@@ -48,7 +48,6 @@ struct Player : TestApp {
         return order;
     }
 
-    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
 
     static constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
     std::vector<TrackRow> rows;

@@ -15,15 +15,13 @@
 namespace velmora {
 namespace {
 
-using testing::TestApp;
 
 std::string Path(int i) { return "/music/rated_" + std::to_string(i) + ".mp3"; }
 
 // A started program whose rows hold the given classes; each file is known to
 // the reader, with the given UserRating when it is not null.
-struct Rated : TestApp {
+struct Rated : testing::Running {
     explicit Rated(const std::vector<int>& classes, const std::vector<const char*>& in_files) {
-        Form_Load(ctx);
         std::vector<testing::TrackRow> rows;
         for (size_t i = 0; i < classes.size(); ++i) rows.push_back({Path(int(i)), 60, classes[i]});
         testing::Fill_Tracks(ctx, rows);
@@ -33,7 +31,6 @@ struct Rated : TestApp {
         }
     }
     std::string InFile(int i) { return reader.newMedia(Path(i))->getItemInfo("UserRating"); }
-    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
 };
 
 TEST(RatingsInFiles, TheThreeTablesDifferWhereTheyMust) {

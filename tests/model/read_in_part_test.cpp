@@ -120,12 +120,12 @@ TEST(ReadInPart, TheLoadTellsTheDamageAndTheFirstSaveMovesTheFilesAsideWhole) {
             EXPECT_EQ(moved != after.end() && moved->second == bytes, d.in_part) << name << " moved aside whole";
         }
         if (!d.in_part) continue;
-        EXPECT_NE(app.ctx.form1.Text2[0].Text().find("were kept as: \"" + p.main.string() + kAside + "\""),
+        EXPECT_NE(app.Log().find("were kept as: \"" + p.main.string() + kAside + "\""),
                   std::string::npos);
 
         // What was read is the new Collection, whole; a second save moves nothing.
         TestApp next;
-        EXPECT_TRUE(Load_In(next, app.folder.Str())) << next.ctx.form1.Text2[0].Text();
+        EXPECT_TRUE(Load_In(next, app.folder.Str())) << next.Log();
         EXPECT_EQ(next.ctx.form1.List2.ListCount(), f.List2.ListCount());
         Save_Collection(app.ctx, false, false);
         EXPECT_EQ(testing::File_Tree(app.folder.Path()).size(), after.size());

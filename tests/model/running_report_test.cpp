@@ -21,7 +21,7 @@ struct ReportTest : ::testing::Test {
         app.ctx.core.App_Path = app.folder.Str();
         app.loop.SetNow(LocalTime{2026, 3, 7, 21, 15, 4});
     }
-    const std::string& Log() { return app.ctx.form1.Text2[0].Text(); }
+    const std::string& Log() { return app.Log(); }
     MenuItem& DeleteMenu() { return app.ctx.form1.Menus("MnuMoreReportDelete"); }
 
     TestApp app;
@@ -117,7 +117,7 @@ TEST(LogBox, KeepsItsNewestLinesWithinItsLimitCuttingBetweenLinesAndCharacters) 
     // The window's log: thousands of lines leave it bounded, newest first.
     TestApp app;
     for (int i = 0; i < 10000; ++i) Log_Line(app.ctx, "file number " + std::to_string(i) + " is gone");
-    const std::string& log = app.ctx.form1.Text2[0].Text();
+    const std::string& log = app.Log();
     EXPECT_LE(log.size(), kLogKeepBytes);
     EXPECT_GT(log.size(), kLogKeepBytes / 2);
     EXPECT_NE(log.find("file number 9999 is gone"), std::string::npos);

@@ -159,7 +159,7 @@ TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
     // The last record of the older file stands; the byte after it is not a record.
     EXPECT_EQ(std::tuple(s.Auto_Start, s.Search_Count, s.Star_Colors_Index), std::tuple(0, 0, 1));
     EXPECT_TRUE(later.ctx.form1.Menus("MnuPlayAutoStartP", 1).Checked()) << "defaults still go on their marks";
-    const std::string& log = later.ctx.form1.Text2[0].Text();
+    const std::string& log = later.Log();
     const std::string line = "-> Λάθος κατά τη φόρτωση προτιμήσεων - Error while loading preferences";
     EXPECT_TRUE(log.find(line) != std::string::npos && log.find(line) == log.rfind(line))
         << "one line, not one per record";
@@ -214,7 +214,7 @@ TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
     EXPECT_EQ(Bytes(path + ".backup"), before);
     EXPECT_FALSE(fs::exists(path + ".new"));
     const std::string line = "The preferences could not be saved: " + path + ": write: File too large";
-    EXPECT_NE(app.ctx.form1.Text2[0].Text().find(line), std::string::npos) << app.ctx.form1.Text2[0].Text();
+    EXPECT_NE(app.Log().find(line), std::string::npos) << app.Log();
     EXPECT_NE(app.ctx.core.Settings_Fault, "");
 
     Save_Settings(app.ctx, error);
