@@ -16,6 +16,7 @@
 namespace velmora {
 namespace {
 
+using testing::Holds;
 using testing::Bytes;
 using testing::Put;
 using testing::Running;
@@ -32,8 +33,8 @@ TEST(About, TextsInBothLanguagesCarryTheVersionAndSayWhatTheProgramDoes) {
     MenuSet& m = app.ctx.form1.Menus;
     const std::string greek = Shown_After(app, m("mnuinfogr", 0));
     const std::string english = Shown_After(app, m("mnuinfogr", 1));
-    EXPECT_NE(greek.find("Έκδοση " + Program_Version()), std::string::npos) << greek;
-    EXPECT_NE(english.find("Version " + Program_Version()), std::string::npos) << english;
+    EXPECT_TRUE(Holds(greek, "Έκδοση " + Program_Version()));
+    EXPECT_TRUE(Holds(english, "Version " + Program_Version()));
 }
 
 TEST(About, StatisticsShowTheCountersAndZeroAfterAnEmptyRunOrAReset) {
@@ -49,7 +50,7 @@ TEST(About, StatisticsShowTheCountersAndZeroAfterAnEmptyRunOrAReset) {
     c.Stat_Days = 3;
     const std::string counted = Shown_After(app, m("mnustats"));
     EXPECT_EQ(counted.rfind(" 12 Αρχεία - Files:\n", 0), 0u) << counted;
-    EXPECT_NE(counted.find(" 3 Days - "), std::string::npos) << counted;
+    EXPECT_TRUE(Holds(counted, " 3 Days - "));
 
     // Cancel keeps the counters; OK clears every one.
     EXPECT_EQ(Shown_After(app, m("mnustatsreset"), MsgAnswer::Cancel),

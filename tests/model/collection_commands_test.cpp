@@ -15,6 +15,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
 
@@ -28,8 +29,7 @@ struct CollectionCommands : ::testing::Test {
                                         {app.folder.Str() + "m/three.mp3", 50, 0, 1}};
 
     CollectionCommands() {
-        ctx.program_folder = ctx.core.App_Path = app.folder.Str();
-        Load_Pointer(ctx);
+        testing::Start_In(app, app.folder.Str());
         testing::Make_Files(app, rows);
         testing::Fill_Tracks(ctx, rows);
         EXPECT_TRUE(Save_Collection(ctx, false, true));
@@ -66,9 +66,8 @@ TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelName) {
 
 TEST_F(CollectionCommands, DeleteRefusesTheDefaultAndTakesTheSideFilesOfAnother) {
     mnufiledelete_Click(ctx);
-    EXPECT_NE(app.Log().find("-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
-                                             " δεν γίνεται να διαγραφεί! - Default collection  "),
-              std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
+                                     " δεν γίνεται να διαγραφεί! - Default collection  "));
     EXPECT_TRUE(app.dialogs.Messages().empty());
 
     app.dialogs.ExpectFile(folder + "other.qel");

@@ -18,7 +18,7 @@ using testing::TestApp;
 
 using Strings = std::vector<std::string>;
 
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using testing::Holds;
 
 // A program with the type list of start-up over a generated tree:
 //   a/            song1.mp3 song2.MP3 clip.wmv empty.mp3 (zero bytes) Ελληνικό.mp3 notes.txt
@@ -72,8 +72,8 @@ struct Intake : ::testing::Test {
         Set_Check2(app.ctx, 1);
         Add_Files_Under_Path(app.ctx);
     }
-    bool Status_Has(const std::string& part) const { return Has(f.Text2[1].Text(), part); }
-    bool Log_Has(const std::string& part) const { return Has(f.Text2[0].Text(), part); }
+    ::testing::AssertionResult Status_Has(const std::string& part) const { return Holds(f.Text2[1].Text(), part); }
+    ::testing::AssertionResult Log_Has(const std::string& part) const { return Holds(app.Log(), part); }
     const std::string& Last_Box() const { return app.dialogs.Messages().back().text; }
 };
 
@@ -284,11 +284,11 @@ TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAddedAndRefusesNothingToAdd) {
     // A folder without media, then no type chosen.
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Add_Folder(root + "/gone/none");
-    EXPECT_TRUE(Has(Last_Box(), "There aren't any under search type files"));
+    EXPECT_TRUE(Holds(Last_Box(), "There aren't any under search type files"));
     Command7_Click(app.ctx, 4);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     Add_Folder(root + "/a");
-    EXPECT_TRUE(Has(Last_Box(), "Select at least one type of media file"));
+    EXPECT_TRUE(Holds(Last_Box(), "Select at least one type of media file"));
     EXPECT_EQ(f.List2.ListCount(), kMaxTracks);
 }
 
@@ -302,7 +302,7 @@ TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
     app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
     Command18_Click(app.ctx, 1);
     EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Has(Last_Box(), "delete selected files from collection"));
+    EXPECT_TRUE(Holds(Last_Box(), "delete selected files from collection"));
 
     // To the trash: a second question, whose Cancel still keeps everything.
     app.ctx.settings.Delete_From_Disk = app.ctx.settings.Recycle_Deleted = -1;
@@ -310,7 +310,7 @@ TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
     app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
     Command5_Click(app.ctx);
     EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Has(Last_Box(), "Continue?"));
+    EXPECT_TRUE(Holds(Last_Box(), "Continue?"));
 
     // Off the disk, then the filters question; No returns to the page the removal showed.
     app.ctx.settings.Delete_From_Disk = 0;
@@ -318,7 +318,7 @@ TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::No);
     Command5_Click(app.ctx);
-    EXPECT_TRUE(Has(Last_Box(), "Would you like to remake the song filters?"));
+    EXPECT_TRUE(Holds(Last_Box(), "Would you like to remake the song filters?"));
     EXPECT_EQ(std::tuple(f.List2.ListCount(), f.MultiPage1.Value()), std::tuple(0, 2));
 }
 

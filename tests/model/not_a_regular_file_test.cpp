@@ -22,6 +22,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Bytes;
 using testing::TestApp;
 
@@ -85,7 +86,7 @@ TEST(NotARegularFile, ACollectionFileThatIsNoFileIsNeitherWaitedOnNorReplaced) {
         const auto& shown = app.dialogs.Messages();
         EXPECT_TRUE(!shown.empty() && shown[0].text.find("not a regular file") != std::string::npos)
             << (shown.empty() ? "no box" : shown[0].text);
-        EXPECT_NE(app.Log().find("The Collection will not be saved"), std::string::npos);
+        EXPECT_TRUE(Holds(app.Log(), "The Collection will not be saved"));
     }
 }
 
@@ -152,7 +153,7 @@ TEST(NotARegularFile, NoProgramFileIsWaitedOn) {
             Form_QueryUnload(app.ctx);
         }));
         const std::string& log = app.Log();
-        EXPECT_NE(log.find(c.told), std::string::npos) << log;
+        EXPECT_TRUE(Holds(log, c.told));
         if (c.stays) { EXPECT_TRUE(fs::is_fifo(fifo)) << "left as it was"; }
     }
 }

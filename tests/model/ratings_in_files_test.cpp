@@ -58,8 +58,8 @@ TEST(RatingsInFiles, WritingEveryRowCountsWhatDifferedAndLeavesUnwritableFilesLo
     EXPECT_EQ(app.InFile(7), "50");
     // Row 1 (99 over X), row 4 (63 compares as A: same) and row 7 (no rating
     // over B) are the changes.
-    EXPECT_NE(app.Log().find("--> Αλλαγές - Changes :2\n"), std::string::npos) << app.Log();
-    EXPECT_NE(app.Log().find(Path(6)), std::string::npos);
+    EXPECT_TRUE(testing::Holds(app.Log(), "--> Αλλαγές - Changes :2\n"));
+    EXPECT_TRUE(testing::Holds(app.Log(), Path(6)));
     EXPECT_EQ(app.ctx.table.Collection_Saved, 0);
     EXPECT_EQ(app.ctx.table.Rating_Class[1], 1) << "writing never changes the table";
 }
@@ -78,14 +78,14 @@ TEST(RatingsInFiles, ReadingTakesTheFilesClassesAndEscStopsIt) {
     EXPECT_EQ(app.ctx.form1.List3_0[1].List(1), "X");
     EXPECT_EQ(std::tuple(t.Saved[0], t.Saved[3]), std::tuple(false, true));
     EXPECT_EQ(t.Class_Count[4], Currency(2)) << "the totals are counted again";
-    EXPECT_NE(app.Log().find("--> Αλλαγές - Changes :3\n"), std::string::npos);
+    EXPECT_TRUE(testing::Holds(app.Log(), "--> Αλλαγές - Changes :3\n"));
 
     // Esc after the first row: the rest stay as they were.
     Rated stopped({4, 4, 4}, {"1", "1", "1"});
     stopped.loop.Post([&] { stopped.ctx.core.Esc_Key = 27; });
     const ExchangeOutcome out = Exchange_Ratings(stopped.ctx, 0, kExchangeReadAll);
     EXPECT_EQ(std::tuple(out.canceled, out.changes, stopped.ctx.table.Rating_Class[1]), std::tuple(true, 1, 4));
-    EXPECT_NE(stopped.Log().find("Ακυρώθηκε - Canceled\n"), std::string::npos);
+    EXPECT_TRUE(testing::Holds(stopped.Log(), "Ακυρώθηκε - Canceled\n"));
 
     // One row, and a mode that runs none.
     Exchange_Ratings(stopped.ctx, 2, kExchangeOneRow);

@@ -18,6 +18,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Bytes;
 using testing::Golden;
 using testing::Golden_Bytes;
@@ -101,7 +102,7 @@ TEST(ReadInPart, TheLoadTellsTheDamageAndTheFirstSaveMovesTheFilesAsideWhole) {
                                        "\" -> Error while loading Collection\n";
         if (!d.log.empty()) { EXPECT_EQ(testing::Count(log, line), static_cast<size_t>(d.times)) << log; }
         if (d.log == kFilesError) {
-            EXPECT_NE(log.find(" ---> Αιτία - Cause: " + p.files.string()), std::string::npos)
+            EXPECT_TRUE(Holds(log, " ---> Αιτία - Cause: " + p.files.string()))
                 << "a line of its own says which file and why";
         }
         const auto& shown = app.dialogs.Messages();
@@ -120,8 +121,7 @@ TEST(ReadInPart, TheLoadTellsTheDamageAndTheFirstSaveMovesTheFilesAsideWhole) {
             EXPECT_EQ(moved != after.end() && moved->second == bytes, d.in_part) << name << " moved aside whole";
         }
         if (!d.in_part) continue;
-        EXPECT_NE(app.Log().find("were kept as: \"" + p.main.string() + kAside + "\""),
-                  std::string::npos);
+        EXPECT_TRUE(Holds(app.Log(), "were kept as: \"" + p.main.string() + kAside + "\""));
 
         // What was read is the new Collection, whole; a second save moves nothing.
         TestApp next;

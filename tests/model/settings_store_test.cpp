@@ -15,6 +15,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Bytes;
 using testing::TestApp;
 
@@ -214,7 +215,7 @@ TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
     EXPECT_EQ(Bytes(path + ".backup"), before);
     EXPECT_FALSE(fs::exists(path + ".new"));
     const std::string line = "The preferences could not be saved: " + path + ": write: File too large";
-    EXPECT_NE(app.Log().find(line), std::string::npos) << app.Log();
+    EXPECT_TRUE(Holds(app.Log(), line));
     EXPECT_NE(app.ctx.core.Settings_Fault, "");
 
     Save_Settings(app.ctx, error);
