@@ -11,6 +11,7 @@
 #include "desktop/about.h"
 #include "desktop/pages.h"
 #include "desktop/slide_show.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -8,6 +8,7 @@
 #include "collection/collection_paths.h"
 #include "core/app_context.h"
 #include "desktop/collection_commands.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

@@ -13,6 +13,7 @@
 #include "base/file_lock.h"
 #include "collection/collection_file.h"
 #include "support/golden_collection.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -3,6 +3,7 @@
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "desktop/collection_merge.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

@@ -11,6 +11,7 @@
 #include "collection/collection_file.h"
 #include "intake/add_remove.h"
 #include "support/golden_collection.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -4,11 +4,12 @@
 #include <functional>
 
 #include "app/handlers.h"
+#include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "fileops/file_batch.h"
 #include "fileops/results_batch.h"
-#include "catalogue/filter_building.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

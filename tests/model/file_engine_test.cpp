@@ -7,6 +7,7 @@
 #include "fileops/file_engine.h"
 #include "support/file_size_limit.h"
 #include "support/file_tree.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -11,6 +11,7 @@
 #include "base/collection_records.h"
 #include "base/text_format.h"
 #include "core/running_report.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

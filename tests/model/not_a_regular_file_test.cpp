@@ -16,6 +16,7 @@
 #include "core/settings_store.h"
 #include "support/file_tree.h"
 #include "support/golden_collection.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -10,6 +10,7 @@
 
 #include "app/startup.h"
 #include "playback/transport.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

@@ -7,6 +7,7 @@
 #include "collection/playlist_library.h"
 #include "core/app_context.h"
 #include "intake/playlist_import.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

@@ -9,6 +9,7 @@
 
 #include "app/startup.h"
 #include "core/app_context.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 

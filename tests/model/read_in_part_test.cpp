@@ -12,6 +12,7 @@
 #include "collection/collection_file.h"
 #include "support/file_tree.h"
 #include "support/golden_collection.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

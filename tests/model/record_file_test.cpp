@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "support/file_size_limit.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "base/codepage1253.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {

@@ -9,6 +9,7 @@
 #include "app/startup.h"
 #include "base/codepage1253.h"
 #include "support/file_size_limit.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -33,11 +34,13 @@ std::string TextAt(const std::string& file, int record) {
 }
 
 // A context over its temporary folder, with four media types to select.
-void Prepare(TestApp& app) {
-    app.ctx.core.App_Path = app.folder.Str();
-    app.ctx.form1.List3.SetMultiSelect(true);
-    app.ctx.form1.List3.Assign({"*.mp3", "*.wav", "*.snd", "*.au"});
-}
+struct Prepared : TestApp {
+    Prepared() {
+        ctx.core.App_Path = folder.Str();
+        ctx.form1.List3.SetMultiSelect(true);
+        ctx.form1.List3.Assign({"*.mp3", "*.wav", "*.snd", "*.au"});
+    }
+};
 
 // Values away from their defaults, so that one that does not come back
 // cannot pass by luck.
@@ -60,8 +63,7 @@ void SetUnusual(TestApp& app) {
 }
 
 TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
-    TestApp writer;
-    Prepare(writer);
+    Prepared writer;
     SetUnusual(writer);
     bool error = true;
     Save_Settings(writer.ctx, error);
@@ -83,8 +85,7 @@ TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
     EXPECT_EQ(std::tuple(TextAt(file, 16), TextAt(file, 28)),
               std::tuple(*Utf8ToCp1253("24/12/2025 Χριστούγεννα"), "https://a.example/?q="));
 
-    TestApp app;
-    Prepare(app);
+    Prepared app;
     fs::create_directories(app.folder.Path() / "velmora_preferences");
     fs::copy_file(Settings_File(writer.ctx), Settings_File(app.ctx));
     Load_Settings(app.ctx, error);
@@ -124,8 +125,7 @@ TEST(SettingsStore, RoundTripsInTheFilesRecordOrder) {
 }
 
 TEST(SettingsStore, ReadingCorrectsThePreviewLengthAndOutOfRangeEntries) {
-    TestApp app;
-    Prepare(app);
+    Prepared app;
     bool error = true;
     Load_Settings(app.ctx, error);
     EXPECT_FALSE(error) << "no file yet: the defaults stand";
@@ -141,8 +141,7 @@ TEST(SettingsStore, ReadingCorrectsThePreviewLengthAndOutOfRangeEntries) {
 }
 
 TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
-    TestApp app;
-    Prepare(app);
+    Prepared app;
     SetUnusual(app);
     bool error = false;
     Save_Settings(app.ctx, error);
@@ -167,8 +166,7 @@ TEST(SettingsStore, AShorterOlderFileKeepsWhatItHeldAndLogsOneLine) {
 }
 
 TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
-    TestApp app;
-    Prepare(app);
+    Prepared app;
     const std::string path = Settings_File(app.ctx);
     const std::string backup = path + ".backup";
     bool error = true;
@@ -194,8 +192,7 @@ TEST(SettingsStore, OnlyACleanSaveRenewsTheBackup) {
 // A disk that fills midway leaves the preferences of the last save whole,
 // and says so; the next clean save goes through as if nothing had happened.
 TEST(SettingsStore, AFailedWriteLeavesThePreviousFileWholeAndIsLogged) {
-    TestApp app;
-    Prepare(app);
+    Prepared app;
     SetUnusual(app);
     bool error = true;
     Save_Settings(app.ctx, error);

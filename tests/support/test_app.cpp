@@ -35,12 +35,6 @@ size_t Count(const std::string& text, const std::string& part) {
     return n;
 }
 
-::testing::AssertionResult Holds(const std::string& text, const std::string& part) {
-    if (text.find(part) == std::string::npos)
-        return ::testing::AssertionFailure() << "\"" << part << "\" is not in:\n" << text;
-    return ::testing::AssertionSuccess() << "\"" << part << "\" is in:\n" << text;
-}
-
 TestApp::TestApp() : ctx(Ports{loop, dialogs, shell, player, reader, video, second}) {
     ctx.program_folder = folder.Str();
 }

@@ -2,8 +2,6 @@
 // A whole program on test doubles: virtual time, stub engines, scripted
 // dialogs and a recording shell, over a fresh temporary program folder.
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
 
@@ -34,8 +32,6 @@ private:
 std::string Bytes(const std::filesystem::path& file);
 void Put(const std::filesystem::path& file, const std::string& bytes);
 size_t Count(const std::string& text, const std::string& part);
-// Whether a text holds a part; a failure shows the whole text.
-::testing::AssertionResult Holds(const std::string& text, const std::string& part);
 
 struct TestApp {
     TestApp();
