@@ -40,21 +40,16 @@ struct Guarded : Player {
     std::string Line(int row, const char* what) const {
         return "File ( " + std::to_string(row + 1) + ")" + Path(row) + " " + what;
     }
-    // When each row was given to the engine.
+    // When the row was given to the engine.
     int64_t Started_At(int row) const {
-        for (size_t i = 0; i < started.size(); ++i)
-            if (started[i].row == row) return at[i];
+        for (const auto& s : started)
+            if (s.row == row) return s.at;
         return -1;
     }
-
-    std::vector<int64_t> at;
 
 private:
     Timer m_guard{"Guard"};
     Subscription m_tick;
-    Subscription m_when = player.PlayStateChange.connect([this](int state) {
-        if (state == PS_Transitioning && ctx.form1.List2.FindExact(player.URL()) >= 0) at.push_back(loop.TickCount());
-    });
 };
 
 TEST(TrackWatch, AFileTheEngineCannotStartIsNamedKeepsItsRowAndIsPassedAtOnce) {
