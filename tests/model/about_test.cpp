@@ -11,13 +11,16 @@
 #include "desktop/about.h"
 #include "desktop/pages.h"
 #include "desktop/slide_show.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
+using testing::Holds;
 using testing::Bytes;
 using testing::Put;
+using testing::Running;
 using testing::TestApp;
 
 std::string Shown_After(TestApp& app, MenuItem& row, MsgAnswer answer = MsgAnswer::OK) {
@@ -27,19 +30,16 @@ std::string Shown_After(TestApp& app, MenuItem& row, MsgAnswer answer = MsgAnswe
 }
 
 TEST(About, TextsInBothLanguagesCarryTheVersionAndSayWhatTheProgramDoes) {
-    TestApp app;
-    Form_Load(app.ctx);
+    Running app;
     MenuSet& m = app.ctx.form1.Menus;
     const std::string greek = Shown_After(app, m("mnuinfogr", 0));
     const std::string english = Shown_After(app, m("mnuinfogr", 1));
-    EXPECT_NE(greek.find("Έκδοση " + Program_Version()), std::string::npos) << greek;
-    EXPECT_NE(english.find("Version " + Program_Version()), std::string::npos) << english;
-    Form_QueryUnload(app.ctx);
+    EXPECT_TRUE(Holds(greek, "Έκδοση " + Program_Version()));
+    EXPECT_TRUE(Holds(english, "Version " + Program_Version()));
 }
 
 TEST(About, StatisticsShowTheCountersAndZeroAfterAnEmptyRunOrAReset) {
-    TestApp app;
-    Form_Load(app.ctx);
+    Running app;
     MenuSet& m = app.ctx.form1.Menus;
     const std::string zero =
         " 0 Αρχεία - Files:\nΔιάρκεια Αναπαραγωγής ->  0 Χρόνια -  0 Μήνες -  0 Ημέρες -  0 Ώρες -  0 Λεπτά -  0: "
@@ -51,7 +51,7 @@ TEST(About, StatisticsShowTheCountersAndZeroAfterAnEmptyRunOrAReset) {
     c.Stat_Days = 3;
     const std::string counted = Shown_After(app, m("mnustats"));
     EXPECT_EQ(counted.rfind(" 12 Αρχεία - Files:\n", 0), 0u) << counted;
-    EXPECT_NE(counted.find(" 3 Days - "), std::string::npos) << counted;
+    EXPECT_TRUE(Holds(counted, " 3 Days - "));
 
     // Cancel keeps the counters; OK clears every one.
     EXPECT_EQ(Shown_After(app, m("mnustatsreset"), MsgAnswer::Cancel),
@@ -59,14 +59,12 @@ TEST(About, StatisticsShowTheCountersAndZeroAfterAnEmptyRunOrAReset) {
     EXPECT_EQ(c.Stat_Files, 12);
     Shown_After(app, m("mnustatsreset"), MsgAnswer::OK);
     EXPECT_EQ(Shown_After(app, m("mnustats")), zero);
-    Form_QueryUnload(app.ctx);
 }
 
 // The switch of the start screen turns the setting and its mark together,
 // and the next run starts as it was left.
 TEST(About, StartScreenSwitchOutlivesTheRun) {
-    TestApp first;
-    Form_Load(first.ctx);
+    Running first;
     MenuItem& row = first.ctx.form1.Menus("mnu_info2", 3);
     ASSERT_EQ(first.ctx.settings.Splash_Show, -1);
     row.Click.emit();
@@ -74,17 +72,14 @@ TEST(About, StartScreenSwitchOutlivesTheRun) {
     EXPECT_FALSE(row.Checked());
     Form_QueryUnload(first.ctx);
 
-    TestApp second(first.folder.Str());
-    Form_Load(second.ctx);
+    Running second(first.folder.Str());
     EXPECT_FALSE(second.ctx.splash.Visible());
     EXPECT_EQ(second.ctx.settings.Splash_Show, 0);
     EXPECT_FALSE(second.ctx.form1.Menus("mnu_info2", 3).Checked());
-    Form_QueryUnload(second.ctx);
 }
 
 TEST(About, LinksOpenTheWebPageTheHelpPageAndMailAndProgrammingShowsTheSlides) {
-    TestApp app;
-    Form_Load(app.ctx);
+    Running app;
     MenuSet& m = app.ctx.form1.Menus;
     // Installed: the program in PREFIX/bin, the page in PREFIX/share/velmora.
     const std::filesystem::path prefix = app.folder.Path() / "prefix";
@@ -105,7 +100,6 @@ TEST(About, LinksOpenTheWebPageTheHelpPageAndMailAndProgrammingShowsTheSlides) {
     EXPECT_EQ(app.shell.opened.back(), std::string("mailto:") + kMailAddress);
     m("mnu_info2", 2).Click.emit();
     EXPECT_TRUE(app.ctx.form3.Visible());
-    Form_QueryUnload(app.ctx);
 }
 
 TEST(SlideShow, AStaleFileIsShownOnceInsteadOfThePictureThenGoes) {
@@ -135,8 +129,7 @@ TEST(SlideShow, EveryRandomNumberPicksAStoredPictureAndAnEffect) {
 }
 
 TEST(Pages, ExactlyOneFrameShowsAfterEveryChange) {
-    TestApp app;
-    Form_Load(app.ctx);
+    Running app;
     Form1& f = app.ctx.form1;
     auto shown = [&f] {
         std::string names;
@@ -150,7 +143,6 @@ TEST(Pages, ExactlyOneFrameShowsAfterEveryChange) {
         f.MultiPage1.SetValue(page);
         EXPECT_EQ(shown(), expected[page]) << "page " << page;
     }
-    Form_QueryUnload(app.ctx);
 }
 
 }  // namespace

@@ -75,12 +75,6 @@ TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
     EXPECT_EQ(changed, 60);
 }
 
-}  // namespace
-}  // namespace velmora
-
-namespace velmora {
-namespace {
-
 TEST(Codepage1253, TheCaseBlindFinderFindsEverySpellingOfTheText) {
     const std::tuple<const char*, const char*, bool> cases[] = {
         {"ΚΎΚΛΟΣ", "/Ο κύκλος.mp3", true},  // capitals, accent and the final sigma

@@ -8,6 +8,7 @@
 #include "collection/collection_paths.h"
 #include "core/app_context.h"
 #include "desktop/collection_commands.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 
@@ -15,6 +16,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
 
@@ -28,8 +30,7 @@ struct CollectionCommands : ::testing::Test {
                                         {app.folder.Str() + "m/three.mp3", 50, 0, 1}};
 
     CollectionCommands() {
-        ctx.program_folder = ctx.core.App_Path = app.folder.Str();
-        Load_Pointer(ctx);
+        testing::Start_In(app, app.folder.Str());
         testing::Make_Files(app, rows);
         testing::Fill_Tracks(ctx, rows);
         EXPECT_TRUE(Save_Collection(ctx, false, true));
@@ -66,9 +67,8 @@ TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelName) {
 
 TEST_F(CollectionCommands, DeleteRefusesTheDefaultAndTakesTheSideFilesOfAnother) {
     mnufiledelete_Click(ctx);
-    EXPECT_NE(ctx.form1.Text2[0].Text().find("-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
-                                             " δεν γίνεται να διαγραφεί! - Default collection  "),
-              std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
+                                     " δεν γίνεται να διαγραφεί! - Default collection  "));
     EXPECT_TRUE(app.dialogs.Messages().empty());
 
     app.dialogs.ExpectFile(folder + "other.qel");

@@ -288,7 +288,7 @@ TEST(CollectionFile, AFirstRunAndThePointerFile) {
     EXPECT_EQ(app.ctx.collection.Collection_Path, folder + "velmora_sylloges/velmora.qel");
     Load_Collection(app.ctx);
     EXPECT_EQ(fs::file_size(Files_Of(folder).main), 0u);
-    EXPECT_EQ(std::tie(app.ctx.table.Track_Count, app.ctx.table.Resume_Pending, app.ctx.form1.Text2[0].Text()),
+    EXPECT_EQ(std::tie(app.ctx.table.Track_Count, app.ctx.table.Resume_Pending, app.Log()),
               std::tuple(0, 0, ""));
 
     CollectionState& c = app.ctx.collection;

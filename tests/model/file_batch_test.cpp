@@ -4,11 +4,12 @@
 #include <functional>
 
 #include "app/handlers.h"
+#include "catalogue/filter_building.h"
 #include "collection/collection_file.h"
 #include "core/app_context.h"
 #include "fileops/file_batch.h"
 #include "fileops/results_batch.h"
-#include "catalogue/filter_building.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 
@@ -16,6 +17,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Count;
 using testing::TestApp;
 using Strings = std::vector<std::string>;
@@ -32,8 +34,7 @@ struct FileBatch : ::testing::Test {
                                         {src + "s.mp3", 1, 5, 1},        {src + "plain.mp3", 1, 0, 1}};
 
     FileBatch() {
-        app.ctx.program_folder = app.ctx.core.App_Path = app.folder.Str();
-        Load_Pointer(app.ctx);
+        testing::Start_In(app, app.folder.Str());
         testing::Make_Files(app, rows);
         testing::Fill_Tracks(app.ctx, rows);
         fs::create_directories(dst);
@@ -41,7 +42,6 @@ struct FileBatch : ::testing::Test {
         app.ctx.settings.Recycle_Deleted = 0;
         EXPECT_TRUE(Save_Collection(app.ctx, false, true));
     }
-    std::string Log() const { return f.Text2[0].Text(); }
     // Esc pressed while the loop gives way for the n-th time.
     void Esc_After(int n) {
         auto left = std::make_shared<int>(n);
@@ -58,32 +58,28 @@ TEST_F(FileBatch, MovingAClassPointsTheTracksAtTheNewFilesAndSavesThem) {
     app.ctx.settings.Move_Points_To_New_Path = -1;
     app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
     MoveSelected(app.ctx, -1, 1);
-    EXPECT_NE(app.dialogs.Messages()[0].text.find("Πρόκειται να μετακινήσετε  όλα τα αρχεία C' Kλάσης στον κατάλογο: " +
-                                                  dst + "\n - You are going to move  all the C' Class files to directory: "),
-              std::string::npos);
+    EXPECT_TRUE(Holds(app.dialogs.Messages()[0].text,
+                      "Πρόκειται να μετακινήσετε  όλα τα αρχεία C' Kλάσης στον κατάλογο: " + dst +
+                          "\n - You are going to move  all the C' Class files to directory: "));
     EXPECT_EQ(f.List2.List(0), dst + "c one.mp3");
     EXPECT_EQ(f.List2.List(2), dst + "c 'two'.mp3");
     EXPECT_EQ(f.List2.List(1), src + "Ελληνικό.mp3");
     EXPECT_TRUE(fs::exists(dst + "c 'two'.mp3") && !fs::exists(src + "c one.mp3"));
-    EXPECT_EQ(Count(Log(), "-> διαγραφή - deleting ---> " + src), 2u) << "a rename logs its copy and its deletion";
-    EXPECT_NE(Log().find("Copy/Move/Delete Tries:  2\n. Αποτυχίες - Failures:  0\n. Επιτυχίες - Success : 2"),
-              std::string::npos);
-    EXPECT_NE(Log().find("-> Αντιγράφηκαν/Μετακινήθηκαν/Διαγράφησαν 2.50Mb have been copied/moved/deleted!"),
-              std::string::npos);
-    ASSERT_NE(Log().find(" -> Σώθηκε - Saved"), std::string::npos) << app.ctx.collection.Save_Fault;
+    EXPECT_EQ(Count(app.Log(), "-> διαγραφή - deleting ---> " + src), 2u) << "a rename logs its copy and its deletion";
+    EXPECT_TRUE(Holds(app.Log(), "Copy/Move/Delete Tries:  2\n. Αποτυχίες - Failures:  0\n. Επιτυχίες - Success : 2"));
+    EXPECT_TRUE(Holds(app.Log(), "-> Αντιγράφηκαν/Μετακινήθηκαν/Διαγράφησαν 2.50Mb have been copied/moved/deleted!"));
+    ASSERT_NE(app.Log().find(" -> Σώθηκε - Saved"), std::string::npos) << app.ctx.collection.Save_Fault;
 
     TestApp again;
-    again.ctx.program_folder = again.ctx.core.App_Path = app.folder.Str();
-    Load_Pointer(again.ctx);
-    ASSERT_TRUE(Load_Collection(again.ctx)) << again.ctx.collection.Load_Fault << again.ctx.collection.Collection_Path;
+    ASSERT_TRUE(testing::Load_In(again, app.folder.Str())) << again.ctx.collection.Load_Fault;
     EXPECT_EQ(again.ctx.form1.List2.Items(), f.List2.Items()) << "the saved paths agree with the disk";
 }
 
 TEST_F(FileBatch, CopyingAllKeepsTheTracksAndAMoveWithoutNewPathsCountsFailures) {
     app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
     MoveSelected(app.ctx, 0, 0);
-    EXPECT_EQ(Count(Log(), " ---> " + dst), 6u);
-    EXPECT_EQ(Count(Log(), "Tries"), 0u) << "a plain copy reports no sums";
+    EXPECT_EQ(Count(app.Log(), " ---> " + dst), 6u);
+    EXPECT_EQ(Count(app.Log(), "Tries"), 0u) << "a plain copy reports no sums";
     EXPECT_EQ(f.List2.List(0), src + "c one.mp3");
 
     // Moved without new paths, the Tracks leave the Collection and, as the
@@ -94,7 +90,7 @@ TEST_F(FileBatch, CopyingAllKeepsTheTracksAndAMoveWithoutNewPathsCountsFailures)
     MoveSelected(app.ctx, -1, -1);
     EXPECT_EQ(f.List2.ListCount(), 5);
     EXPECT_FALSE(fs::exists(src + "a.mp3"));
-    EXPECT_NE(Log().find(". Αποτυχίες - Failures:  1\n. Επιτυχίες - Success : 0"), std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), ". Αποτυχίες - Failures:  1\n. Επιτυχίες - Success : 0"));
 }
 
 TEST_F(FileBatch, CommandsRefuseAnEmptyClassAndAMissingDestination) {
@@ -144,8 +140,8 @@ TEST_F(FileBatch, EscStopsBetweenFilesWithTheTriesSoFar) {
     Esc_After(2);
     app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
     MoveSelected(app.ctx, -1, 0);
-    EXPECT_NE(Log().find("Tries:  2\n"), std::string::npos);
-    EXPECT_NE(Log().find("Ακυρώθηκε - Canceled\n"), std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "Tries:  2\n"));
+    EXPECT_TRUE(Holds(app.Log(), "Ακυρώθηκε - Canceled\n"));
     // Last row first: the two last files moved, each wholly, and the rest stayed.
     for (int i = 0; i < 6; ++i) {
         const std::string path(f.List2.List(i));
@@ -173,7 +169,7 @@ TEST_F(FileBatch, TheResultBatchAsksWithTheCriteriaAndTakesTheSelectedRows) {
                                   "you want to COPY files with the following criterion?\n\nΌλα τα ΕΠΙΛΕΓΜΕΝΑ αρχεία;"))
         << asked;
     EXPECT_TRUE(fs::exists(dst + "plain.mp3"));
-    EXPECT_EQ(Count(Log(), " ---> " + dst), 1u);
+    EXPECT_EQ(Count(app.Log(), " ---> " + dst), 1u);
 }
 
 // A folder named in letters the Collection's code page lacks: Tracks that
@@ -186,10 +182,9 @@ TEST_F(FileBatch, AFolderTheCollectionCannotNameIsRefusedOnlyWhenTheTracksWouldF
     app.ctx.settings.Move_Points_To_New_Path = -1;
     EXPECT_TRUE(MoveSelected(app.ctx, -1, kBatchAll).refused);
     EXPECT_TRUE(app.dialogs.Messages().empty());
-    EXPECT_NE(Log().find("The Collection cannot store the name of the destination folder, nothing was done ---> " +
-                         cyrillic),
-              std::string::npos)
-        << Log();
+    EXPECT_TRUE(Holds(app.Log(),
+                      "The Collection cannot store the name of the destination folder, nothing was done ---> " +
+                          cyrillic));
     EXPECT_TRUE(fs::is_empty(cyrillic));
     for (const auto& row : rows) EXPECT_TRUE(fs::exists(row.path)) << row.path;
 

@@ -7,12 +7,14 @@
 #include "fileops/file_engine.h"
 #include "support/file_size_limit.h"
 #include "support/file_tree.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Bytes;
 using testing::TestApp;
 
@@ -35,7 +37,6 @@ struct FileEngine : ::testing::Test {
         Copy_Move_Delete_File(app.ctx, from, to, mode, error);
         return error;
     }
-    std::string Log() const { return app.ctx.form1.Text2[0].Text(); }
 };
 
 TEST_F(FileEngine, CopyOntoItselfLogsOnceAndTouchesNothing) {
@@ -43,9 +44,9 @@ TEST_F(FileEngine, CopyOntoItselfLogsOnceAndTouchesNothing) {
     EXPECT_EQ(Run(a, a, kFileCopy), -1);
     EXPECT_EQ(Run(a, a, kFileMove), -1);
     EXPECT_EQ(Bytes(a), "bytes");
-    EXPECT_EQ(testing::Count(Log(), "Source file is the same with destination file."), 2u);
-    EXPECT_EQ(testing::Count(Log(), "\n"), 2u);
-    EXPECT_NE(Log().find("->" + a + "Το αρχείο προορισμού είναι το ίδιο με το αρχείο προέλευσης <-> " + a), std::string::npos);
+    EXPECT_EQ(testing::Count(app.Log(), "Source file is the same with destination file."), 2u);
+    EXPECT_EQ(testing::Count(app.Log(), "\n"), 2u);
+    EXPECT_TRUE(Holds(app.Log(), "->" + a + "Το αρχείο προορισμού είναι το ίδιο με το αρχείο προέλευσης <-> " + a));
 }
 
 TEST_F(FileEngine, CopyKeepsBytesTimeAndAwkwardNames) {
@@ -56,7 +57,7 @@ TEST_F(FileEngine, CopyKeepsBytesTimeAndAwkwardNames) {
     EXPECT_EQ(Run(a, dst + name, kFileCopy), 0);
     EXPECT_EQ(Bytes(dst + name), Bytes(a));
     EXPECT_EQ(fs::last_write_time(dst + name), fs::last_write_time(a));
-    EXPECT_EQ(Log().substr(8), "-> " + a + " ---> " + dst + name + "\n");
+    EXPECT_EQ(app.Log().substr(8), "-> " + a + " ---> " + dst + name + "\n");
     EXPECT_EQ(testing::File_Tree(dst).size(), 1u) << "no temporary file is left behind";
 }
 
@@ -71,8 +72,8 @@ TEST_F(FileEngine, AFailedWriteLeavesNoPartialFileAndTheSourceWhole) {
     EXPECT_EQ(Bytes(dst + "big.mp3"), "the copy that stood before");
     EXPECT_EQ(testing::File_Tree(dst).size(), 1u);
     EXPECT_EQ(fs::file_size(a), 1u << 20);
-    EXPECT_NE(Log().find("-> " + a + " XXX αδυναμία αντιγραφής σε - failed to copy to ---> " + dst + "big.mp3"),
-              std::string::npos);
+    EXPECT_TRUE(
+        Holds(app.Log(), "-> " + a + " XXX αδυναμία αντιγραφής σε - failed to copy to ---> " + dst + "big.mp3"));
 }
 
 TEST_F(FileEngine, CopyFailsForAVanishedSourceAndADestinationThatIsNoFolder) {
@@ -82,7 +83,7 @@ TEST_F(FileEngine, CopyFailsForAVanishedSourceAndADestinationThatIsNoFolder) {
     const std::string a = Make(src + "a.mp3", "a");
     EXPECT_EQ(Run(a, blocker + "/a.mp3", kFileCopy), -1);
     EXPECT_EQ(Bytes(a), "a");
-    EXPECT_EQ(testing::Count(Log(), "failed to copy to"), 2u);
+    EXPECT_EQ(testing::Count(app.Log(), "failed to copy to"), 2u);
 }
 
 // The hazard users have long lived with: a move whose copy fails still
@@ -92,8 +93,8 @@ TEST_F(FileEngine, MoveIntoAMissingFolderLosesTheSource) {
     EXPECT_EQ(Run(a, app.folder.Str() + "missing/a.mp3", kFileMove), 0);
     EXPECT_FALSE(fs::exists(a));
     EXPECT_FALSE(fs::exists(app.folder.Str() + "missing"));
-    EXPECT_NE(Log().find("failed to copy to"), std::string::npos);
-    EXPECT_NE(Log().find("-> διαγραφή - deleting ---> " + a), std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "failed to copy to"));
+    EXPECT_TRUE(Holds(app.Log(), "-> διαγραφή - deleting ---> " + a));
 }
 
 TEST_F(FileEngine, DeletingThePlayingFileLetsTheEngineGoFirst) {
@@ -106,7 +107,7 @@ TEST_F(FileEngine, DeletingThePlayingFileLetsTheEngineGoFirst) {
     EXPECT_FALSE(fs::exists(a));
     EXPECT_EQ(app.ctx.form1.Text1[0].Text(), "") << "the tags of a file gone for good are cleared";
     EXPECT_EQ(Run(a, "", kFileDelete), -1) << "a missing file fails plain removal";
-    EXPECT_NE(Log().find("-> XXX αδυναμία διαγραφής - failed to delete ---> " + a + "\n"), std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "-> XXX αδυναμία διαγραφής - failed to delete ---> " + a + "\n"));
 }
 
 TEST_F(FileEngine, ACollectionGoesToTheTrashWithItsSideFilesAndTheTrashNeverFails) {

@@ -1,13 +1,16 @@
-// The menu rows against their handlers: every row the wiring names is in the
-// tables, and a row that no handler answers yet is shown as not available.
+// The menu tables, and their rows against the handlers: every row the wiring
+// names is in the tables, and a row that no handler answers yet is shown as
+// not available.
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "app/handlers.h"
 #include "app/startup.h"
+#include "core/menu_table.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -31,12 +34,10 @@ TEST(MenuWiring, EveryRowTheWiringLooksUpIsInTheTables) {
 // The preferences of a run that deleted from the disk, which enable the
 // recycle row by its mark: the row still has no handler and stays disabled.
 TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
-    TestApp first;
-    Form_Load(first.ctx);
+    testing::Running first;
     first.ctx.settings.Delete_From_Disk = -1;
     Form_QueryUnload(first.ctx);
-    TestApp app(first.folder.Str());
-    Form_Load(app.ctx);
+    testing::Running app(first.folder.Str());
     Form1& f = app.ctx.form1;
     ASSERT_EQ(app.ctx.settings.Delete_From_Disk, -1);
 
@@ -60,7 +61,21 @@ TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
     EXPECT_TRUE(f.Tray("mnusystemtraycopypaste").Enabled());
     EXPECT_TRUE(f.Tray("mnusystemtraycancel").Enabled() && f.Tray("mnusystemtrayexit").Enabled());
     EXPECT_EQ(f.Menus.Missed(), Rows{});
-    Form_QueryUnload(app.ctx);
+}
+
+TEST(MenuTable, ControlArraysTakeTheirIndexFromTheirOrder) {
+    MenuSet menus(MainMenuRows());
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"mnufilecollection", 4, "Έξοδος - Exit"}, {"mnuFileCreateWPL", 3, "Ένωσε - Merge (*.wpl; *.m3u)"},
+        {"mnu_info2", 2, "Προγραμματισμός - Programming"}, {"mnu_info2", 3, "Οθόνη Εκκίνησης - Startup Screen"},
+        {"mnu_info2", 6, "Email"}, {"MnumoreStar_Active", 1, "Ανενεργά - Disabled"},
+        {"MnumoreStar_Colors", 3, "Μεικτό - Mix"}, {"mnuvideoshow", 2, "Αυτόματο - Auto"},
+    };
+    for (const auto& [name, index, caption] : rows) EXPECT_EQ(menus(name, index).Caption(), caption) << name;
+    EXPECT_EQ(menus("MnuMoreReport").Caption(),
+              "Αναφορές Αρχείων - Files Reports -> [Directory_Media_Player_Report.txt]");
+    EXPECT_FALSE(menus.Has("mnu_info2", 7) || menus.Has("NoSuchMenu"));
+    EXPECT_EQ(menus("NoSuchMenu").Name(), "<missing>");
 }
 
 }  // namespace

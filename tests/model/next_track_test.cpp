@@ -15,6 +15,7 @@
 namespace velmora {
 namespace {
 
+using testing::Holds;
 using testing::Count;
 using testing::Player;
 
@@ -212,8 +213,7 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
     EXPECT_EQ(std::tuple(t.Rating_Class[2], t.Rating_Class[3], t.Played_Number[2], t.Played_Number[3]),
               std::tuple(1, 1, 3, 4));
     EXPECT_EQ(Count(app.Log(), "dosn't not longer exists or has zero lenght"), 2u);
-    EXPECT_NE(app.Log().find("-> Το αρχείο ( 3)" + app.Path(2) + "\n δεν υφίσταται πλέον ή έχει μηδενικό μήκος."),
-              std::string::npos);
+    EXPECT_TRUE(Holds(app.Log(), "-> Το αρχείο ( 3)" + app.Path(2) + "\n δεν υφίσταται πλέον ή έχει μηδενικό μήκος."));
     ASSERT_GE(app.shell.beeps.size(), 2u);
     EXPECT_EQ(app.shell.beeps.back().frequency, 2500);
 

@@ -16,12 +16,14 @@
 #include "core/settings_store.h"
 #include "support/file_tree.h"
 #include "support/golden_collection.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Bytes;
 using testing::TestApp;
 
@@ -85,7 +87,7 @@ TEST(NotARegularFile, ACollectionFileThatIsNoFileIsNeitherWaitedOnNorReplaced) {
         const auto& shown = app.dialogs.Messages();
         EXPECT_TRUE(!shown.empty() && shown[0].text.find("not a regular file") != std::string::npos)
             << (shown.empty() ? "no box" : shown[0].text);
-        EXPECT_NE(app.ctx.form1.Text2[0].Text().find("The Collection will not be saved"), std::string::npos);
+        EXPECT_TRUE(Holds(app.Log(), "The Collection will not be saved"));
     }
 }
 
@@ -151,8 +153,8 @@ TEST(NotARegularFile, NoProgramFileIsWaitedOn) {
             Report_Block(app.ctx, 0);
             Form_QueryUnload(app.ctx);
         }));
-        const std::string& log = app.ctx.form1.Text2[0].Text();
-        EXPECT_NE(log.find(c.told), std::string::npos) << log;
+        const std::string& log = app.Log();
+        EXPECT_TRUE(Holds(log, c.told));
         if (c.stays) { EXPECT_TRUE(fs::is_fifo(fifo)) << "left as it was"; }
     }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <tuple>
 
 #include "playback_fixture.h"
@@ -37,35 +38,29 @@ TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
 }
 
 TEST(Clock, ListeningTimeCarriesUpInItsChain) {
-    struct Case {
+    using Chain = std::array<int32_t, 6>;  // years, months, days, hours, minutes, seconds
+    const struct {
         const char* name;
-        CollectionState before;
+        Chain before;
         int interval;
-        std::array<int32_t, 6> after;  // years, months, days, hours, minutes, seconds
-    };
-    auto stats = [](int y, int mo, int d, int h, int mi, int s) {
-        CollectionState c;
-        c.Stat_Years = y, c.Stat_Months = mo, c.Stat_Days = d, c.Stat_Hours = h, c.Stat_Minutes = mi, c.Stat_Seconds = s;
-        return c;
-    };
-    const Case cases[] = {
-        {"a second", stats(0, 0, 0, 0, 0, 7), 1000, {0, 0, 0, 0, 0, 8}},
-        {"the short tick rounds away", stats(0, 0, 0, 0, 0, 7), 300, {0, 0, 0, 0, 0, 7}},
-        {"into a minute", stats(0, 0, 0, 0, 4, 59), 1000, {0, 0, 0, 0, 5, 0}},
-        {"a hidden window's 6 seconds drop what passes 60", stats(0, 0, 0, 0, 0, 58), 6000, {0, 0, 0, 0, 1, 0}},
-        {"into an hour", stats(0, 0, 0, 2, 59, 59), 1000, {0, 0, 0, 3, 0, 0}},
-        {"into a day", stats(0, 0, 3, 23, 59, 59), 1000, {0, 0, 4, 0, 0, 0}},
-        {"a month is 30 days", stats(0, 2, 29, 23, 59, 59), 1000, {0, 3, 0, 0, 0, 0}},
-        {"a year is 13 months", stats(1, 12, 29, 23, 59, 59), 1000, {2, 0, 0, 0, 0, 0}},
-        {"month 12 is still the year's", stats(0, 11, 29, 23, 59, 59), 1000, {0, 12, 0, 0, 0, 0}},
+        Chain after;
+    } cases[] = {
+        {"a second", {0, 0, 0, 0, 0, 7}, 1000, {0, 0, 0, 0, 0, 8}},
+        {"the short tick rounds away", {0, 0, 0, 0, 0, 7}, 300, {0, 0, 0, 0, 0, 7}},
+        {"into a minute", {0, 0, 0, 0, 4, 59}, 1000, {0, 0, 0, 0, 5, 0}},
+        {"a hidden window's 6 seconds drop what passes 60", {0, 0, 0, 0, 0, 58}, 6000, {0, 0, 0, 0, 1, 0}},
+        {"into an hour", {0, 0, 0, 2, 59, 59}, 1000, {0, 0, 0, 3, 0, 0}},
+        {"into a day", {0, 0, 3, 23, 59, 59}, 1000, {0, 0, 4, 0, 0, 0}},
+        {"a month is 30 days", {0, 2, 29, 23, 59, 59}, 1000, {0, 3, 0, 0, 0, 0}},
+        {"a year is 13 months", {1, 12, 29, 23, 59, 59}, 1000, {2, 0, 0, 0, 0, 0}},
+        {"month 12 is still the year's", {0, 11, 29, 23, 59, 59}, 1000, {0, 12, 0, 0, 0, 0}},
     };
     for (const auto& c : cases) {
-        CollectionState s = c.before;
+        CollectionState s;
+        auto chain = std::tie(s.Stat_Years, s.Stat_Months, s.Stat_Days, s.Stat_Hours, s.Stat_Minutes, s.Stat_Seconds);
+        chain = std::tuple_cat(c.before);
         Count_Listening_Time(s, c.interval);
-        EXPECT_EQ((std::array<int32_t, 6>{s.Stat_Years, s.Stat_Months, s.Stat_Days, s.Stat_Hours, s.Stat_Minutes,
-                                          s.Stat_Seconds}),
-                  c.after)
-            << c.name;
+        EXPECT_EQ(chain, std::tuple_cat(c.after)) << c.name;
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "app/startup.h"
 #include "playback/transport.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 #include "support/track_rows.h"
 
@@ -18,6 +19,7 @@ namespace velmora::testing {
 struct Started {
     int row;
     int number;  // its Played_Number when the engine got it
+    int64_t at;  // the loop's tick count then
 };
 
 struct Player : TestApp {
@@ -28,7 +30,8 @@ struct Player : TestApp {
         Fill_Tracks(ctx, rows);
         m_recorder = player.PlayStateChange.connect([this](int state) {
             if (state == PS_Transitioning && ctx.form1.List2.FindExact(player.URL()) >= 0)
-                started.push_back({ctx.table.Current_Track, ctx.table.Played_Number[ctx.table.Current_Track]});
+                started.push_back(
+                    {ctx.table.Current_Track, ctx.table.Played_Number[ctx.table.Current_Track], loop.TickCount()});
         });
     }
 
@@ -48,7 +51,6 @@ struct Player : TestApp {
         return order;
     }
 
-    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
 
     static constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
     std::vector<TrackRow> rows;

@@ -19,13 +19,11 @@ namespace velmora {
 namespace {
 
 using testing::Player;
-using testing::TestApp;
 
 // A started program with `ratings.size()` rows, no files behind them, each
 // with the given class, a size and a length.
-struct Rated : TestApp {
+struct Rated : testing::Running {
     explicit Rated(const std::vector<int>& ratings) {
-        Form_Load(ctx);
         std::vector<testing::TrackRow> rows;
         for (int i = 0; i < static_cast<int>(ratings.size()); ++i)
             rows.push_back({"/m/track_" + std::to_string(i) + ".mp3", 60.0 + i, ratings[i], 1.2345 + 0.1 * i});
@@ -33,7 +31,6 @@ struct Rated : TestApp {
     }
     MenuItem& Menu(const char* name) { return ctx.form1.Menus(name); }
     MenuItem& Tray(const char* name) { return ctx.form1.Tray(name); }
-    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
     std::string Now() const { return TimeText(loop.Now()); }
     // The log grows at its top: whether it begins with these lines, stamped now.
     bool Log_Starts(const std::string& lines) const { return Log().rfind(Now() + lines, 0) == 0; }

@@ -5,11 +5,13 @@
 #include <tuple>
 
 #include "support/file_size_limit.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
+using testing::Holds;
 using testing::TempFolder;
 
 // The field forms are checked byte for byte by the Collection's golden test;
@@ -51,7 +53,7 @@ TEST(RecordFile, DamagedInputIsAReadErrorNeverAnOverrun) {
     EXPECT_EQ(f.RecordCount(), 3) << "a partial last record counts";
     std::string s = "kept";
     EXPECT_FALSE(f.GetString(1, s));
-    EXPECT_NE(f.LastError().find("past its record"), std::string::npos) << f.LastError();
+    EXPECT_TRUE(Holds(f.LastError(), "past its record"));
     EXPECT_EQ(s, "kept") << "a failed read leaves the value as it was";
     EXPECT_TRUE(f.GetString(2, s) && s == std::string("ab\0\0", 4));
     int16_t i = 7;

@@ -6,12 +6,14 @@
 #include <fstream>
 
 #include "base/codepage1253.h"
+#include "support/holds.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Holds;
 using testing::Count;
 using testing::Bytes;
 using testing::TestApp;
@@ -21,7 +23,6 @@ struct ReportTest : ::testing::Test {
         app.ctx.core.App_Path = app.folder.Str();
         app.loop.SetNow(LocalTime{2026, 3, 7, 21, 15, 4});
     }
-    const std::string& Log() { return app.ctx.form1.Text2[0].Text(); }
     MenuItem& DeleteMenu() { return app.ctx.form1.Menus("MnuMoreReportDelete"); }
 
     TestApp app;
@@ -36,11 +37,11 @@ TEST_F(ReportTest, TheFirstLongOperationCreatesTheReportWithItsBlock) {
     Report_Block(app.ctx, 0);
 
     // What the code page cannot carry becomes a question mark, not a lost block.
-    std::string log = Log();
+    std::string log = app.Log();
     log.replace(log.find("日本"), std::string("日本").size(), "??");
     const std::string stars(100, '*');
     EXPECT_EQ(Bytes(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
-    EXPECT_EQ(Count(Log(), "->"), 2u) << "no error along the way";
+    EXPECT_EQ(Count(app.Log(), "->"), 2u) << "no error along the way";
 }
 
 TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
@@ -53,8 +54,8 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
     Report_Block(app.ctx, 0);
     EXPECT_EQ(Bytes(Report_File(app.ctx)), before);
-    EXPECT_EQ(Count(Log(), "-> File already open"), 1u);
-    EXPECT_EQ(Count(Log(), "-> Bad file mode"), 4u) << "three head lines and the body fail one by one";
+    EXPECT_EQ(Count(app.Log(), "-> File already open"), 1u);
+    EXPECT_EQ(Count(app.Log(), "-> Bad file mode"), 4u) << "three head lines and the body fail one by one";
 
     // Deleting the report by the menu gives a new one at the next operation.
     Wire_Report_Menus(app.ctx);
@@ -62,17 +63,17 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     EXPECT_FALSE(fs::exists(Report_File(app.ctx)));
     Report_Block(app.ctx, -1);
     Report_Block(app.ctx, 0);
-    EXPECT_NE(Bytes(Report_File(app.ctx)).find(*Utf8ToCp1253("δεύτερη")), std::string::npos);
+    EXPECT_TRUE(Holds(Bytes(Report_File(app.ctx)), *Utf8ToCp1253("δεύτερη")));
 }
 
 TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
     Report_Size(app.ctx);
-    EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled() || !Log().empty());
+    EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled() || !app.Log().empty());
     EXPECT_TRUE(fs::is_directory(app.folder.Path() / "velmora_reports"));
 
     std::ofstream(Report_File(app.ctx), std::ios::binary) << std::string(1048576, 'x');
     Report_Size(app.ctx);
-    EXPECT_EQ(Log(), "21:15:04-> Μέγεθος αρχείου Αναφοράς - Reports File Size:\n ---> 0001.00Mb\n");
+    EXPECT_EQ(app.Log(), "21:15:04-> Μέγεθος αρχείου Αναφοράς - Reports File Size:\n ---> 0001.00Mb\n");
     EXPECT_TRUE(app.ctx.report.Report_Open == -1 && DeleteMenu().Enabled());
 }
 
@@ -82,7 +83,7 @@ TEST_F(ReportTest, DeletingAMissingReportDisablesTheMenu) {
     app.ctx.report.Report_Open = -1;
     DeleteMenu().Click.emit();
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
-    EXPECT_EQ(Count(Log(), "-> File not found"), 1u);
+    EXPECT_EQ(Count(app.Log(), "-> File not found"), 1u);
 
     MenuItem& report = app.ctx.form1.Menus("MnuMoreReport");
     for (int on : {-1, 0}) {
@@ -117,11 +118,11 @@ TEST(LogBox, KeepsItsNewestLinesWithinItsLimitCuttingBetweenLinesAndCharacters) 
     // The window's log: thousands of lines leave it bounded, newest first.
     TestApp app;
     for (int i = 0; i < 10000; ++i) Log_Line(app.ctx, "file number " + std::to_string(i) + " is gone");
-    const std::string& log = app.ctx.form1.Text2[0].Text();
+    const std::string& log = app.Log();
     EXPECT_LE(log.size(), kLogKeepBytes);
     EXPECT_GT(log.size(), kLogKeepBytes / 2);
-    EXPECT_NE(log.find("file number 9999 is gone"), std::string::npos);
-    EXPECT_EQ(log.find("file number 0 is gone"), std::string::npos);
+    EXPECT_TRUE(Holds(log, "file number 9999 is gone"));
+    EXPECT_FALSE(Holds(log, "file number 0 is gone"));
     EXPECT_EQ(log.substr(log.size() - 8), " is gone") << "no line is left cut";
 }
 

@@ -1,6 +1,8 @@
 // The snooze window on virtual time: the countdown's figures, the boxes'
 // checks, the mode boxes, the alarm list of the first opening, what Ok keeps
-// across a restart, and the moment's test that nothing calls.
+// across a restart, and the moment's test that nothing calls; the terminal's
+// sleep timer: what durations it takes, and the fade, the pause and the one
+// call at the end.
 
 #include <gtest/gtest.h>
 
@@ -8,6 +10,7 @@
 #include "support/test_app.h"
 #include "support/track_rows.h"
 #include "timed/countdown.h"
+#include "timed/sleep_timer.h"
 #include "timed/snooze_window.h"
 
 namespace velmora {
@@ -37,11 +40,8 @@ TEST(Countdown, WholeDifferencesAcrossBoundariesAndIntoThePast) {
     EXPECT_FALSE(Parse_Moment("01/01/2024", "24:00:00"));
 }
 
-struct SnoozeApp : testing::TestApp {
-    SnoozeApp() {
-        Form_Load(ctx);
-        loop.SetNow({2024, 12, 31, 23, 59, 30});
-    }
+struct SnoozeApp : testing::Running {
+    SnoozeApp() { loop.SetNow({2024, 12, 31, 23, 59, 30}); }
     Form5& w = ctx.form5;
     Settings& s = ctx.settings;
 };
@@ -104,8 +104,7 @@ TEST(SnoozeWindow, TheAlarmListIsTheFirstOpeningsAndOkSurvivesARestart) {
     EXPECT_EQ(std::tuple(app.w.Label2.Caption(), app.ctx.timed.Alarm_Time_Reached), std::tuple("Ενεργό - On", 0));
     Form_QueryUnload(app.ctx);
 
-    testing::TestApp again(app.folder.Str());
-    Form_Load(again.ctx);
+    testing::Running again(app.folder.Str());
     const Settings& s = again.ctx.settings;
     EXPECT_EQ(std::tie(s.Trigger_Mode, s.Trigger_Date), std::tuple(2, "02/01/2025"));
     EXPECT_EQ(std::tie(s.Trigger_Time, s.Trigger_Countdown),
@@ -141,6 +140,37 @@ TEST(SnoozeWindow, TheMomentPassesUnheededAndTheTestWouldPauseAndSoundTheAlarm) 
     app.loop.Advance(1000);
     EXPECT_EQ(std::tuple(alarm.URL(), alarm.volume(), alarm.playState()), std::tuple("/m/wake.mp3", 50, PS_Playing));
     app.ctx.timed.Alarm_Engine = nullptr;
+}
+
+TEST(SleepTimer, DurationsAreHoursMinutesSecondsInOrder) {
+    for (auto [text, seconds] : {std::pair{"30m", 1800}, {"1h15m", 4500}, {"2h5s", 7205}, {"3s", 3}})
+        EXPECT_EQ(Parse_Sleep_Duration(text), seconds) << text;
+    for (const char* bad : {"", "30", "m", "15m1h", "1m1m", "0s", "-5m", "1.5h", "5 m", "10x"})
+        EXPECT_EQ(Parse_Sleep_Duration(bad), std::nullopt) << bad;
+}
+
+TEST(SleepTimer, FadesOverTheLastMinuteThenPausesAndGivesTheVolumeBack) {
+    testing::TestApp app;
+    app.player.SetDuration("/m/long.mp3", 3600);
+    ASSERT_TRUE(app.player.setURL("/m/long.mp3").ok());
+    ASSERT_TRUE(app.player.play().ok());
+    ASSERT_TRUE(app.player.setVolume(80).ok());
+    app.loop.Advance(100);
+    ASSERT_EQ(app.player.playState(), PS_Playing);
+
+    int done = 0;
+    SleepTimer sleep(app.ctx, 90, [&] { ++done; });
+    app.loop.Advance(29'000);
+    EXPECT_EQ(app.player.volume(), 80);
+    app.loop.Advance(31'000);  // 30 s left
+    EXPECT_EQ(app.player.volume(), 40);
+    app.loop.Advance(29'750);  // a quarter second left
+    EXPECT_EQ(app.player.volume(), 1);
+    EXPECT_EQ(done, 0);
+    app.loop.Advance(5'000);
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(app.player.playState(), PS_Paused);
+    EXPECT_EQ(app.player.volume(), 80);
 }
 
 }  // namespace

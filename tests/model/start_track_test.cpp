@@ -25,7 +25,7 @@ int Position(const StubEngine& engine) {
     return static_cast<int>(std::lround(engine.currentPosition().value_or(-1)));
 }
 
-TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
+TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThrough) {
     Player app(3, 100.0);
     Settings& s = app.ctx.settings;
     s.Preview_Active = -1, s.Preview_Seconds = 10;
@@ -45,15 +45,14 @@ TEST(StartTrack, APreviewOfFourPointsSamplesAtOneFifthStepsThenMovesOn) {
         EXPECT_FALSE(first.count(point + 15)) << "no more than the sample at " << point;
     }
     EXPECT_FALSE(first.count(10) || first.count(95));
-}
 
-TEST(StartTrack, ATrackShorterThanTheSampleMovesOn) {
-    Player app(3, 4.0);
-    app.ctx.settings.Random_Order = 0, app.ctx.settings.Preview_Active = -1, app.ctx.settings.Preview_Seconds = 10;
-    app.Press();
-    app.loop.Advance(8'000);
-    ASSERT_GE(app.started.size(), 2u);
-    EXPECT_EQ(app.started[1].row, 1);
+    // A Track shorter than the sample plays through and the walk moves on.
+    Player brief(3, 4.0);
+    brief.ctx.settings.Random_Order = 0, brief.ctx.settings.Preview_Active = -1, brief.ctx.settings.Preview_Seconds = 10;
+    brief.Press();
+    brief.loop.Advance(8'000);
+    ASSERT_GE(brief.started.size(), 2u);
+    EXPECT_EQ(brief.started[1].row, 1);
 }
 
 TEST(StartTrack, OnlyTheFirstStartOfARunThatBeganByItselfIsDelayed) {

@@ -15,6 +15,7 @@
 namespace velmora {
 namespace {
 
+using testing::Holds;
 using testing::Player;
 
 // A program playing the first of two Tracks 30 seconds in, its file's title "Old".
@@ -117,7 +118,7 @@ TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     f.Command13.Click.emit();  // nothing typed: the example, then the want of "www"
     EXPECT_EQ(app.dialogs.Messages().size(), 2u);
-    EXPECT_NE(app.dialogs.Messages().front().text.find(std::string(f.Combo3.List(0))), std::string::npos);
+    EXPECT_TRUE(Holds(app.dialogs.Messages().front().text, std::string(f.Combo3.List(0))));
     f.Text2[3].SetText("https://www.example.org/find?q=");
     f.Command13.Click.emit();
     EXPECT_EQ(std::tuple(f.Combo3.ListCount(), f.Combo3.ListIndex()), std::tuple(4, 3));

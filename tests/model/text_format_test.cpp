@@ -104,11 +104,6 @@ TEST(TextFormat, RoundingToIntegersGoesToEven) {
     EXPECT_FALSE(CLng(2147483647.5, l));
 }
 
-TEST(TextFormat, ClockTexts) {
-    const LocalTime t{2024, 3, 7, 9, 5, 0};
-    EXPECT_EQ(std::tuple(TimeText(t), DateText(t)), std::tuple("09:05:00", "07/03/2024"));
-}
-
 TEST(Currency, ConversionsRoundHalfToEven) {
     const std::pair<double, int64_t> cases[] = {
         {0.00005, 0}, {0.00025, 2}, {-0.00025, -2}, {2.00015, 20002}, {0.12345, 1234},

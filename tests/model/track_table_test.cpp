@@ -20,6 +20,8 @@ TrackTable Numbered(int n) {
         t.Bitrate[r] = static_cast<int16_t>(128 + r);
         t.Rating_Class[r] = static_cast<int16_t>(r % 6);
         t.Title[r] = "title" + std::to_string(r);
+        t.Artist[r] = "artist" + std::to_string(r), t.Genre[r] = "genre" + std::to_string(r);
+        t.Album[r] = "album" + std::to_string(r), t.Year[r] = std::to_string(1960 + r);
         t.Slot_Value[r][15] = static_cast<int16_t>(r);
         t.Slot_Text[r].Set(0, "slot" + std::to_string(r));
         t.Identified[r] = (r % 2) == 0;
@@ -40,7 +42,9 @@ TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     // Rows behind the removed one moved up by one...
     EXPECT_EQ(t.Title, (std::vector<std::string>{"title0", "title2", "title3", "title4", "", ""}));
     EXPECT_EQ(t.Played_Number, (std::vector<int32_t>{1, 3, 4, 5, 0, 0}));
-    EXPECT_EQ(std::tuple(t.Duration[1], t.Bitrate[3]), std::tuple(Currency(102), 132));
+    EXPECT_EQ(std::tuple(t.Duration[1], t.File_Size[1], t.Bitrate[3]), std::tuple(Currency(102), Currency(12), 132));
+    EXPECT_EQ(std::tuple(t.Artist[1], t.Genre[2], t.Album[3], t.Year[3]), std::tuple("artist2", "genre3", "album4", "1964"));
+    EXPECT_EQ(t.Rating_Class[1], 2);
     EXPECT_EQ(std::tuple(t.Slot_Value[2][15], t.Slot_Text[2][0]), std::tuple(3, "slot3"));
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, true, false, false}));
     // ...under the stop position of the row before, kept as it stands, and

@@ -12,16 +12,11 @@ namespace velmora {
 namespace {
 
 using testing::Count;
+using testing::Running;
 using testing::TestApp;
 
-// The start wires the menus' handlers.
-struct Started : TestApp {
-    Started() { Form_Load(ctx); }
-    ~Started() { Form_QueryUnload(ctx); }
-};
-
 TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
-    Started app;
+    Running app;
     Form1& f = app.ctx.form1;
     ASSERT_TRUE(f.Visible());
     ASSERT_EQ(f.Timer1.Interval(), 1000);
@@ -57,8 +52,7 @@ TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
 
 // A run that ended hidden in the tray, started where there is no tray.
 TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
-    TestApp first;
-    Form_Load(first.ctx);
+    Running first;
     Form_MouseMove(first.ctx, kTrayLeftDown);
     Form_QueryUnload(first.ctx);
 
@@ -67,12 +61,11 @@ TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
     Form_Load(app.ctx);
     EXPECT_TRUE(app.ctx.form1.Visible());
     EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
-    EXPECT_EQ(Count(app.ctx.form1.Text2[0].Text(), "No system tray"), 1u);
-    Form_QueryUnload(app.ctx);
+    EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
 }
 
 TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
-    Started app;
+    Running app;
     MenuItem& row = app.ctx.form1.Menus("MnuMoreWindows");
     const std::string name = app.ctx.core.Executable_Name;
     EXPECT_FALSE(Run_Key_Exists(app.ctx, name));
@@ -98,7 +91,7 @@ TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
 }
 
 TEST(Tray, BothAlwaysOnTopRowsStayEqualWhicheverIsClicked) {
-    Started app;
+    Running app;
     Form1& f = app.ctx.form1;
     MenuItem& more = f.Menus("MnuMoreOnTop");
     MenuItem& tray = f.Tray("MnuSystemTrayTop");

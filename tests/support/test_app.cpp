@@ -4,6 +4,7 @@
 #include <iterator>
 #include <random>
 
+#include "app/startup.h"
 #include "collection/collection_file.h"
 
 namespace velmora::testing {
@@ -39,6 +40,10 @@ TestApp::TestApp() : ctx(Ports{loop, dialogs, shell, player, reader, video, seco
 }
 
 TestApp::TestApp(const std::string& program_folder) : TestApp() { ctx.program_folder = program_folder; }
+
+Running::Running() { Form_Load(ctx); }
+
+Running::Running(const std::string& program_folder) : TestApp(program_folder) { Form_Load(ctx); }
 
 void Start_In(TestApp& app, const std::string& folder) {
     app.ctx.program_folder = app.ctx.core.App_Path = folder;

@@ -44,6 +44,15 @@ struct TestApp {
     RecordingShell shell;
     StubEngine player{loop}, reader{loop}, video{loop}, second{loop};
     AppContext ctx;
+
+    // The window's log, newest line first.
+    const std::string& Log() const { return ctx.form1.Text2[0].Text(); }
+};
+
+// A program through its start, as a user opens it.
+struct Running : TestApp {
+    Running();
+    explicit Running(const std::string& program_folder);
 };
 
 // What a start finds on the disk of the program folder `folder`: the pointer
