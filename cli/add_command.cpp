@@ -85,7 +85,12 @@ int Add_Command(int argc, char** argv) {
         const std::string given = folder;
         folder = Folder_Argument(given, ec);
         if (ec || !fs::is_directory(folder, ec)) {
-            std::cerr << "velmora-cli: " << given << ": no such folder\n";
+            // Files are taken in by their folder; a file named here is the
+            // commonest slip, so it gets its own words.
+            const bool is_file = fs::exists(given, ec) && !fs::is_directory(given, ec);
+            std::cerr << "velmora-cli: " << given
+                      << (is_file ? ": not a folder (add takes the folders that hold the media files)\n"
+                                  : ": no such folder\n");
             missing = true;
         }
     }

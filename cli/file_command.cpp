@@ -72,7 +72,7 @@ int File_Command(int mode, int argc, char** argv) {
         // a move into it would delete every file it could not copy.
         dest = fs::absolute(dest, ec).lexically_normal().string();
         if (!fs::is_directory(dest, ec)) {
-            std::cerr << "velmora-cli: " << dest << ": no such folder\n";
+            std::cerr << "velmora-cli: " << dest << (fs::exists(dest, ec) ? ": not a folder\n" : ": no such folder\n");
             return 1;
         }
         if (dest.back() != '/') dest += '/';

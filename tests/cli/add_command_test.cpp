@@ -155,10 +155,14 @@ TEST(AddCommand, ErrorsLeaveTheCollectionAsItWas) {
     const fs::path collection = Collection_In(tmp);
     const std::string coll = Quoted(collection);
 
-    // A missing folder: nothing is created, not even the Collection.
-    CliRun run = Cli("add " + coll + " " + Quoted(media) + " " + Quoted(gone) + " --subdirs", tmp.Path());
+    // A missing folder, or a file named for a folder: nothing is created,
+    // not even the Collection.
+    CliRun run = Cli("add " + coll + " " + Quoted(media) + " " + Quoted(gone) + " " + Quoted(media / "a.mp3") +
+                         " --subdirs",
+                     tmp.Path());
     EXPECT_EQ(std::tuple(run.code, run.out), std::tuple(1, ""));
     EXPECT_TRUE(Has(run, gone.string() + ": no such folder")) << run.err;
+    EXPECT_TRUE(Has(run, (media / "a.mp3").string() + ": not a folder")) << run.err;
     EXPECT_FALSE(fs::exists(collection.parent_path()));
 
     ASSERT_EQ(Cli("add " + coll + " " + Quoted(media), tmp.Path()).code, 0);
