@@ -54,6 +54,7 @@ struct PlaybackState {
     std::array<int32_t, 3> Last_Play_State{};  // by PlayWindow
     int Window_Icon = kIconStopped;            // of Form1 and Form4, and so of the tray
     bool No_Sound_Told = false;                // the log has said that there is no sound device
+    bool No_Tray_Told = false;                 // the log has said that there is no system tray
 
     // The clock.
     int32_t Last_Track = 0;

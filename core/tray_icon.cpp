@@ -7,8 +7,12 @@ namespace velmora {
 
 void AddIconToTray(AppContext& ctx) {
     if (ctx.ports.shell.AddTrayIcon("Velmora II")) return;
-    Log_Line(ctx, "Δεν υπάρχει περιοχή ειδοποιήσεων: το πρόγραμμα μένει στο παράθυρό του - "
-                  "No system tray: the program stays in its window");
+    // The icon is put up again at every change of the play state; the log
+    // says once that there is nowhere to put it.
+    if (!ctx.playback.No_Tray_Told)
+        Log_Line(ctx, "Δεν υπάρχει περιοχή ειδοποιήσεων: το πρόγραμμα μένει στο παράθυρό του - "
+                      "No system tray: the program stays in its window");
+    ctx.playback.No_Tray_Told = true;
     // Without a tray there is no click to bring a hidden window back.
     Settings& s = ctx.settings;
     if (s.Window_Visible == -1) return;

@@ -6,6 +6,7 @@
 
 #include "app/startup.h"
 #include "desktop/tray.h"
+#include "playback/play_state.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -61,6 +62,7 @@ TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
     Form_Load(app.ctx);
     EXPECT_TRUE(app.ctx.form1.Visible());
     EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
+    Show(app.ctx, "pause", kIconPaused);  // every change of the play state puts the icon up again
     EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
 }
 
