@@ -26,11 +26,13 @@
 #include "platform/media_reader.h"
 #include "platform/mpeg_frames.h"
 #include "platform/rating_tags.h"
+#include "support/child_process.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Output;
 
 const char* const kGreek = "Καλημέρα κόσμε";
 
@@ -62,16 +64,6 @@ const testing::MediaFolder& Files() {
         f.Run("cp " + f.Q("still.png") + f.Q("picture.mp3"));
     });
     return folder;
-}
-
-std::string Output(const std::string& command) {
-    std::string out;
-    if (FILE* pipe = popen(command.c_str(), "r")) {
-        char buffer[256];
-        while (fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
-        pclose(pipe);
-    }
-    return out;
 }
 
 double FfprobeSeconds(const std::string& path) {

@@ -13,19 +13,21 @@
 #include <taglib/mpegfile.h>
 #include <taglib/popularimeterframe.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <tuple>
 
 #include "media_folder.h"
 #include "platform/media_reader.h"
+#include "support/child_process.h"
+#include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Bytes;
+using testing::Output;
 
 const char* const kFormats[] = {"mp3", "ogg", "opus", "flac", "m4a", "wma", "wav"};
 
@@ -47,24 +49,9 @@ const testing::MediaFolder& Files() {
     return folder;
 }
 
-std::string Output(const std::string& command) {
-    std::string out;
-    if (FILE* pipe = popen(command.c_str(), "r")) {
-        char buffer[256];
-        while (fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
-        pclose(pipe);
-    }
-    return out;
-}
-
 // The hash of the sound's packets as the demuxer hands them out, tags aside.
 std::string SoundHash(const std::string& path) {
     return Output("ffmpeg -v error -i '" + path + "' -map 0:a -c copy -f md5 - 2>&1");
-}
-
-std::string Bytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 class TagWriting : public ::testing::Test {

@@ -46,4 +46,7 @@ private:
 // Waits up to ms for the condition, checking it every 10 ms.
 bool Within(int ms, const std::function<bool()>& holds);
 
+// What a shell command prints on its standard output, whatever its exit.
+std::string Output(const std::string& command);
+
 }  // namespace velmora::testing
