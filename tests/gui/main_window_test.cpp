@@ -5,7 +5,6 @@
 #include <QGroupBox>
 #include <QItemSelectionModel>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -19,7 +18,6 @@
 #include <array>
 #include <set>
 
-#include "app/startup.h"
 #include "core/forms.h"
 #include "desktop/pages.h"
 #include "desktop/qt/main_window.h"
@@ -200,8 +198,7 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
     auto sub = form.Command11.Click.connect([&] { ++plays; });
     auto press = [this](int key) {
         QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : &window;
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "");
-        QApplication::sendEvent(target, &event);
+        testing::Key(*target, key, key == Qt::Key_Space ? " " : "");
     };
     window.activateWindow();
     window.TrackView().setFocus();
@@ -295,21 +292,6 @@ TEST_F(MainWindowTest, TheHourglassCoversTheApplicationWhileWorkRuns) {
     form.SetCaption("busy");  // another change of the form stacks no second cursor
     form.SetMousePointer(FormState::kDefaultPointer);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-// The window over a whole program brought up on the test doubles.
-TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
-    testing::TestApp app;
-    MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
-    Form_Load(app.ctx);
-    const std::string log = app.ctx.form1.Text2[0].Text();
-    auto shown = [&] { return window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(); };
-    EXPECT_TRUE(Eventually([&] { return shown() == log; })) << shown();
-
-    testing::Save_Drawing(window, "start_up.png");
-    EXPECT_EQ(window.isVisible(), app.ctx.form1.Visible());
-    EXPECT_EQ(window.windowTitle().toStdString(), app.ctx.form1.Caption());
-    Form_QueryUnload(app.ctx);
 }
 
 }  // namespace
