@@ -88,6 +88,12 @@ bool Within(int ms, const std::function<bool()>& holds) {
     }
 }
 
+bool Within(EventLoop& loop, int ms, const std::function<bool()>& holds) {
+    for (const int64_t start = loop.TickCount(); !holds(); loop.WaitForEvents(10))
+        if (loop.TickCount() - start > ms) return false;
+    return true;
+}
+
 std::string Output(const std::string& command) {
     std::string out;
     if (FILE* pipe = popen(command.c_str(), "r")) {
