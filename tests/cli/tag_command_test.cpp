@@ -15,9 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Output;
-using testing::Cli;
-using testing::CliRun;
-using testing::Quoted;
 
 nlohmann::json Tracks(const std::string& coll, const fs::path& scratch) {
     const CliRun dump = Cli("dump " + coll, scratch);
