@@ -17,9 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Bytes;
-using testing::Cli;
-using testing::CliRun;
-using testing::Quoted;
 
 void Touch(const fs::path& path) {
     fs::create_directories(path.parent_path());

@@ -13,8 +13,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Cli;
-using testing::CliRun;
 
 std::string B(int n) { return std::string(static_cast<size_t>(n), ' '); }
 

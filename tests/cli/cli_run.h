@@ -54,3 +54,10 @@ inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
 }
 
 }  // namespace velmora::testing
+
+namespace velmora {
+// The terminal tests call these by their short names.
+using testing::Cli;
+using testing::CliRun;
+using testing::Quoted;
+}  // namespace velmora

@@ -18,8 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Bytes;
-using testing::Cli;
-using testing::Quoted;
 
 TEST(CollectionGuard, AWriterWaitsForNoOneAndWritesOverNoOne) {
     testing::TempFolder tmp;

@@ -18,7 +18,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "cli_run.h"
@@ -254,7 +253,6 @@ struct CommandRun {
     std::unique_ptr<Layout> layout;
     Tree before;
     std::unique_ptr<ChildProcess> process;
-    std::chrono::steady_clock::time_point started;
     bool timed_out = false;
 };
 
@@ -395,28 +393,21 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
     std::stable_sort(runs.begin(), runs.end(), [](const CommandRun& a, const CommandRun& b) {
         return kTimeouts[a.command] > kTimeouts[b.command];
     });
-    size_t next = 0, running = 0, done = 0;
-    while (done < runs.size()) {
-        while (running < kAtOnce && next < runs.size()) {
-            CommandRun& run = runs[next++];
-            run.process = std::make_unique<ChildProcess>(Arguments(run), run.folder->Path() / "out.txt",
-                                                         run.folder->Path() / "err.txt");
-            run.started = std::chrono::steady_clock::now();
-            ++running;
-        }
-        for (size_t i = 0; i < next; ++i) {
+    for (size_t first = 0; first < runs.size(); first += kAtOnce) {
+        const size_t end = std::min(runs.size(), first + kAtOnce);
+        for (size_t i = first; i < end; ++i)
+            runs[i].process = std::make_unique<ChildProcess>(Arguments(runs[i]), runs[i].folder->Path() / "out.txt",
+                                                             runs[i].folder->Path() / "err.txt");
+        const auto started = std::chrono::steady_clock::now();
+        for (size_t i = first; i < end; ++i) {
             CommandRun& run = runs[i];
-            if (!run.process || run.started == std::chrono::steady_clock::time_point{}) continue;
-            if (!run.process->Ended()) {
-                if (std::chrono::steady_clock::now() - run.started < std::chrono::seconds(kTimeouts[run.command]))
-                    continue;
+            const auto left = started + std::chrono::seconds(kTimeouts[run.command]) - std::chrono::steady_clock::now();
+            const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(left).count();
+            if (!run.process->Ended(static_cast<int>(std::max<int64_t>(ms, 0)))) {
                 run.process->Kill();
                 run.timed_out = true;
             }
-            run.started = {};
-            --running, ++done;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 
     std::map<const Case*, std::string> failing;

@@ -20,9 +20,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Cli;
-using testing::CliRun;
-using testing::Quoted;
 using testing::Tones;
 
 // The three files of a Collection, as they stand: the commands must leave them so.

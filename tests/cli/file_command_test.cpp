@@ -13,7 +13,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Cli;
 
 struct FileCommand : ::testing::Test {
     testing::TempFolder folder;

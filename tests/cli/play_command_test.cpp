@@ -17,7 +17,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Cli;
 
 constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
 

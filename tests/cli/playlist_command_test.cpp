@@ -13,8 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::Bytes;
-using testing::Cli;
-using testing::Quoted;
 
 TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
     testing::TempFolder tmp;

@@ -7,25 +7,14 @@
 #include <nlohmann/json.hpp>
 
 #include "cli_run.h"
+#include "support/child_process.h"
 #include "support/test_app.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Cli;
-using testing::CliRun;
-using testing::Quoted;
-
-std::string Output(const std::string& command) {
-    std::string out;
-    if (FILE* pipe = popen(command.c_str(), "r")) {
-        char buffer[256];
-        while (fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
-        pclose(pipe);
-    }
-    return out;
-}
+using testing::Output;
 
 nlohmann::json Tracks(const std::string& coll, const fs::path& scratch) {
     const CliRun dump = Cli("dump " + coll, scratch);

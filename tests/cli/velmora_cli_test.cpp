@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using nlohmann::json;
-using testing::Cli;
-using testing::CliRun;
 
 // The golden Collection under a Greek name, its files side file in the
 // load's spelling of the suffix.

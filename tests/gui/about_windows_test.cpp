@@ -1,9 +1,7 @@
 // The start screen and the slide show, drawn offscreen.
 
 #include <QFile>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -22,17 +20,7 @@ namespace {
 
 using testing::Child;
 
-void Press_Key(QWidget& widget) {
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Q, Qt::NoModifier, QStringLiteral("q"));
-    QApplication::sendEvent(&widget, &press);
-}
-
-void Click(QWidget& widget) {
-    const QPointF at(3, 3);
-    QMouseEvent press(QEvent::MouseButtonPress, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(&widget, &press);
-}
+void Click(QWidget& widget) { testing::Mouse(widget, QPoint(3, 3), {QEvent::MouseButtonPress}); }
 
 TEST(StartScreen, ShowsAtOnceWithItsPictureAndAnyKeyOrClickClosesIt) {
     FrmSplash form;
@@ -41,7 +29,7 @@ TEST(StartScreen, ShowsAtOnceWithItsPictureAndAnyKeyOrClickClosesIt) {
     // Shown and drawn before the loop turns, since the load follows at once.
     EXPECT_TRUE(splash.isVisible());
     EXPECT_GE(splash.width(), 320);
-    Press_Key(splash);
+    testing::Key(splash, Qt::Key_Q, QStringLiteral("q"));
     EXPECT_FALSE(form.Visible() || splash.isVisible());
 
     form.Show();

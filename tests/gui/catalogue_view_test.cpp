@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QFontInfo>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
@@ -65,26 +64,16 @@ std::vector<std::string> Greek_Rows() {
                           "Ταινία & ήχος.mkv", "/home/eleni/Βίντεο"})};
 }
 
-// Mouse events at a point of a view's viewport, as a hand gives them.
-void Mouse(QAbstractItemView& view, const QPoint& at, std::initializer_list<QEvent::Type> events) {
-    for (QEvent::Type type : events) {
-        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, view.viewport()->mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
-        QApplication::sendEvent(view.viewport(), &event);
-    }
-}
-
-void Press_Row(QAbstractItemView& view, int row, int column = 0) {
-    Mouse(view, view.visualRect(view.model()->index(row, column)).center(),
-          {QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
+void Press_Row(QAbstractItemView& view, int row) {
+    testing::Mouse(*view.viewport(), view.visualRect(view.model()->index(row, 0)).center(),
+                   {QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
 }
 
 // A key as the focused widget gets it, through the window's key filter.
 void Press_Key(QWidget& widget, int key, const QString& text = {}) {
     widget.setFocus();
     ASSERT_TRUE(Eventually([&] { return QApplication::focusWidget() == &widget; }));
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
-    QApplication::sendEvent(&widget, &event);
+    testing::Key(widget, key, text);
 }
 
 class CatalogueViewTest : public ::testing::Test {
@@ -301,9 +290,9 @@ TEST(CatalogueStartUp, AChosenArtistsTrackPlaysFromItsResult) {
 
     QTableView& tracks = window.TrackView();
     ASSERT_TRUE(Eventually([&] { return tracks.currentIndex().row() == 2; }));
-    Mouse(tracks, tracks.visualRect(tracks.model()->index(2, TrackListModel::Path)).center(),
-          {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
-           QEvent::MouseButtonRelease});
+    testing::Mouse(*tracks.viewport(), tracks.visualRect(tracks.model()->index(2, TrackListModel::Path)).center(),
+                   {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                    QEvent::MouseButtonRelease});
     EXPECT_EQ(std::tuple(app.player.URL(), app.ctx.table.Current_Track), std::tuple(rows[2].path, 2));
     testing::Save_Drawing(window, "catalogue_start_up.png");
     Form_QueryUnload(app.ctx);

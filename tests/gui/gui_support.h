@@ -1,11 +1,14 @@
 #pragma once
 // What the window tests share: waiting on a condition while Qt's loop runs,
-// finding a widget by the name of its control, and saving a drawing beside
-// the test binary for people to look at.
+// finding a widget by the name of its control, keys and mouse gestures as a
+// hand gives them, and saving a drawing beside the test binary for people to
+// look at.
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QThread>
 #include <QWidget>
 
@@ -13,6 +16,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 
@@ -37,6 +41,21 @@ W& Child(const QWidget& root, const char* name) {
     W* widget = root.findChild<W*>(QString::fromUtf8(name));
     if (widget == nullptr) throw std::runtime_error(std::string("no widget ") + name);
     return *widget;
+}
+
+// A key pressed while the widget has the keyboard.
+inline void Key(QWidget& widget, int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
+    QApplication::sendEvent(&widget, &event);
+}
+
+// Left-button events at a point of the widget; the button is held but on release.
+inline void Mouse(QWidget& widget, const QPoint& at, std::initializer_list<QEvent::Type> events) {
+    for (QEvent::Type type : events) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &event);
+    }
 }
 
 inline void Save_Drawing(QWidget& widget, const char* name) {

@@ -6,7 +6,6 @@
 #include <QGroupBox>
 #include <QItemSelectionModel>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -21,9 +20,7 @@
 #include <array>
 #include <set>
 
-#include "app/startup.h"
 #include "core/forms.h"
-#include "desktop/pages.h"
 #include "desktop/qt/main_window.h"
 #include "desktop/qt/menu_view.h"
 #include "desktop/qt/track_list_model.h"
@@ -221,8 +218,7 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
     auto sub = form.Command11.Click.connect([&] { ++plays; });
     auto press = [this](int key) {
         QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : &window;
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, key == Qt::Key_Space ? " " : "");
-        QApplication::sendEvent(target, &event);
+        testing::Key(*target, key, key == Qt::Key_Space ? " " : "");
     };
     window.activateWindow();
     window.TrackView().setFocus();
@@ -245,37 +241,22 @@ TEST_F(MainWindowTest, KeysReachTheLogic) {
     EXPECT_EQ(esc_key, 27);
 }
 
-TEST_F(MainWindowTest, PagesShowTheirFramesUnderBilingualTabs) {
+// Which frame a page shows is the page handler's; the tabs and the page
+// number follow each other both ways.
+TEST_F(MainWindowTest, PagesAreBilingualTabsThatFollowThePageNumber) {
     auto* tabs = window.findChild<QTabBar*>();
     ASSERT_NE(tabs, nullptr);
     ASSERT_EQ(tabs->count(), 5);
     for (int page = 0; page < 5; ++page)
         EXPECT_TRUE(tabs->tabText(page).contains(" - ")) << "Greek - English: " << page;
-    auto frame = [&](const char* name) { return window.findChild<QGroupBox*>(name); };
-    // The logic shows each page's frame alone; the view follows it.
-    auto follow = form.MultiPage1.Changed.connect([&](Change) {
-        Frame& shown = Page_Frame(form, form.MultiPage1.Value());
-        for (Frame* f : {&form.Frame1, &form.Frame4, &form.Frame6, &form.Frame8, &form.Frame12})
-            f->SetVisible(f == &shown);
-    });
-
     form.MultiPage1.SetValue(2);
     EXPECT_EQ(tabs->currentIndex(), 2);
-    EXPECT_TRUE(frame("Frame1")->isVisible());
-    EXPECT_EQ(frame("Frame1")->title(), QStringLiteral("Αναζήτηση Πολυμέσων - Multimedia Search"));
-    EXPECT_FALSE(frame("Frame8")->isVisible());
+    EXPECT_EQ(window.findChild<QGroupBox*>("Frame1")->title(), QStringLiteral("Αναζήτηση Πολυμέσων - Multimedia Search"));
 
     int changes = 0;
     auto sub = form.MultiPage1.Change_.connect([&] { ++changes; });
     tabs->setCurrentIndex(3);
     EXPECT_EQ(std::tuple(form.MultiPage1.Value(), changes), std::tuple(3, 1));
-    EXPECT_TRUE(frame("Frame8")->isVisible());
-
-    // Pages 0 and 1 share a place: the ratings information, or the managing frame.
-    form.MultiPage1.SetValue(1);
-    EXPECT_TRUE(frame("Frame12")->isVisible() && !frame("Frame4")->isVisible());
-    form.MultiPage1.SetValue(0);
-    EXPECT_TRUE(frame("Frame4")->isVisible() && !frame("Frame12")->isVisible());
 }
 
 TEST_F(MainWindowTest, AnEmptyTrackListSaysWhereMediaComeFrom) {
@@ -316,21 +297,6 @@ TEST_F(MainWindowTest, TheHourglassCoversTheApplicationWhileWorkRuns) {
     form.SetCaption("busy");  // another change of the form stacks no second cursor
     form.SetMousePointer(FormState::kDefaultPointer);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-// The window over a whole program brought up on the test doubles.
-TEST(MainWindowStartUp, ShowsWhatStartUpLeaves) {
-    testing::TestApp app;
-    MainWindow window(app.ctx.form1, app.ctx.core.Esc_Key);
-    Form_Load(app.ctx);
-    const std::string log = app.ctx.form1.Text2[0].Text();
-    auto shown = [&] { return window.findChild<QPlainTextEdit*>("Text2(0)")->toPlainText().toStdString(); };
-    EXPECT_TRUE(Eventually([&] { return shown() == log; })) << shown();
-
-    testing::Save_Drawing(window, "start_up.png");
-    EXPECT_EQ(window.isVisible(), app.ctx.form1.Visible());
-    EXPECT_EQ(window.windowTitle().toStdString(), app.ctx.form1.Caption());
-    Form_QueryUnload(app.ctx);
 }
 
 }  // namespace

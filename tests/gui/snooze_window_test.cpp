@@ -4,7 +4,6 @@
 
 #include <QCalendarWidget>
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 
@@ -31,10 +30,7 @@ TEST(SnoozeWindowView, FollowsForm5AndTheHandReachesTheLogic) {
 
     auto& minutes = testing::Child<QLineEdit>(window, "Form5.Text1(1)");
     minutes.selectAll();
-    for (char digit : {'1', '2', '3'}) {
-        QKeyEvent key(QEvent::KeyPress, Qt::Key_0 + (digit - '0'), Qt::NoModifier, QString(QChar(digit)));
-        QApplication::sendEvent(&minutes, &key);
-    }
+    for (char digit : {'1', '2', '3'}) testing::Key(minutes, Qt::Key_0 + (digit - '0'), QString(QChar(digit)));
     EXPECT_EQ(std::tuple(app.ctx.form5.Text1[1].Text(), minutes.text().toStdString()), std::tuple("00", "00"));
     testing::Child<QScrollBar>(window, "Form5.VScroll1(3)").triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_EQ(app.ctx.form5.Text1[3].Text(), "1");

@@ -2,7 +2,6 @@
 // playing, drawn offscreen, and the user's hand on its buttons, sliders and keys.
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSlider>
@@ -57,8 +56,7 @@ protected:
         ASSERT_TRUE(testing::Eventually([&] { return window.isEnabled(); }));
         target.setFocus();
         ASSERT_TRUE(testing::Eventually([&] { return QApplication::focusWidget() == &target; }));
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, key == Qt::Key_Space ? " " : "");
-        QApplication::sendEvent(&target, &event);
+        testing::Key(target, key, key == Qt::Key_Space ? " " : "", modifiers);
         app.loop.Advance(500);
     }
 

@@ -1,7 +1,6 @@
 // The video window and the second player window drawn offscreen over the
 // stub engines: their closing, sizes and buttons reach the logic.
 #include <QApplication>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -42,15 +41,12 @@ TEST_F(Windows, TheVideoWindowTakesItsSizeGoesFullScreenAndClosingPlaysOnInTheMa
     ASSERT_TRUE(Eventually([&] { return window.isVisible(); }));
     EXPECT_EQ(window.size(), QSize(400, 300));
 
-    QMouseEvent twice(QEvent::MouseButtonDblClick, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(&window, &twice);
+    testing::Mouse(window, QPoint(5, 5), {QEvent::MouseButtonDblClick});
     ASSERT_TRUE(Eventually([&] { return app.ctx.form2.Full_Screen; }));
     QApplication::processEvents();
     EXPECT_EQ(std::tuple(app.ctx.settings.Video_Width, app.ctx.settings.Video_Height), std::tuple(400, 300))
         << "the screen's size is not the window's";
-    QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QApplication::sendEvent(&window, &esc);
+    testing::Key(window, Qt::Key_Escape);
     EXPECT_FALSE(app.ctx.form2.Full_Screen);
 
     window.close();

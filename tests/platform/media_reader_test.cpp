@@ -26,11 +26,13 @@
 #include "platform/media_reader.h"
 #include "platform/mpeg_frames.h"
 #include "platform/rating_tags.h"
+#include "support/child_process.h"
 
 namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Output;
 
 const char* const kGreek = "Καλημέρα κόσμε";
 
@@ -62,16 +64,6 @@ const testing::MediaFolder& Files() {
         f.Run("cp " + f.Q("still.png") + f.Q("picture.mp3"));
     });
     return folder;
-}
-
-std::string Output(const std::string& command) {
-    std::string out;
-    if (FILE* pipe = popen(command.c_str(), "r")) {
-        char buffer[256];
-        while (fgets(buffer, sizeof buffer, pipe) != nullptr) out += buffer;
-        pclose(pipe);
-    }
-    return out;
 }
 
 double FfprobeSeconds(const std::string& path) {
@@ -119,6 +111,7 @@ TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatAndKeepsGreekTags) {
     }
     EXPECT_NEAR(std::atof(ReadMediaItem(Files().Path("cbr.mp3"))->getItemInfo("Bitrate").c_str()), 128000, 2000);
     EXPECT_EQ(ReadMediaItem(Files().Path("tone.wav"))->getItemInfo("Bitrate"), "706000");  // 44.1 kHz, 16 bits, mono
+    EXPECT_TRUE(ReadMediaItem(Files().Path("film.avi"))->isReadOnlyItem("Title")) << "no tag to write in";
 }
 
 TEST_F(MediaReader, Mp3WithoutXingHeaderGetsItsTrueLength) {
@@ -187,27 +180,6 @@ TEST_F(MediaReader, DamagedFilesGiveNothingAndDoNotCrash) {
     const std::string cut = Copy("cbr.mp3", "half.mp3");
     fs::resize_file(cut, fs::file_size(cut) / 2);
     EXPECT_NEAR(ReadMediaItem(cut)->duration(), 2.5, 0.3) << "the Xing header speaks of the whole file";
-}
-
-TEST_F(MediaReader, WritesTheTagAndAnswersTheNewValue) {
-    const std::string path = Copy("cbr.mp3", "written.mp3");
-    auto item = ReadMediaItem(path);
-    ASSERT_FALSE(item->isReadOnlyItem("Title"));
-    EXPECT_TRUE(item->isReadOnlyItem("MediaType"));
-    for (auto [name, value] : {std::pair{"Title", "Νέος τίτλος"}, {"Year", "2004"}, {"Comment", ""}})
-        ASSERT_TRUE(item->setItemInfo(name, value).ok()) << name;
-    for (auto [name, value] : {std::pair{"WM/Year", "soon"}, {"UserRating", "x"}, {"Bitrate", "1"}})
-        EXPECT_FALSE(item->setItemInfo(name, value).ok()) << name;
-    EXPECT_EQ(item->getItemInfo("Title"), "Νέος τίτλος");
-
-    auto again = ReadMediaItem(path);
-    EXPECT_EQ(std::tuple(again->getItemInfo("Title"), again->getItemInfo("WM/Year"), again->getItemInfo("Artist")),
-              std::tuple("Νέος τίτλος", "2004", "Σωκράτης"));
-    EXPECT_NEAR(again->duration(), 5.0, 0.1);
-
-    auto film = ReadMediaItem(Files().Path("film.avi"));
-    EXPECT_TRUE(film->isReadOnlyItem("Title"));
-    EXPECT_FALSE(film->setItemInfo("Title", "x").ok());
 }
 
 TEST(MediaReaderRating, ScalesMeetOnTheFiveStars) {

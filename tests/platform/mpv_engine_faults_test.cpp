@@ -4,14 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
 
 #include "media_folder.h"
 #include "platform/mpv_engine.h"
 #include "platform/qt_event_loop.h"
+#include "support/child_process.h"
 
 namespace velmora {
 namespace {
+
+using testing::Within;
 
 const testing::MediaFolder& Files() {
     static const testing::MediaFolder folder("velmora-engine-faults", [](testing::MediaFolder& f) {
@@ -22,13 +24,6 @@ const testing::MediaFolder& Files() {
         f.Run("head -c 44 " + f.Q("tone.wav") + "> " + f.Q("header.wav"));
     });
     return folder;
-}
-
-// Gives way to the loop until done() holds, for at most ms.
-bool Within(EventLoop& loop, int ms, const std::function<bool()>& done) {
-    for (const int64_t start = loop.TickCount(); !done(); loop.WaitForEvents(10))
-        if (loop.TickCount() - start > ms) return false;
-    return true;
 }
 
 // Loads the file, lets the load finish, plays it and waits for the state it comes to.

@@ -3,14 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 
 #include "media_folder.h"
 #include "platform/mpv_pane_engine.h"
 #include "platform/qt_event_loop.h"
+#include "support/child_process.h"
 
 namespace velmora {
 namespace {
+
+using testing::Within;
 
 const testing::MediaFolder& Films() {
     static const testing::MediaFolder folder("velmora-panes", [](testing::MediaFolder& f) {
@@ -18,12 +20,6 @@ const testing::MediaFolder& Films() {
         f.Run("head -c 3000 /dev/urandom > " + f.Q("noise.mkv"));
     });
     return folder;
-}
-
-bool Within(EventLoop& loop, int ms, const std::function<bool()>& done) {
-    for (const int64_t start = loop.TickCount(); !done(); loop.WaitForEvents(10))
-        if (loop.TickCount() - start > ms) return false;
-    return true;
 }
 
 TEST(MpvPaneEngine, StartsAtItsPointMutedAndLetsGoOnClose) {

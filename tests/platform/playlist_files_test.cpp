@@ -136,26 +136,24 @@ Strings Played_By_Mpv(const std::string& list) {
                 break;
             }
         }
-        mpv_node playlist;
-        if (mpv_get_property(mpv, "playlist", MPV_FORMAT_NODE, &playlist) >= 0) {
-            for (int64_t id : ended) {
-                std::string name = "entry " + std::to_string(id) + " not in the list";
-                for (int i = 0; playlist.format == MPV_FORMAT_NODE_ARRAY && i < playlist.u.list->num; ++i) {
-                    const mpv_node& entry = playlist.u.list->values[i];
-                    if (entry.format != MPV_FORMAT_NODE_MAP) continue;
-                    std::string file;
-                    int64_t entry_id = -1;
-                    for (int k = 0; k < entry.u.list->num; ++k) {
-                        const std::string key = entry.u.list->keys[k];
-                        const mpv_node& value = entry.u.list->values[k];
-                        if (key == "filename" && value.format == MPV_FORMAT_STRING) file = value.u.string;
-                        if (key == "id" && value.format == MPV_FORMAT_INT64) entry_id = value.u.int64;
-                    }
-                    if (entry_id == id) name = file;
-                }
-                played.push_back(name);
+        // The list's entries by index, each with its id and its file.
+        auto id_at = [&](int index) {
+            int64_t id = -1;
+            mpv_get_property(mpv, ("playlist/" + std::to_string(index) + "/id").c_str(), MPV_FORMAT_INT64, &id);
+            return id;
+        };
+        for (int64_t id : ended) {
+            std::string name = "entry " + std::to_string(id) + " not in the list";
+            for (int i = 0; id_at(i) >= 0; ++i) {
+                mpv_node file;
+                if (id_at(i) != id ||
+                    mpv_get_property(mpv, ("playlist/" + std::to_string(i) + "/filename").c_str(), MPV_FORMAT_NODE,
+                                     &file) < 0)
+                    continue;
+                if (file.format == MPV_FORMAT_STRING) name = file.u.string;
+                mpv_free_node_contents(&file);
             }
-            mpv_free_node_contents(&playlist);
+            played.push_back(name);
         }
     }
     mpv_terminate_destroy(mpv);

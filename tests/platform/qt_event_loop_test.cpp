@@ -11,16 +11,13 @@
 #include <vector>
 
 #include "core/controls.h"
+#include "support/child_process.h"
 
 namespace velmora {
 namespace {
 
 // Gives the loop turns until the condition holds, for up to five seconds.
-bool Until(QtEventLoop& loop, const std::function<bool()>& holds) {
-    const int64_t start = loop.TickCount();
-    while (!holds() && loop.TickCount() - start < 5000) loop.WaitForEvents(10);
-    return holds();
-}
+bool Until(QtEventLoop& loop, const std::function<bool()>& holds) { return testing::Within(loop, 5000, holds); }
 
 TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     QtEventLoop loop;

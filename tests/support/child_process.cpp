@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdio>
 #include <csignal>
 #include <thread>
 
@@ -85,6 +86,22 @@ bool Within(int ms, const std::function<bool()>& holds) {
         if (std::chrono::steady_clock::now() >= until) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
+}
+
+bool Within(EventLoop& loop, int ms, const std::function<bool()>& holds) {
+    for (const int64_t start = loop.TickCount(); !holds(); loop.WaitForEvents(10))
+        if (loop.TickCount() - start > ms) return false;
+    return true;
+}
+
+std::string Output(const std::string& command) {
+    std::string out;
+    if (FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[4096];
+        for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
+        pclose(pipe);
+    }
+    return out;
 }
 
 }  // namespace velmora::testing

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "core/event_loop.h"
+
 namespace velmora::testing {
 
 class ChildProcess {
@@ -45,5 +47,10 @@ private:
 
 // Waits up to ms for the condition, checking it every 10 ms.
 bool Within(int ms, const std::function<bool()>& holds);
+// The same on a loop's clock, giving way to the loop between checks.
+bool Within(EventLoop& loop, int ms, const std::function<bool()>& holds);
+
+// What a shell command prints on its standard output, whatever its exit.
+std::string Output(const std::string& command);
 
 }  // namespace velmora::testing

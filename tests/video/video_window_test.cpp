@@ -2,7 +2,6 @@
 // a generated test-pattern film plays in it through libmpv's render API, and
 // closing the window goes on in the main window's engine at the same second.
 #include <QApplication>
-#include <QFont>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -113,11 +112,3 @@ TEST(VideoWindowOnScreen, TheFilmPlaysInTheWindowAndClosingGoesOnInAudio) {
 
 }  // namespace
 }  // namespace velmora
-
-int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    std::setlocale(LC_NUMERIC, "C");
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
