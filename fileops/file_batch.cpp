@@ -1,6 +1,9 @@
 #include "fileops/file_batch.h"
 
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/codepage1253.h"
 #include "base/text_format.h"
@@ -138,6 +141,13 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
     const int rows = list.ListCount();
     if (s.Report_On != 0) Report_Block(ctx, -1);
 
+    // Opened before the first copy, so that it hears of every write the disk
+    // refuses from here on.
+    std::optional<FolderSync> disk;
+    if (mode == kFileCopy) disk.emplace(ctx.fileops.Destination_Directory);
+    // The rows a copy pointed at its new file, with the source they named.
+    std::vector<std::pair<int, std::string>> pointed;
+
     Currency moved;
     for (int row = rows - 1; row >= 0; --row) {
         const int i = Track_Of_Row(ctx, list, from_results, class_code, row);
@@ -172,6 +182,7 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
                 Remove_Row(ctx, i);
                 if (path != destination) Delete_File_And_Side_Files(ctx, path, error);
             } else if (s.Copy_Points_To_New_Path != 0 && error == 0) {
+                pointed.emplace_back(i, path);
                 f.List2.SetList(i, destination);
                 // Row 0, whatever the row: the copied Track itself stays marked saved.
                 t.Saved[0] = false;
@@ -194,10 +205,18 @@ BatchOutcome File_Batch(AppContext& ctx, bool from_results, int class_code, int 
         }
     }
     // The batch's copies reach the disk together, before anything (a saved
-    // Collection pointing at them) can rest on them.
+    // Collection pointing at them) can rest on them. Copies the disk may not
+    // hold are no place to point the Tracks: they go back to their sources,
+    // which a copy leaves whole.
     if (ctx.fileops.Copies_Unsynced) {
-        Sync_Folder(ctx.fileops.Destination_Directory);
         ctx.fileops.Copies_Unsynced = false;
+        if (!disk || !disk->Sync()) {
+            Log_Line(ctx, "-> XXX τα αντίγραφα δεν επιβεβαιώθηκαν στο δίσκο, τα κομμάτια μένουν στα αρχεία "
+                          "προέλευσης - The copies could not be confirmed on the disk, the Tracks keep their "
+                          "source files ---> " +
+                              ctx.fileops.Destination_Directory);
+            for (const auto& [i, source] : pointed) f.List2.SetList(i, source);
+        }
     }
     t.Track_Count = f.List2.ListCount();
     t.Grow_Columns();

@@ -140,11 +140,13 @@ bool Copy_File_Whole(const std::string& from, const std::string& to, std::string
 
 bool Rename_File(const std::string& from, const std::string& to) { return std::rename(from.c_str(), to.c_str()) == 0; }
 
-void Sync_Folder(const std::string& folder) {
-    const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) return;
-    ::syncfs(fd);
-    ::close(fd);
+FolderSync::FolderSync(const std::string& folder)
+    : m_fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+
+FolderSync::~FolderSync() {
+    if (m_fd >= 0) ::close(m_fd);
 }
+
+bool FolderSync::Sync() { return m_fd >= 0 && ::syncfs(m_fd) == 0; }
 
 }  // namespace velmora

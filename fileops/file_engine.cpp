@@ -82,7 +82,7 @@ void Copy_Move_Delete_File(AppContext& ctx, const std::string& source, const std
         // with the rest of the batch's; a move's must before the source goes.
         const bool sync = mode != kFileCopy;
         if (!Copy_File_Whole(source, destination, why, sync)) error = -1;
-        if (!sync) ctx.fileops.Copies_Unsynced = true;
+        else if (!sync) ctx.fileops.Copies_Unsynced = true;
         if (error != 0)
             Log_Line(ctx, "-> " + source + " XXX αδυναμία αντιγραφής σε - failed to copy to ---> " + destination);
         else

@@ -93,6 +93,31 @@ TEST_F(FileBatch, CopyingAllKeepsTheTracksAndAMoveWithoutNewPathsCountsFailures)
     EXPECT_TRUE(Holds(app.Log(), ". Αποτυχίες - Failures:  1\n. Επιτυχίες - Success : 0"));
 }
 
+// Tracks follow their copies only onto a disk that confirmed them. A folder
+// that was not there when the batch began (it appears after the first file)
+// cannot be vouched for: every Track stays with its source.
+TEST_F(FileBatch, CopiesTakeTheTracksOnlyOnceTheDiskHoldsThem) {
+    app.ctx.settings.Copy_Points_To_New_Path = -1;
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    MoveSelected(app.ctx, 0, 1);
+    EXPECT_EQ(f.List2.List(0), dst + "c one.mp3");
+    EXPECT_EQ(f.List2.List(2), dst + "c 'two'.mp3");
+    EXPECT_EQ(f.List2.List(1), src + "Ελληνικό.mp3");
+
+    const std::string later = app.folder.Str() + "later/";
+    app.ctx.fileops.Destination_Directory = later;
+    app.loop.Post([later] { fs::create_directories(later); });
+    const auto before = f.List2.Items();
+    app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    const BatchOutcome copied = MoveSelected(app.ctx, 0, kBatchAll);
+    EXPECT_EQ(std::tuple(copied.successes, copied.failures), std::tuple(5, 1));
+    EXPECT_TRUE(fs::exists(later + "c one.mp3"));
+    EXPECT_EQ(f.List2.Items(), before);
+    EXPECT_EQ(Count(Log(), "The copies could not be confirmed on the disk, the Tracks keep their source files ---> " +
+                               later),
+              1u);
+}
+
 TEST_F(FileBatch, CommandsRefuseAnEmptyClassAndAMissingDestination) {
     app.ctx.fileops.Destination_Directory.clear();
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
