@@ -113,7 +113,7 @@ TEST_F(FileBatch, CopiesTakeTheTracksOnlyOnceTheDiskHoldsThem) {
     EXPECT_EQ(std::tuple(copied.successes, copied.failures), std::tuple(5, 1));
     EXPECT_TRUE(fs::exists(later + "c one.mp3"));
     EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_EQ(Count(Log(), "The copies could not be confirmed on the disk, the Tracks keep their source files ---> " +
+    EXPECT_EQ(Count(app.Log(), "The copies could not be confirmed on the disk, the Tracks keep their source files ---> " +
                                later),
               1u);
 }
