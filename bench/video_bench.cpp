@@ -143,20 +143,22 @@ int main(int argc, char** argv) {
         const uint64_t before = picture.Frames();
         QElapsedTimer clock;
         clock.start();
-        qint64 given = -1, opened = -1;
+        qint64 given = -1, opened = -1, shown = -1;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {
             if (given < 0 && !video.URL().empty()) given = clock.elapsed();
             if (opened < 0 && !video.URL().empty() && video.playState() != PS_Transitioning) opened = clock.elapsed();
+            if (shown < 0 && picture.Frames() > before) shown = clock.elapsed();
         });
         watch.start(1);
         mnuvideoshow_Click(ctx, 0);
         const qint64 returned = clock.elapsed();
         if (!Until([&] { return picture.Frames() > before; })) return 1;
         first_frame.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
-        std::printf("  round %d: file given %lld ms, opened %lld ms, click returned %lld ms, first frame %.0f ms\n",
+        std::printf("  round %d: file given %lld ms, opened %lld ms, frame shown during the click %lld ms, click "
+                    "returned %lld ms, first frame seen after it %.0f ms\n",
                     round + 1, static_cast<long long>(given), static_cast<long long>(opened),
-                    static_cast<long long>(returned), first_frame.back());
+                    static_cast<long long>(shown), static_cast<long long>(returned), first_frame.back());
         Until([] { return false; }, 1000);
         ctx.form2.QueryUnload.emit();
         if (!Until([&] { return player.playState() == PS_Playing; })) return 1;
