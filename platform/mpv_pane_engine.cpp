@@ -1,6 +1,9 @@
 #include "platform/mpv_pane_engine.h"
 
 #include <mpv/client.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <clocale>
@@ -8,12 +11,16 @@
 #include <cstring>
 
 #include <charconv>
+#include <thread>
 
 #include "platform/media_reader.h"
 
 namespace velmora {
 
 namespace {
+
+// How far below the window's threads the panes' threads run.
+constexpr int kPaneNiceness = 10;
 
 std::string Seconds_Text(double value) {
     char text[64];
@@ -39,6 +46,21 @@ private:
 
 MpvPaneEngine::MpvPaneEngine(EventLoop& loop, const MpvEngine::Options& options) : m_loop(loop) {
     std::setlocale(LC_NUMERIC, "C");
+    // Made on a thread that has given up some of its priority: mpv's own
+    // threads, decoding among them, take it over from there. Twelve panes
+    // decoding a large film then leave the processor to the window and to
+    // the film's sound first.
+    std::thread([this, &options] {
+        setpriority(PRIO_PROCESS, static_cast<id_t>(syscall(SYS_gettid)), kPaneNiceness);
+        Create(options);
+    }).join();
+    if (m_mpv == nullptr) return;
+    mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
+    m_wake->engine = this;
+    mpv_set_wakeup_callback(m_mpv, &MpvPaneEngine::OnWakeup, m_wake.get());
+}
+
+void MpvPaneEngine::Create(const MpvEngine::Options& options) {
     m_mpv = mpv_create();
     if (m_mpv == nullptr) {
         m_init_error = "libmpv: cannot create a player instance";
@@ -57,11 +79,7 @@ MpvPaneEngine::MpvPaneEngine(EventLoop& loop, const MpvEngine::Options& options)
         m_init_error = std::string("libmpv: ") + mpv_error_string(rc);
         mpv_terminate_destroy(m_mpv);
         m_mpv = nullptr;
-        return;
     }
-    mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
-    m_wake->engine = this;
-    mpv_set_wakeup_callback(m_mpv, &MpvPaneEngine::OnWakeup, m_wake.get());
 }
 
 MpvPaneEngine::~MpvPaneEngine() {

@@ -57,6 +57,8 @@ private:
         MpvPaneEngine* engine = nullptr;
     };
 
+    // Makes and starts the mpv instance, or says why it could not.
+    void Create(const MpvEngine::Options& options);
     static void OnWakeup(void* context);
     void Drain();
     // Sends what the handler asked for, once, from the loop.

@@ -130,6 +130,15 @@ void QtEventLoop::Drain() {
     // a frame from here.
     m_last_yield = start;
     while (std::function<void()> call = Next_Posted()) {
+        // A call that gives way, waiting for what a later one brings (an
+        // engine's events queued behind a tick that waits for the engine),
+        // finds the rest run by the drain this asks for, not held behind it.
+        bool invoke = false;
+        {
+            std::lock_guard lock(m_posted_lock);
+            if (!m_posted.empty() && !m_drain_pending) invoke = m_drain_pending = true;
+        }
+        if (invoke) QMetaObject::invokeMethod(m_context.get(), [this] { Drain(); }, Qt::QueuedConnection);
         call();
         if (m_clock->elapsed() - start >= kDrainBudgetMs) break;
     }

@@ -5,85 +5,87 @@
 
 #include <QMetaObject>
 #include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
 #include <QPainter>
 
 #include <algorithm>
 
+#include "desktop/qt/mpv_render_thread.h"
+
 namespace velmora {
-
-namespace {
-
-void* GetProcAddress(void*, const char* name) {
-    QOpenGLContext* context = QOpenGLContext::currentContext();
-    return context != nullptr ? reinterpret_cast<void*>(context->getProcAddress(name)) : nullptr;
-}
-
-}  // namespace
 
 GlPicture::GlPicture(QWidget* parent) : QOpenGLWidget(parent) {}
 
 GlPicture::~GlPicture() {
-    if (m_render == nullptr) return;
-    makeCurrent();
-    Free();
-    doneCurrent();
+    Stop();
+    if (m_read_framebuffer != 0 && context() != nullptr) {
+        makeCurrent();
+        context()->extraFunctions()->glDeleteFramebuffers(1, &m_read_framebuffer);
+        doneCurrent();
+    }
 }
 
 void GlPicture::Attach(mpv_handle* mpv) {
-    if (m_render != nullptr) {
-        makeCurrent();
-        Free();
-        doneCurrent();
-    }
+    Stop();
     m_mpv = mpv;
-    // Without a context yet, initializeGL creates it when the window first shows.
-    if (m_mpv != nullptr && context() != nullptr) {
-        makeCurrent();
-        Create();
-        doneCurrent();
-    }
+    // Without a context yet, initializeGL starts the drawing when the window first shows.
+    if (m_mpv != nullptr && context() != nullptr) Start();
+}
+
+bool GlPicture::Drawing() const { return m_thread != nullptr && m_thread->Drawing(); }
+
+QSize GlPicture::Pixels() const {
+    const qreal ratio = devicePixelRatioF();
+    return {static_cast<int>(width() * ratio), static_cast<int>(height() * ratio)};
+}
+
+void GlPicture::Start() {
+    // The frames arrive from the drawing thread; the repaint waits for the loop.
+    m_thread = std::make_unique<MpvRenderThread>(
+        m_mpv, *context(), [this] { QMetaObject::invokeMethod(this, "update", Qt::QueuedConnection); });
+    m_thread->SetSize(Pixels());
+}
+
+void GlPicture::Stop() {
+    m_thread.reset();
+    m_shown_serial = 0;
 }
 
 void GlPicture::initializeGL() {
-    if (m_mpv != nullptr && m_render == nullptr) Create();
+    // A context made anew (the widget moved to another window) lets the
+    // drawing thread's shared one go with the old.
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { Stop(); });
+    m_read_framebuffer = 0;
+    if (m_mpv != nullptr && m_thread == nullptr) Start();
 }
 
-void GlPicture::Create() {
-    mpv_opengl_init_params gl{&GetProcAddress, nullptr};
-    mpv_render_param params[] = {{MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_OPENGL)},
-                                 {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &gl},
-                                 {MPV_RENDER_PARAM_INVALID, nullptr}};
-    if (mpv_render_context_create(&m_render, m_mpv, params) < 0) {
-        m_render = nullptr;
-        return;
-    }
-    mpv_render_context_set_update_callback(m_render, &GlPicture::OnUpdate, this);
-}
-
-void GlPicture::Free() {
-    if (m_render == nullptr) return;
-    mpv_render_context_set_update_callback(m_render, nullptr, nullptr);
-    mpv_render_context_free(m_render);
-    m_render = nullptr;
-}
-
-void GlPicture::OnUpdate(void* self) {
-    // mpv's thread: the drawing itself waits for the loop.
-    QMetaObject::invokeMethod(static_cast<GlPicture*>(self), "update", Qt::QueuedConnection);
+void GlPicture::resizeGL(int, int) {
+    if (m_thread != nullptr) m_thread->SetSize(Pixels());
 }
 
 void GlPicture::paintGL() {
-    if (m_render == nullptr) return;
-    const qreal ratio = devicePixelRatioF();
-    mpv_opengl_fbo fbo{static_cast<int>(defaultFramebufferObject()), static_cast<int>(width() * ratio),
-                       static_cast<int>(height() * ratio), 0};
-    // Frames counts the pictures of the film drawn, not the repaints of the widget.
-    const bool fresh = (mpv_render_context_update(m_render) & MPV_RENDER_UPDATE_FRAME) != 0;
-    int flip = 1;
-    mpv_render_param params[] = {{MPV_RENDER_PARAM_OPENGL_FBO, &fbo},
-                                 {MPV_RENDER_PARAM_FLIP_Y, &flip},
-                                 {MPV_RENDER_PARAM_INVALID, nullptr}};
-    if (mpv_render_context_render(m_render, params) >= 0 && fresh) ++m_frames;
+    QOpenGLExtraFunctions& gl = *context()->extraFunctions();
+    gl.glClearColor(0, 0, 0, 1);
+    gl.glClear(GL_COLOR_BUFFER_BIT);
+    if (m_thread == nullptr) return;
+    const QSize target = Pixels();
+    m_thread->Show([&](const MpvRenderThread::Frame& frame) {
+        if (m_read_framebuffer == 0) gl.glGenFramebuffers(1, &m_read_framebuffer);
+        gl.glBindFramebuffer(GL_READ_FRAMEBUFFER, m_read_framebuffer);
+        gl.glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, frame.texture, 0);
+        gl.glBindFramebuffer(GL_DRAW_FRAMEBUFFER, defaultFramebufferObject());
+        gl.glBlitFramebuffer(0, 0, frame.size.width(), frame.size.height(), 0, 0, target.width(), target.height(),
+                             GL_COLOR_BUFFER_BIT, GL_LINEAR);
+        // Read to the end before the thread may draw into the texture again.
+        gl.glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, 0, 0);
+        gl.glFinish();
+        gl.glBindFramebuffer(GL_FRAMEBUFFER, defaultFramebufferObject());
+        // Frames counts the pictures of the film shown, not the repaints of the widget.
+        if (frame.serial != m_shown_serial) {
+            m_shown_serial = frame.serial;
+            ++m_frames;
+        }
+    });
 }
 
 SoftPicture::SoftPicture(QWidget* parent) : QWidget(parent) {
@@ -125,11 +127,16 @@ void SoftPicture::Render() {
     if (m_image.size() != QSize(w, h)) m_image = QImage(w, h, QImage::Format_RGB32);
     int size[2] = {w, h};
     size_t stride = static_cast<size_t>(m_image.bytesPerLine());
+    // Drawn at once: waiting for each frame's display time, as mpv does by
+    // default, would hold the window's thread up to a twentieth of a second
+    // per frame, twelve panes over. A silent pane has no sound to keep time with.
+    int block = 0;
     // QImage's RGB32 lies in memory as blue, green, red, pad on this machine's byte order.
     mpv_render_param params[] = {{MPV_RENDER_PARAM_SW_SIZE, size},
                                  {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
                                  {MPV_RENDER_PARAM_SW_STRIDE, &stride},
                                  {MPV_RENDER_PARAM_SW_POINTER, m_image.bits()},
+                                 {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
                                  {MPV_RENDER_PARAM_INVALID, nullptr}};
     if (mpv_render_context_render(m_render, params) >= 0) {
         ++m_frames;

@@ -1,6 +1,7 @@
 #include "desktop/qt/preview_panes_view.h"
 
 #include <QGridLayout>
+#include <QTimer>
 
 #include "core/forms.h"
 #include "desktop/qt/mpv_picture.h"
@@ -29,6 +30,22 @@ PreviewPanesView::PreviewPanesView(Form1& form, QWidget* parent) : QWidget(paren
             form.WindowsMediaPlayer3[static_cast<size_t>(i)].Changed.connect([this](Change) { Apply(); }));
     }
     Apply();
+}
+
+void PreviewPanesView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (m_shown_before) return;
+    m_shown_before = true;
+    NextStep(0);
+}
+
+void PreviewPanesView::NextStep(size_t index) {
+    if (index >= m_first_show_work.size()) return;
+    // Each step on a turn of its own, after what the loop has waiting.
+    QTimer::singleShot(0, this, [this, index] {
+        m_first_show_work[index]();
+        NextStep(index + 1);
+    });
 }
 
 void PreviewPanesView::Apply() {

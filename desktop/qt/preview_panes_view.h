@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "base/signal.h"
@@ -23,13 +24,23 @@ class PreviewPanesView : public QWidget {
 public:
     explicit PreviewPanesView(Form1& form, QWidget* parent = nullptr);
     SoftPicture& Pane(int index) const { return *m_panes[static_cast<size_t>(index)]; }
+    // Work done once, when the strip first shows, a step a turn of the loop:
+    // making a pane's engine takes up to tens of milliseconds, too long to
+    // do twelve times over inside the click that starts them.
+    void SetFirstShowWork(std::vector<std::function<void()>> steps) { m_first_show_work = std::move(steps); }
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     void Apply();
+    void NextStep(size_t index);
 
     Form1& m_form;
     std::array<SoftPicture*, kPaneCount> m_panes{};
     std::vector<Subscription> m_subscriptions;
+    std::vector<std::function<void()>> m_first_show_work;
+    bool m_shown_before = false;
 };
 
 }  // namespace velmora

@@ -9,6 +9,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -165,6 +166,14 @@ int RunWindow(int argc, char** argv, const ProgramHooks& hooks, int& signal) {
     MainWindow window(ctx.form1, ctx.core.Esc_Key);
     window.AttachShell(shell);
     main_window = &window;
+    // With previews on, the panes' engines are made when their strip first
+    // shows rather than inside the click that starts all twelve.
+    std::vector<std::function<void()>> make_panes;
+    for (auto& pane : panes)
+        make_panes.push_back([&ctx, engine = pane.get()] {
+            if (ctx.settings.Multi_Preview == -1) engine->Start();
+        });
+    window.Catalogue().Panes().SetFirstShowWork(std::move(make_panes));
     VideoWindow picture_window(ctx.form2);
     video_window = &picture_window;
     SecondPlayerWindow second_window(ctx.form4);

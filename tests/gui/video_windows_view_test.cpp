@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "app/startup.h"
+#include "desktop/qt/preview_panes_view.h"
 #include "desktop/qt/second_player_window.h"
 #include "desktop/qt/video_window.h"
 #include "gui_support.h"
@@ -68,6 +69,19 @@ TEST_F(Windows, TheSecondWindowsButtonAndItsCloseGoBackToTheMainWindow) {
     ASSERT_TRUE(Eventually([&] { return window.isVisible(); }));
     window.close();
     EXPECT_EQ(app.ctx.settings.Second_Player, 0);
+}
+
+TEST_F(Windows, ThePanesStripDoesItsFirstShowingsWorkAfterTheShowingInOrderAndOnce) {
+    PreviewPanesView strip(app.ctx.form1);
+    std::vector<int> done;
+    strip.SetFirstShowWork({[&] { done.push_back(0); }, [&] { done.push_back(1); }, [&] { done.push_back(2); }});
+    strip.show();
+    EXPECT_TRUE(done.empty()) << "the showing itself stays short";
+    ASSERT_TRUE(Eventually([&] { return done.size() == 3; }));
+    strip.hide();
+    strip.show();
+    Eventually([] { return false; }, 100);
+    EXPECT_EQ(done, (std::vector<int>{0, 1, 2}));
 }
 
 }  // namespace

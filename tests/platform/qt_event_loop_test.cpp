@@ -49,6 +49,19 @@ TEST(QtEventLoop, PostedCallsRunOnTheLoopThreadWhoeverPosts) {
     EXPECT_EQ(std::tuple(ran, elsewhere), std::tuple(20000, 0));
 }
 
+TEST(QtEventLoop, ACallThatWaitsStillSeesTheCallsQueuedBehindItRun) {
+    QtEventLoop loop;
+    bool second_ran = false, seen_while_waiting = false;
+    loop.Post([&] {
+        const int64_t start = loop.TickCount();
+        while (!second_ran && loop.TickCount() - start < 1000) loop.WaitForEvents(10);
+        seen_while_waiting = second_ran;
+    });
+    loop.Post([&] { second_ran = true; });
+    EXPECT_TRUE(Until(loop, [&] { return second_ran; }));
+    EXPECT_TRUE(seen_while_waiting);
+}
+
 TEST(QtEventLoop, NowIsTheLocalTimeInAnyZone) {
     const char* old_tz = std::getenv("TZ");
     const std::string saved = old_tz ? old_tz : "";
