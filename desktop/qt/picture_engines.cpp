@@ -1,11 +1,36 @@
 #include "desktop/qt/picture_engines.h"
 
+#include <filesystem>
+
 #include "desktop/qt/preview_panes_view.h"
 
 namespace velmora {
 
+namespace {
+
+// Hardware decoding only where there is a graphics device to do it. Without
+// one, mpv's probe of each decoding interface only fills the terminal with
+// the driver libraries' complaints ("Failed to open VDPAU backend", "Cannot
+// load libcuda.so.1"), once per film and once per pane.
+std::string Hardware_Decoding(const std::string& wanted) {
+    static const bool device = [] {
+        std::error_code ec;
+        if (std::filesystem::exists("/dev/nvidiactl", ec)) return true;
+        for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", ec))
+            if (entry.path().filename().string().starts_with("renderD")) return true;
+        return false;
+    }();
+    return device ? wanted : "no";
+}
+
+}  // namespace
+
 MpvEngine::Options Video_Options(const std::string& ao) {
-    return {.ao = ao, .vo = "libmpv", .wid = 0, .extra = {{"hwdec", "auto-safe"}}};
+    return {.ao = ao,
+            .vo = "libmpv",
+            .wid = 0,
+            .extra = {{"hwdec", Hardware_Decoding("auto-safe")},
+                      {"gpu-hwdec-interop", Hardware_Decoding("auto")}}};
 }
 
 // No sound at all, the picture scaled down to the pane's width as it is
@@ -18,7 +43,7 @@ MpvEngine::Options Pane_Options() {
             .wid = 0,
             .extra = {{"aid", "no"},
                       {"sid", "no"},
-                      {"hwdec", "auto-copy-safe"},
+                      {"hwdec", Hardware_Decoding("auto-copy-safe")},
                       {"vd-lavc-skiploopfilter", "all"},
                       {"vd-lavc-fast", "yes"},
                       {"vd-lavc-skipframe", "nonref"},
