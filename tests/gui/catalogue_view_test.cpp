@@ -6,7 +6,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QListView>
@@ -107,14 +106,11 @@ TEST_F(CatalogueViewTest, AFullListIsDrawnOnceWhenShown) {
     // The logic hides the lists while it fills them: nothing is drawn then.
     form.List4.SetVisible(false);
     form.List5.SetVisible(false);
-    QElapsedTimer clock;
-    clock.start();
     form.List5.Assign(rows);
     for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
     EXPECT_EQ(std::tuple(resets, all.isVisible()), std::tuple(0, false));
     form.List5.SetVisible(true);
     all.viewport()->repaint();
-    std::printf("32768 rows shown %lld ms after the fill began\n", static_cast<long long>(clock.elapsed()));
     EXPECT_EQ(std::tuple(resets, all.model()->rowCount(), all.isVisible()), std::tuple(1, 32768, true));
     EXPECT_EQ(all.model()->index(32767, 0).data().toString().toStdString(), rows.back());
 
@@ -128,31 +124,6 @@ TEST_F(CatalogueViewTest, AFullListIsDrawnOnceWhenShown) {
     for (int i = 0; i < 100; ++i) form.List5.AddItem("extra");
     ASSERT_TRUE(Eventually([&] { return all.model()->rowCount() == 32868; }));
     EXPECT_EQ(resets, 2);
-}
-
-TEST_F(CatalogueViewTest, GreekRowsStandInColumnsAndScrollSideways) {
-    form.Combo4_0[6].Assign({"Μάνος Χατζιδάκις", "Mikis Theodorakis", "Γρηγόρης Μπιθικώτσης"});
-    form.Combo4_0[6].SetListIndex(0);
-    form.List4.SetVisible(false);
-    form.List5.Assign(Greek_Rows());
-    form.List5.SetSelected(2, true);
-    QListView& all = List("List5");
-    ASSERT_TRUE(Eventually([&] { return all.model()->rowCount() == 4; }));
-    testing::Save_Drawing(window, "catalogue_page.png");
-    testing::Save_Drawing(window.Catalogue().ResultsPage(), "catalogue_results.png");
-
-    // Each field starts at the same place on screen in every row: the width
-    // of what stands before it is the same, Greek letters and accents too.
-    EXPECT_TRUE(QFontInfo(all.font()).fixedPitch());
-    const QFontMetrics metrics = all.fontMetrics();
-    for (int field_start : {14, 60, 81, 91, 102, 110, 126, 147, 198, 203, 264}) {
-        const int x = metrics.horizontalAdvance(all.model()->index(0, 0).data().toString().left(field_start));
-        for (int row = 1; row < 4; ++row)
-            EXPECT_EQ(metrics.horizontalAdvance(all.model()->index(row, 0).data().toString().left(field_start)), x)
-                << "row " << row << ", field at " << field_start;
-    }
-    // The rows are not cut to the list's width: they scroll sideways.
-    EXPECT_GE(all.horizontalScrollBar()->maximum() + all.viewport()->width(), metrics.horizontalAdvance(QString(520, 'x')));
 }
 
 TEST_F(CatalogueViewTest, WidgetsFollowTheControls) {
@@ -204,6 +175,19 @@ TEST_F(CatalogueViewTest, GesturesReachTheControlsOnceEach) {
     QListView& all = List("List5");
     ASSERT_TRUE(Eventually([&] { return artists.count() == 2 && all.model()->rowCount() == 4; }));
 
+    // Each field starts at the same place on screen in every row: the width
+    // of what stands before it is the same, Greek letters and accents too.
+    EXPECT_TRUE(QFontInfo(all.font()).fixedPitch());
+    const QFontMetrics metrics = all.fontMetrics();
+    for (int field_start : {14, 60, 81, 91, 102, 110, 126, 147, 198, 203, 264}) {
+        const int x = metrics.horizontalAdvance(all.model()->index(0, 0).data().toString().left(field_start));
+        for (int row = 1; row < 4; ++row)
+            EXPECT_EQ(metrics.horizontalAdvance(all.model()->index(row, 0).data().toString().left(field_start)), x)
+                << "row " << row << ", field at " << field_start;
+    }
+    // The rows are not cut to the list's width: they scroll sideways.
+    EXPECT_GE(all.horizontalScrollBar()->maximum() + all.viewport()->width(), metrics.horizontalAdvance(QString(520, 'x')));
+
     // The arrow picks the next value; typed letters, a blank too, are the text.
     Press_Key(artists, Qt::Key_Down);
     EXPECT_EQ(std::tuple(picks, form.Combo4_0[6].ListIndex(), form.Combo4_0[6].Text()),
@@ -245,6 +229,8 @@ TEST_F(CatalogueViewTest, GesturesReachTheControlsOnceEach) {
     Widget<QRadioButton>("Option3(2)").click();
     EXPECT_EQ(std::tuple(form.Option3[0].Value(), form.Option3[1].Value(), form.Option3[2].Value()),
               std::tuple(0, 0, -1));
+    testing::Save_Drawing(window, "catalogue_page.png");
+    testing::Save_Drawing(window.Catalogue().ResultsPage(), "catalogue_results.png");
 }
 
 // The whole program on the test doubles, by the user's hand: an artist
@@ -265,7 +251,8 @@ TEST(CatalogueStartUp, AChosenArtistsTrackPlaysFromItsResult) {
     const char* titles[] = {"Ο κύκλος", "Zorba's Dance", "Άρνηση"};
     for (int i = 0; i < 3; ++i) app.ctx.table.Artist[i] = artists[i], app.ctx.table.Title[i] = titles[i];
     Remake_Filters(app.ctx);
-    // Playing goes on where the last run stopped; then the user turns to the catalogue.
+    // Playing goes on by the button where the last run stopped; then the user
+    // turns to the catalogue.
     auto& next = testing::Child<QAbstractButton>(window, "Command3(0)");
     ASSERT_TRUE(Eventually([&] { return next.isEnabled(); }));
     next.click();
@@ -283,8 +270,6 @@ TEST(CatalogueStartUp, AChosenArtistsTrackPlaysFromItsResult) {
     QListView& results = testing::Child<QListView>(window, "List4");
     ASSERT_TRUE(Eventually([&] { return results.isVisible() && results.model()->rowCount() == 4; }));
     EXPECT_FALSE(testing::Child<QListView>(window, "List5").isVisible());
-    const QString last = results.model()->index(3, 0).data().toString();
-    EXPECT_TRUE(last.startsWith("000002|000003|Άρνηση ") && last.contains("|Μάνος Χατζιδάκις ")) << last.toStdString();
     Press_Row(results, 3);
     ASSERT_TRUE(Eventually([&] { return app.ctx.form1.List2.ListIndex() == 2; }));
 

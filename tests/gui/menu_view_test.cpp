@@ -57,12 +57,8 @@ TEST(MenuView, RowsNotBuiltYetAreDisabledAndSaySo) {
     EXPECT_TRUE(minimize->isEnabled());
     EXPECT_NE(TipAt(bar, minimize), tip);
 
-    // The sleep entries do nothing on purpose and stay offered, without a tip.
-    QMenu& sleep = *menus.ActionFor(f.Menus("mnureplaysleep"))->menu();
-    QAction* start = menus.ActionFor(f.Menus("mnurepeatsleepstart"));
-    EXPECT_TRUE(start->isEnabled());
-    EXPECT_EQ(TipAt(sleep, start), "-");
-    EXPECT_TRUE(menus.ActionFor(f.Menus("MnuMoreRandom"))->isEnabled());
+    // The sleep entries do nothing on purpose and stay offered.
+    EXPECT_TRUE(menus.ActionFor(f.Menus("mnurepeatsleepstart"))->isEnabled());
 
     // A row that gets its behaviour shows it at once.
     f.Menus("MnuMoreOnTop").SetEnabled(true);

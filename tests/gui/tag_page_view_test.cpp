@@ -1,7 +1,6 @@
 // The tag page drawn offscreen over a program on the test doubles: album art
 // from files whole and damaged, and a tag edit handed over once it is finished.
 
-#include <QApplication>
 #include <QBuffer>
 #include <QImage>
 #include <QLabel>
@@ -31,7 +30,7 @@ std::string Jpeg() {
     return bytes.toStdString();
 }
 
-TEST(TagPageView, WholePicturesShowAndDamagedOnesShowNothing) {
+TEST(TagPageView, WholePicturesShowDamagedOnesNothingAndTheBoxTakesTheTextWhenTheEditIsFinished) {
     testing::TestApp app;
     const std::string whole = Jpeg();
     ASSERT_GT(whole.size(), 100u);
@@ -53,12 +52,7 @@ TEST(TagPageView, WholePicturesShowAndDamagedOnesShowNothing) {
     EXPECT_FALSE(view.Art().pixmap().isNull());
     app.ctx.form1.Picture1.SetPicture(file("Folder.jpg", whole.substr(0, whole.size() - 40)));
     EXPECT_TRUE(view.Art().pixmap().isNull());
-}
 
-TEST(TagPageView, TheBoxTakesTheTextWhenTheEditIsFinished) {
-    testing::TestApp app;
-    Form_Load(app.ctx);
-    TagPageView view(app.ctx.form1, nullptr);
     int changes = 0;
     auto count = app.ctx.form1.Text1[0].Changed.connect([&](Change kind) { changes += kind == Change::Contents; });
     auto& edit = testing::Child<QLineEdit>(view, "Text1_0");

@@ -77,15 +77,13 @@ TEST_F(PlayingWindow, DrawsWhatPlaysAndWhereItStands) {
     // Each box shows its control, as the clock left it.
     for (const auto& box : f.Text5)
         EXPECT_EQ(Find<QLineEdit>(box.Name().c_str()).text().toStdString(), box.Text()) << box.Name();
-    EXPECT_EQ(f.Text5[1].Text().substr(0, 7), "00:01:0");
     EXPECT_EQ(std::tuple(Find<QSlider>("Slider1").maximum(), Find<QSlider>("Slider1").value(),
                          Find<QSlider>("HScroll1").value()),
               std::tuple(261, f.Slider1.Value(), f.HScroll1.Value()));
-    EXPECT_NEAR(f.Slider1.Value(), 65, 1);
+    EXPECT_NEAR(f.Slider1.Value(), 65, 1) << "the slider followed the clock";
     EXPECT_EQ(Find<QLineEdit>("Text3").text().toStdString(), f.Text3.Text());
     for (const auto* label : {&f.Label2[0], &f.Label2[1], &f.Label3[0], &f.Label3[1], &f.Label6})
         EXPECT_EQ(Find<QLabel>(label->Name().c_str()).text().toStdString(), label->Caption()) << label->Name();
-    EXPECT_FALSE(f.Label3[0].Caption().empty());
 
     // The path with the file's name marked, counted in characters though the name is Greek.
     PathLabel& path = Find<PathLabel>("Text6");
@@ -102,7 +100,7 @@ TEST_F(PlayingWindow, DrawsWhatPlaysAndWhereItStands) {
     EXPECT_EQ(window.windowTitle().toStdString(), f.Caption());
 }
 
-TEST_F(PlayingWindow, KeysStepAndPauseButNotWhileTyping) {
+TEST_F(PlayingWindow, KeysSlidersAndTheListReachTheLogicButKeysNotWhileTyping) {
     PlayIntoTheFourth();
     const TrackTable& t = app.ctx.table;
     QTableView& list = window.TrackView();
@@ -128,10 +126,7 @@ TEST_F(PlayingWindow, KeysStepAndPauseButNotWhileTyping) {
     Press(steps, Qt::Key_Left, Qt::ControlModifier);
     Press(steps, Qt::Key_Space);
     EXPECT_EQ(std::tuple(t.Current_Track, app.player.playState()), std::tuple(before, int{PS_Playing}));
-}
 
-TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
-    PlayIntoTheFourth();
     QSlider& position = Find<QSlider>("Slider1");
     position.setValue(200);
     EXPECT_EQ(app.ctx.form1.Slider1.Value(), 200);
@@ -145,7 +140,6 @@ TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
     Find<QSlider>("HScroll1").setValue(1000);
     EXPECT_EQ(std::tuple(app.ctx.settings.Volume_Step, app.player.volume()), std::tuple(50, 50));
 
-    QLineEdit& steps = Find<QLineEdit>("Text3");
     steps.selectAll();
     steps.insert(QStringLiteral("7"));
     EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 7);
@@ -154,12 +148,11 @@ TEST_F(PlayingWindow, TheUsersHandOnTheSlidersTheStepsAndTheList) {
     EXPECT_EQ(steps.text(), QStringLiteral("3")) << "the model puts a bad count back";
 
     // A double click plays the row (the handler's own test says how).
-    QTableView& list = window.TrackView();
     const QModelIndex row = list.model()->index(5, 0);
     list.setCurrentIndex(row);
     Q_EMIT list.doubleClicked(row);
     EXPECT_TRUE(testing::Eventually([&] { return app.player.URL() == app.ctx.form1.List2.List(5); }));
-    EXPECT_EQ(app.ctx.table.Current_Track, 5);
+    EXPECT_EQ(t.Current_Track, 5);
 }
 
 }  // namespace

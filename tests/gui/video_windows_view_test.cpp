@@ -1,7 +1,6 @@
 // The video window and the second player window drawn offscreen over the
 // stub engines: their closing, sizes and buttons reach the logic.
 #include <QApplication>
-#include <QPushButton>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
