@@ -104,8 +104,13 @@ TEST(QtDialogsTest, InputBoxGivesTheTextOrNothingOnCancel) {
     EXPECT_EQ(dialogs.InputBox("Δευτερόλεπτα - Seconds", "Velmora II", "10"), std::nullopt);
 }
 
-TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemoved) {
+TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemovedItsFolderFallsBackAndFailuresAreReported) {
     QTemporaryDir home;
+    ScopedEnv home_env("HOME", home.path().toUtf8());
+    {
+        ScopedEnv config("XDG_CONFIG_HOME", "relative/config");
+        EXPECT_EQ(AutostartFolder(), home.path() + "/.config/autostart");
+    }
     ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/config").toUtf8());
     QtShell shell("/opt/My $App/vel\"mora%");
     EXPECT_FALSE(shell.AutostartExists("velmora"));
@@ -120,24 +125,13 @@ TEST(QtShellTest, AutostartEntryIsWrittenFoundAndRemoved) {
     ASSERT_FALSE(shell.AutostartWrite(false, "velmora"));
     EXPECT_FALSE(shell.AutostartExists("velmora"));
     EXPECT_FALSE(shell.AutostartWrite(false, "velmora")) << "removing what is not there is no fault";
-}
 
-TEST(QtShellTest, AutostartFolderFallsBackAndFailuresAreReported) {
-    QTemporaryDir home;
-    ScopedEnv home_env("HOME", home.path().toUtf8());
-    {
-        ScopedEnv config("XDG_CONFIG_HOME", "relative/config");
-        EXPECT_EQ(AutostartFolder(), home.path() + "/.config/autostart");
-    }
     // A file where the folder should be.
     ASSERT_TRUE(QFile(home.path() + "/blocked").open(QIODevice::WriteOnly));
-    ScopedEnv config("XDG_CONFIG_HOME", (home.path() + "/blocked").toUtf8());
-    QtShell shell("/usr/bin/velmora");
+    ScopedEnv blocked("XDG_CONFIG_HOME", (home.path() + "/blocked").toUtf8());
     const auto fault = shell.AutostartWrite(true, "velmora");
     ASSERT_TRUE(fault);
-    EXPECT_TRUE(fault->opening);
-    EXPECT_EQ(fault->number, ENOTDIR);
-    EXPECT_FALSE(fault->description.empty());
+    EXPECT_EQ(std::tuple(fault->opening, fault->number, fault->description.empty()), std::tuple(true, ENOTDIR, false));
 }
 
 TEST(QtShellTest, TrashTakesTheFileAndReportsAMissingOne) {
