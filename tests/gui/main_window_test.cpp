@@ -69,7 +69,7 @@ TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
     play->adjustSize();
     testing::Save_Drawing(*play, "play_menu.png");
 
-    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(std::tuple(window.isVisible(), window.windowTitle()), std::tuple(true, QStringLiteral("VELMORA II")));
     EXPECT_EQ(window.TrackModel().index(0, TrackListModel::Class).data().toString(), QStringLiteral("S"));
     EXPECT_TRUE(Log().startsWith("12:00:01 -> Έτοιμο"));
 
