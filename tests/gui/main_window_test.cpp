@@ -62,7 +62,7 @@ protected:
     MainWindow window{form, esc_key};
 };
 
-TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
+TEST_F(MainWindowTest, DrawsTheFormItsMenusLetterForLetterAndItsPageTabs) {
     testing::Save_Drawing(window, "main_window.png");
     form.Menus("MnuMoreRandom").SetChecked(true);
     QMenu* play = window.MenuActions().ActionFor(form.Menus("MnuPlay"))->menu();
@@ -109,6 +109,7 @@ TEST_F(MainWindowTest, DrawsTheFormAndItsMenusLetterForLetter) {
     // Which frame a page shows is the page handler's; the tabs and the page
     // number follow each other both ways.
     auto* tabs = window.findChild<QTabBar*>();
+    ASSERT_NE(tabs, nullptr);
     ASSERT_EQ(tabs->count(), 5);
     for (int page = 0; page < 5; ++page)
         EXPECT_TRUE(tabs->tabText(page).contains(" - ")) << "Greek - English: " << page;
@@ -213,7 +214,7 @@ TEST_F(MainWindowTest, ACtrlClickRightAfterTheLogicSelectedARowTakesItOff) {
     EXPECT_TRUE(Eventually([&] { return !form.List2.Selected(1); })) << "the click toggled the row the user saw selected";
 }
 
-TEST_F(MainWindowTest, KeysReachTheLogic) {
+TEST_F(MainWindowTest, KeysReachTheLogicAndLongWorkShowsTheHourglass) {
     int plays = 0;
     auto sub = form.Command11.Click.connect([&] { ++plays; });
     auto press = [this](int key) {
