@@ -3,14 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <cmath>
 #include <filesystem>
 #include <map>
 #include <set>
 #include <tuple>
 
-#include "app/startup.h"
 #include "collection/collection_file.h"
 #include "playback/play_modes.h"
 #include "playback_fixture.h"
@@ -34,8 +32,7 @@ TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThr
     auto watch = app.ctx.form1.Timer1.Tick.connect([&] {
         if (app.player.playState() == PS_Playing) heard[app.ctx.table.Current_Track].insert(Position(app.player));
     });
-    app.Press();
-    app.loop.Advance(60'000);
+    app.PressThenRun(60'000);
 
     ASSERT_GE(app.started.size(), 2u) << "the sampled Track moved on by itself";
     EXPECT_EQ(s.Preview_Points, (std::vector<int16_t>{20, 40, 60, 80}));
@@ -49,38 +46,13 @@ TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThr
     // A Track shorter than the sample plays through and the walk moves on.
     Player brief(3, 4.0);
     brief.ctx.settings.Random_Order = 0, brief.ctx.settings.Preview_Active = -1, brief.ctx.settings.Preview_Seconds = 10;
-    brief.Press();
-    brief.loop.Advance(8'000);
+    brief.PressThenRun(8'000);
     ASSERT_GE(brief.started.size(), 2u);
     EXPECT_EQ(brief.started[1].row, 1);
 }
 
-TEST(StartTrack, OnlyTheFirstStartOfARunThatBeganByItselfIsDelayed) {
-    Player app(3, 100.0);
-    int64_t t0 = app.loop.TickCount();
-    app.Press();
-    EXPECT_GE(app.loop.TickCount() - t0, 500);
-    t0 = app.loop.TickCount();
-    app.Press();
-    EXPECT_LT(app.loop.TickCount() - t0, 500);
-}
-
-TEST(StartTrack, AutoVideoModeStartsNothingForAFileThatIsNotVideo) {
+TEST(StartTrack, TheKindOfAFileAndAutoVideoModeStartsNothingForAFileThatIsNotVideo) {
     Player app(2, 100.0);
-    app.ctx.table.Video_Mode = 1;
-    app.reader.SetAttribute(app.Path(0), "MediaType", "Audio");
-    app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
-    app.Press();
-    app.loop.Advance(5'000);
-    // Neither engine was given the file, the walk stands on the Track, the
-    // tag boxes are filled all the same.
-    EXPECT_EQ(std::tuple(app.player.URL() + app.video.URL(), app.ctx.table.Current_Track,
-                         app.ctx.form1.Text1[0].Text()),
-              std::tuple("", 0, "Το πρώτο"));
-}
-
-TEST(StartTrack, TheKindOfAFile) {
-    Player app(0);
     struct Case {
         const char* path;
         const char* media_type;
@@ -94,6 +66,16 @@ TEST(StartTrack, TheKindOfAFile) {
         app.reader.SetAttribute(c.path, "MediaType", c.media_type);
         EXPECT_EQ(Is_Video_File(app.ctx, c.path), c.video) << c.path << " " << c.media_type;
     }
+
+    app.ctx.table.Video_Mode = 1;
+    app.reader.SetAttribute(app.Path(0), "MediaType", "Audio");
+    app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
+    app.PressThenRun(5'000);
+    // Neither engine was given the file, the walk stands on the Track, the
+    // tag boxes are filled all the same.
+    EXPECT_EQ(std::tuple(app.player.URL() + app.video.URL(), app.ctx.table.Current_Track,
+                         app.ctx.form1.Text1[0].Text()),
+              std::tuple("", 0, "Το πρώτο"));
 }
 
 TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) {
@@ -102,8 +84,7 @@ TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) 
         Player app(2, 100.0);
         const std::string dump = Dump_File_Path(app.ctx);
         app.player.SetDuration(dump, 0.2);
-        app.Press();
-        app.loop.Advance(30'000);
+        app.PressThenRun(30'000);
         if (paused) {
             (void)app.player.pause();
             app.loop.RunPosted();
@@ -134,8 +115,7 @@ TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
     auto watch = app.player.PlayStateChange.connect([&](int) {
         if (app.player.playState() == PS_Playing) playing_at.push_back(app.loop.TickCount());
     });
-    app.Press();
-    app.loop.Advance(13'000);
+    app.PressThenRun(13'000);
     ASSERT_GE(playing_at.size(), 2u);
     // Five seconds of the first Track, then the 300 ms tick, the load and the next start tick.
     EXPECT_LT(playing_at[1] - playing_at[0], 7'000) << "the configured eight seconds do not lengthen it";
@@ -181,20 +161,15 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
 // A Collection that was never played: the start numbers its current Track 1,
 // and the row waits for the next save like any changed row.
 TEST(Resume, TheFirstNumberGivenAtTheStartWaitsForTheSave) {
-    testing::TempFolder folder;
-    {
-        Player first(3, 100.0);
-        TrackTable& t = first.ctx.table;
-        t.Played_Count = t.Played_High = 0;
-        std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
-        t.Current_Track = 1;
-        first.ctx.collection.Collection_Path = folder.Str() + "velmora_sylloges/velmora.qel";
-        first.ctx.program_folder = folder.Str();
-        std::filesystem::create_directories(folder.Str() + "velmora_sylloges");
-        ASSERT_TRUE(Save_Collection(first.ctx, false, true));
-    }  // the first program has let go of the Collection
+    Player first(3, 100.0);
+    TrackTable& t = first.ctx.table;
+    t.Played_Count = t.Played_High = 0;
+    std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
+    t.Current_Track = 1;
+    ASSERT_TRUE(Save_Collection(first.ctx, false, true));
+    Form_QueryUnload(first.ctx);
 
-    TestApp again(folder.Str());
+    TestApp again(first.folder.Str());
     Form_Load(again.ctx);
     const TrackTable& loaded = again.ctx.table;
     EXPECT_EQ(std::tuple(loaded.Played_Count, loaded.Played_Number[1]), std::tuple(1, 1));
