@@ -1,14 +1,6 @@
-// The snooze window on virtual time: the countdown's figures, the boxes'
-// checks, the mode boxes, the alarm list of the first opening, what Ok keeps
-// across a restart, and the moment's test that nothing calls; the terminal's
-// sleep timer: what durations it takes, and the fade, the pause and the one
-// call at the end.
-
 #include <gtest/gtest.h>
 
-#include "app/startup.h"
-#include "support/test_app.h"
-#include "support/track_rows.h"
+#include "playback_fixture.h"
 #include "timed/countdown.h"
 #include "timed/sleep_timer.h"
 #include "timed/snooze_window.h"
@@ -67,10 +59,8 @@ TEST(SnoozeWindow, OpensByModeKeepsOneModeOnAndTicksWhileOpen) {
     form5::Form_QueryUnload(app.ctx);
     app.loop.Advance(5000);
     EXPECT_EQ(app.w.Label1.Caption(), "01:01:01:01:01:39") << "a closed window does not count";
-}
 
-TEST(SnoozeWindow, BoxesTurnToZeroOnBadTextAndOnlyTheCountdownHoursHaveARange) {
-    SnoozeApp app;
+    // The boxes turn to zero on bad text; only the countdown's hours have a range.
     Show_Form5(app.ctx);
     const struct {
         int box;
@@ -150,12 +140,9 @@ TEST(SleepTimer, DurationsAreHoursMinutesSecondsInOrder) {
 }
 
 TEST(SleepTimer, FadesOverTheLastMinuteThenPausesAndGivesTheVolumeBack) {
-    testing::TestApp app;
-    app.player.SetDuration("/m/long.mp3", 3600);
-    ASSERT_TRUE(app.player.setURL("/m/long.mp3").ok());
-    ASSERT_TRUE(app.player.play().ok());
+    testing::Player app(1, 3600.0);
+    app.PressThenRun(1'000);
     ASSERT_TRUE(app.player.setVolume(80).ok());
-    app.loop.Advance(100);
     ASSERT_EQ(app.player.playState(), PS_Playing);
 
     int done = 0;
