@@ -1,5 +1,3 @@
-// The tray icon's clicks, the start with the session and "Always on top".
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -12,11 +10,9 @@
 namespace velmora {
 namespace {
 
-using testing::Count;
-using testing::Running;
-using testing::TestApp;
+using namespace testing;
 
-TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
+TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClockAndOnTopRowsStayEqual) {
     Running app;
     Form1& f = app.ctx.form1;
     ASSERT_TRUE(f.Visible());
@@ -39,6 +35,18 @@ TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
     EXPECT_EQ(f.WindowState(), 0);
     EXPECT_EQ(f.Timer1.Interval(), 1000);
     EXPECT_EQ(app.ctx.form4.Timer1.Interval(), 1000);
+
+    // Both "Always on top" rows stay equal whichever is clicked.
+    MenuItem& more = f.Menus("MnuMoreOnTop");
+    MenuItem& tray = f.Tray("MnuSystemTrayTop");
+    bool expected = tray.Checked();
+    for (MenuItem* clicked : {&more, &more, &tray, &more, &tray, &tray}) {
+        clicked->Click.emit();
+        expected = !expected;
+        EXPECT_EQ(more.Checked(), expected);
+        EXPECT_EQ(tray.Checked(), expected);
+        EXPECT_EQ(app.shell.on_top["Form1"], expected);
+    }
 
     // With the second player in use, its window is the one the icon hides.
     f.Menus("MnuMoreMinimize").Click.emit();
@@ -90,21 +98,6 @@ TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
     ASSERT_EQ(app.dialogs.Messages().size(), 2u);
     EXPECT_EQ(app.dialogs.Messages()[0].text, "Error 13 setting key\nPermission denied");
     EXPECT_EQ(app.dialogs.Messages()[1].text, "Error 20 opening key\nNot a directory");
-}
-
-TEST(Tray, BothAlwaysOnTopRowsStayEqualWhicheverIsClicked) {
-    Running app;
-    Form1& f = app.ctx.form1;
-    MenuItem& more = f.Menus("MnuMoreOnTop");
-    MenuItem& tray = f.Tray("MnuSystemTrayTop");
-    bool expected = tray.Checked();
-    for (MenuItem* clicked : {&more, &more, &tray, &more, &tray, &tray}) {
-        clicked->Click.emit();
-        expected = !expected;
-        EXPECT_EQ(more.Checked(), expected);
-        EXPECT_EQ(tray.Checked(), expected);
-        EXPECT_EQ(app.shell.on_top["Form1"], expected);
-    }
 }
 
 }  // namespace
