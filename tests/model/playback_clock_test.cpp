@@ -32,8 +32,7 @@ TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
 
     Player off(1, 5000.0);
     off.ctx.settings.Save_Auto = 0;
-    off.Press();
-    off.loop.Advance(1'300'000);
+    off.PressThenRun(1'300'000);
     EXPECT_EQ(Count(off.Log(), kSaved), 0u);
 }
 
@@ -72,8 +71,7 @@ TEST(Clock, TheDisplaysTheTrayTipAndTheCountsFollowPlaying) {
     app.loop.Advance(1'000);
     EXPECT_EQ(app.ctx.form1.Text5[1].Text(), "00:00:00") << "nothing loaded: the blank display";
 
-    app.Press();
-    app.loop.Advance(5'400);
+    app.PressThenRun(5'400);
     Form1& f = app.ctx.form1;
     EXPECT_EQ(std::tuple(f.Text5[1].Text(), f.Text5[2].Text(), f.Text5[3].Text(), f.Text5[4].Text()),
               std::tuple("00:00:05", "00:00:25", "001.50Gb", "096"));
