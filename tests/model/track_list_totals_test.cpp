@@ -56,14 +56,15 @@ TEST(TrackListTotals, CountsPercentPathClassesTheSecondWindowAndTheSave) {
     Etiketes_Synol_Songs(app.ctx);
     EXPECT_EQ(f.Label3[0].Caption(),
               "Τρέχων - Current: 2 [0]" + kTen + "Όλα - Total: 3 [0]" + kTen + "Εναπομείναντα - Remaining: 1 [0]");
-    app.ctx.ratings.Class_Total_Count = 2;
+    app.ctx.ratings.Class_Total_Count = 3;
     Etiketes_Synol_Songs(app.ctx);
     EXPECT_EQ(f.Label3[0].Caption(),
-              "Τρέχων - Current: 2 [1]" + kTen + "Όλα - Total: 3 [2]" + kTen + "Εναπομείναντα - Remaining: 1 [1]");
-    EXPECT_EQ(f.Caption(), "VELMORA II ---> /c/Συλλογή.qel [50.00%]  [66.67%]");
+              "Τρέχων - Current: 2 [1]" + kTen + "Όλα - Total: 3 [3]" + kTen + "Εναπομείναντα - Remaining: 1 [2]");
+    EXPECT_EQ(f.Caption(), "VELMORA II ---> /c/Συλλογή.qel [33.33%]  [66.67%]");
 
     // The walk leaves the duration played to be counted when it is read; the
     // save reads it, and must write the count of the rows as they stand.
+    t.Any_Class_Play = 0;
     t.Played_Number = {1, 2, 3, 0};
     t.Played_Count = t.Played_High = 3;
     t.Current_Track = 2;
