@@ -49,17 +49,19 @@ TEST(Ratings, APlainPressWalksTheClassesAndTheSameTrayClassTwiceClearsTheMark) {
     }
     EXPECT_EQ(t.Saved[1], false);  // the next save stores the row's class
 
+    t.Current_Track = 2;
+    app.Tray("TrayFavorA").Click.emit();
     t.Current_Track = 0;
     app.Tray("TrayFavorA").Click.emit();
-    EXPECT_EQ(std::tuple(t.Rating_Class[0], t.Class_Count[4]), std::tuple(4, Currency(1)));
+    EXPECT_EQ(std::tuple(t.Rating_Class[0], t.Class_Count[4]), std::tuple(4, Currency(2)));
     EXPECT_EQ(app.Log().substr(0, app.Log().find("\n", app.Log().find("Favorites")) + 1),
               app.Now() + "-> Προστέθηκε στα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n" +
                   " has been added to Favorites -* A *-\n");
-    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:01:00]");
+    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:02]");
 
     app.Tray("TrayFavorA").Click.emit();
     EXPECT_EQ(std::tuple(t.Rating_Class[0], app.ctx.form1.List3_0[1].List(0), t.Class_Count[4], t.Class_Count[0]),
-              std::tuple(0, "-", Currency(), Currency(3)));
+              std::tuple(0, "-", Currency(1), Currency(2)));
     EXPECT_TRUE(app.Log_Starts("-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n"
                                " has been deleted from Favorites -* A *-\n"));
     EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked() && !app.Tray("TrayFavorA").Checked());
