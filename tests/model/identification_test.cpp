@@ -55,33 +55,6 @@ struct Library : testing::Running {
     }
 };
 
-TEST(Identification, QuestionKeepsBothParagraphsAndNoTouchesNothing) {
-    const std::string q = Identify_Question();
-    EXPECT_EQ(q.rfind("Θα εκτελεσθεί η Αναγνώριση Ιδιοτήτων Αρχείων.", 0), 0u);
-    EXPECT_TRUE(testing::Holds(q, "Αναγνώρισης.\n\nIndetification of File Properties will be executed right now."));
-    EXPECT_EQ(q.substr(q.size() - 27), "Identification on the menu.");
-
-    Library app(2);
-    app.File(0, 61, "1048576", "128000");
-    app.ctx.table.Duration[0] = Currency(7);
-    app.ctx.table.Total_Duration = Currency(7);
-    const int clock = app.ctx.form1.Timer1.Interval();
-    app.dialogs.ExpectMsgBox(MsgAnswer::No);
-    EXPECT_FALSE(Identify_Properties(app.ctx, kIdentifyNew));
-    const TrackTable& t = app.ctx.table;
-    EXPECT_EQ(std::tuple(t.Duration[0], t.Total_Duration, t.Identified[0], app.ctx.form1.Timer1.Interval()),
-              std::tuple(Currency(7), Currency(7), false, clock));
-    ASSERT_EQ(app.dialogs.Messages().size(), 1u);
-    EXPECT_EQ(app.dialogs.Messages()[0].text, q);
-
-    // An empty Collection: the question, and nothing after it.
-    Library empty(0);
-    const std::string log = empty.Log();
-    empty.dialogs.ExpectMsgBox(MsgAnswer::Yes);
-    EXPECT_FALSE(Identify_Properties(empty.ctx, kIdentifyNew));
-    EXPECT_EQ(std::tie(empty.Log(), empty.ctx.core.Suppress_Events), std::tuple(log, false));
-}
-
 TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     Library app(3);
     TrackTable& t = app.ctx.table;
@@ -135,10 +108,29 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     EXPECT_TRUE(std::filesystem::exists(app.ctx.collection.Collection_Path));
 }
 
-TEST(Identification, EscLeavesTheRestForContinueWhichSkipsIdentifiedRows) {
+TEST(Identification, QuestionKeepsBothParagraphsNoTouchesNothingAndEscLeavesTheRestForContinue) {
+    const std::string q = Identify_Question();
+    EXPECT_EQ(q.rfind("Θα εκτελεσθεί η Αναγνώριση Ιδιοτήτων Αρχείων.", 0), 0u);
+    EXPECT_TRUE(testing::Holds(q, "Αναγνώρισης.\n\nIndetification of File Properties will be executed right now."));
+    EXPECT_EQ(q.substr(q.size() - 27), "Identification on the menu.");
     Library app(4);
     TrackTable& t = app.ctx.table;
     for (int i = 0; i < 4; ++i) app.File(i, 60 + i, "1048576", "128000");
+    t.Duration[0] = t.Total_Duration = Currency(7);
+    const int clock = app.ctx.form1.Timer1.Interval();
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);
+    EXPECT_FALSE(Identify_Properties(app.ctx, kIdentifyNew));
+    EXPECT_EQ(std::tuple(t.Duration[0], t.Total_Duration, bool(t.Identified[0]), app.ctx.form1.Timer1.Interval()),
+              std::tuple(Currency(7), Currency(7), false, clock));
+    ASSERT_EQ(app.dialogs.Messages().size(), 1u);
+    EXPECT_EQ(app.dialogs.Messages()[0].text, q);
+    // An empty Collection: the question, and nothing after it.
+    Library empty(0);
+    const std::string log = empty.Log();
+    empty.dialogs.ExpectMsgBox(MsgAnswer::Yes);
+    EXPECT_FALSE(Identify_Properties(empty.ctx, kIdentifyNew));
+    EXPECT_EQ(std::tie(empty.Log(), empty.ctx.core.Suppress_Events), std::tuple(log, false));
+
     // Esc pressed once row 1 has been read.
     std::function<void()> esc = [&] {
         if (t.Identified[1]) app.ctx.core.Esc_Key = 27;

@@ -111,12 +111,8 @@ TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
 }
 
 TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
-    const struct {
-        const char* name;
-        std::array<int16_t, 6> class_play;
-        int16_t rating;
-        bool played, acceptable;
-    } cases[] = {
+    // Each case: its name, the classes chosen, the row's class, whether it was played, whether it passes.
+    const std::tuple<const char*, std::array<int16_t, 6>, int16_t, bool, bool> cases[] = {
         {"no restriction", {0, 0, 0, 0, 0, 0}, 2, false, true},
         {"only S: Unmarked's flag is the switch", {0, 0, 0, 0, 0, -1}, 2, false, true},
         {"S and Unmarked: S passes", {-1, 0, 0, 0, 0, -1}, 5, false, true},
@@ -125,12 +121,12 @@ TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
         {"a class outside 0 to 5 never passes a restriction", {-1, -1, -1, -1, -1, -1}, 7, false, false},
         {"played rows never pass", {0, 0, 0, 0, 0, 0}, 0, true, false},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, class_play, rating, played, acceptable] : cases) {
         TrackTable t;
-        t.Class_Play = c.class_play;
-        t.Rating_Class[0] = c.rating;
-        t.Played_Number[0] = c.played ? 4 : 0;
-        EXPECT_EQ(Acceptable_Row(t, 0), c.acceptable) << c.name;
+        t.Class_Play = class_play;
+        t.Rating_Class[0] = rating;
+        t.Played_Number[0] = played ? 4 : 0;
+        EXPECT_EQ(Acceptable_Row(t, 0), acceptable) << name;
     }
 }
 

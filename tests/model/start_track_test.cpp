@@ -16,8 +16,7 @@
 namespace velmora {
 namespace {
 
-using testing::Player;
-using testing::TestApp;
+using namespace testing;
 
 int Position(const StubEngine& engine) {
     return static_cast<int>(std::lround(engine.currentPosition().value_or(-1)));
@@ -53,18 +52,14 @@ TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThr
 
 TEST(StartTrack, TheKindOfAFileAndAutoVideoModeStartsNothingForAFileThatIsNotVideo) {
     Player app(2, 100.0);
-    struct Case {
-        const char* path;
-        const char* media_type;
-        bool video;
-    } const cases[] = {
+    const std::tuple<const char*, const char*, bool> cases[] = {
         {"/m/a.avi", "audio", false}, {"/m/a.mp3", "PHOTO", true}, {"/m/a.mp3", "video", true},
         {"/m/a.mpeg", "other", true}, {"/m/a.MPG", "other", false}, {"/m/a.wmv", "", true},
         {"/m/a.mp3", "radio", false},
     };
-    for (const auto& c : cases) {
-        app.reader.SetAttribute(c.path, "MediaType", c.media_type);
-        EXPECT_EQ(Is_Video_File(app.ctx, c.path), c.video) << c.path << " " << c.media_type;
+    for (const auto& [path, media_type, video] : cases) {
+        app.reader.SetAttribute(path, "MediaType", media_type);
+        EXPECT_EQ(Is_Video_File(app.ctx, path), video) << path << " " << media_type;
     }
 
     app.ctx.table.Video_Mode = 1;
@@ -127,15 +122,11 @@ TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
 
 // Leaving in the middle of a Track and starting again on the same folder.
 TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
-    struct Case {
-        uint8_t mode;
-        int second;
-    } const cases[] = {{0, 0}, {1, 37}, {2, 37}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE("Autostart_Index " + std::to_string(c.mode));
+    for (const auto [mode, second] : {std::pair<uint8_t, int>{0, 0}, {1, 37}, {2, 37}}) {
+        SCOPED_TRACE("Autostart_Index " + std::to_string(mode));
         Player first(5, 100.0);
         first.ctx.settings.Random_Order = 0;
-        first.ctx.settings.Autostart_Index = c.mode;
+        first.ctx.settings.Autostart_Index = mode;
         Save_Collection(first.ctx, false, true);  // the Collection as it stands on disk
         for (int press = 0; press < 3; ++press) first.Press();  // row 2, the third played
         first.loop.Advance(37'400);
@@ -151,7 +142,7 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[2], t.Played_Count), std::tuple(2, 3, 3));
         EXPECT_EQ(again.player.URL(), first.Path(2));
         EXPECT_EQ(again.player.playState(), PS_Playing);
-        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), c.second);
+        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), second);
 
         again.ctx.form1.Command3[0].Click.emit();
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3]), std::tuple(3, 4)) << "the walk goes on from there";

@@ -46,7 +46,7 @@ TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMoveAndADoubleClickDoesNotN
     EXPECT_EQ(app.ctx.playback.Selected_File, app.Path(5));
 }
 
-TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCountAndTheFolderButtonOpens) {
+TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCountTheFolderButtonOpensAndTheTrayPauses) {
     Player app(3, 100.0);
     Command10_Click(app.ctx, 0);
     EXPECT_TRUE(Holds(app.Log(), "-> Δεν υπάρχει κανένα αρχείο για προβολή - No file to display"));
@@ -68,22 +68,20 @@ TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCountAndTheFolderButtonO
     app.ctx.form1.Text3.SetText("40000");
     EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 3);
     EXPECT_TRUE(Holds(app.Log(), "-> Υπερχείλιση - Overflow in Text3_Change\n"));
-}
 
-TEST(Transport, TheTrayPauseResumesThroughTheStartOfATrack) {
-    Player app(2, 100.0);
+    // The tray's pause resumes through the start of a Track: with start point
+    // mode 0, back at the beginning.
     app.ctx.settings.Autostart_Index = 0;
-    app.PressThenRun(20'000);
+    app.loop.Advance(20'000);
     mnusystemtraypause_Click(app.ctx);
     app.loop.RunPosted();
     EXPECT_EQ(std::tuple(app.player.playState(), app.ctx.playback.Is_Paused,
                          app.ctx.form1.Tray("mnusystemtraypause").Checked()),
               std::tuple(PS_Paused, -1, true));
-
     mnusystemtraypause_Click(app.ctx);
     app.loop.Advance(400);
     EXPECT_EQ(app.player.playState(), PS_Playing);
-    EXPECT_LT(app.player.currentPosition().value_or(-1), 1) << "start point mode 0 goes back to the beginning";
+    EXPECT_LT(app.player.currentPosition().value_or(-1), 1);
 }
 
 TEST(Modes, TheInputDialogsAndTheirLoops) {
