@@ -4,9 +4,7 @@
 
 #include <cmath>
 #include <filesystem>
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "metadata/album_art.h"
 #include "metadata/search_links.h"

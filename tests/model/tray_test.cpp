@@ -12,7 +12,7 @@ namespace {
 
 using namespace testing;
 
-TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClockAndOnTopRowsStayEqual) {
+TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowOnTopRowsStayEqualAndAutostartFollows) {
     Running app;
     Form1& f = app.ctx.form1;
     ASSERT_TRUE(f.Visible());
@@ -57,25 +57,8 @@ TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClockAndOnTopRowsSta
     Form_MouseMove(app.ctx, kTrayLeftDown);
     EXPECT_TRUE(app.ctx.form4.Visible());
     EXPECT_FALSE(f.Visible());
-}
 
-// A run that ended hidden in the tray, started where there is no tray.
-TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
-    Running first;
-    Form_MouseMove(first.ctx, kTrayLeftDown);
-    Form_QueryUnload(first.ctx);
-
-    TestApp app(first.folder.Str());
-    app.shell.has_tray = false;
-    Form_Load(app.ctx);
-    EXPECT_TRUE(app.ctx.form1.Visible());
-    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
-    Show(app.ctx, "pause", kIconPaused);  // every change of the play state puts the icon up again
-    EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
-}
-
-TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
-    Running app;
+    // The autostart entry follows the menu row; failures show their number.
     MenuItem& row = app.ctx.form1.Menus("MnuMoreWindows");
     const std::string name = app.ctx.core.Executable_Name;
     EXPECT_FALSE(Run_Key_Exists(app.ctx, name));
@@ -98,6 +81,21 @@ TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
     ASSERT_EQ(app.dialogs.Messages().size(), 2u);
     EXPECT_EQ(app.dialogs.Messages()[0].text, "Error 13 setting key\nPermission denied");
     EXPECT_EQ(app.dialogs.Messages()[1].text, "Error 20 opening key\nNot a directory");
+}
+
+// A run that ended hidden in the tray, started where there is no tray.
+TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
+    Running first;
+    Form_MouseMove(first.ctx, kTrayLeftDown);
+    Form_QueryUnload(first.ctx);
+
+    TestApp app(first.folder.Str());
+    app.shell.has_tray = false;
+    Form_Load(app.ctx);
+    EXPECT_TRUE(app.ctx.form1.Visible());
+    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
+    Show(app.ctx, "pause", kIconPaused);  // every change of the play state puts the icon up again
+    EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
 }
 
 }  // namespace
