@@ -97,7 +97,7 @@ TEST(About, StartScreenSwitchOutlivesTheRun) {
     }
 }
 
-TEST(SlideShow, AStaleFileIsShownOnceInsteadOfThePictureThenGoes) {
+TEST(SlideShow, AStaleFileIsShownOnceThenGoesAndEveryRandomNumberPicksAStoredPicture) {
     testing::TempFolder folder;
     const std::string tmp = folder.Str() + "tmp.jpg";
     std::string seen;
@@ -112,9 +112,8 @@ TEST(SlideShow, AStaleFileIsShownOnceInsteadOfThePictureThenGoes) {
     Show_Slide(folder.Str(), "new picture", show);
     EXPECT_EQ(seen, "left by a crash");
     EXPECT_FALSE(std::filesystem::exists(tmp));
-}
 
-TEST(SlideShow, EveryRandomNumberPicksAStoredPictureAndAnEffect) {
+    // Every random number picks a stored picture and an effect.
     for (double r : {0.0, 0.5, 0.999999999, 1.0, -0.1, std::nan("")}) {
         const Slide_Choice c = Choose_Slide(r);
         EXPECT_TRUE(c.picture >= kFirstSlide && c.picture < kFirstSlide + kSlideCount) << r;
