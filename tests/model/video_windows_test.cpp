@@ -76,17 +76,6 @@ TEST(SecondPlayer, PassageBothWaysKeepsPositionAndVolumeAndDisablesTheEngineLeft
     EXPECT_EQ(std::tuple(app.ctx.form4.Visible(), app.ctx.form1.Visible()), std::tuple(false, true));
 }
 
-TEST(SecondPlayer, PassageWithNothingLoadedOrWithTheFlagOffLeavesTheWindows) {
-    Player app(1, 100.0);
-    app.ctx.playback.Second_Player_Flag = 0;
-    app.ctx.form1.Show();
-    Passage(app.ctx, -1);
-    app.loop.Advance(1'000);
-    EXPECT_EQ(std::tuple(app.second.URL(), app.ctx.form1.Visible(), app.ctx.form4.Visible()),
-              std::tuple("", true, false));
-    EXPECT_FALSE(Holds(app.Log(), "second.")) << "an empty file is no fault";
-}
-
 struct Panes : Player {
     Panes() : Player(2, 110.0) {
         for (int i = 0; i < kPaneCount; ++i) engines.emplace_back(loop);
@@ -100,7 +89,7 @@ struct Panes : Player {
     std::deque<StubEngine> engines;
 };
 
-TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePage) {
+TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePageThenNoPassage) {
     Panes app;
     app.Click(1);
     const auto& shown = app.ctx.form1.WindowsMediaPlayer3;
@@ -124,6 +113,15 @@ TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePage)
         EXPECT_EQ(std::tuple(app.engines[i].URL(), shown[i].Visible()), std::tuple("", false)) << i;
     app.Click(1);
     EXPECT_EQ(app.engines[5].URL(), "") << "no panes off their page";
+
+    // The second player with nothing loaded, or with the flag off, leaves the windows.
+    app.ctx.playback.Second_Player_Flag = 0;
+    app.ctx.form1.Show();
+    Passage(app.ctx, -1);
+    app.loop.Advance(1'000);
+    EXPECT_EQ(std::tuple(app.second.URL(), app.ctx.form1.Visible(), app.ctx.form4.Visible()),
+              std::tuple("", true, false));
+    EXPECT_FALSE(Holds(app.Log(), "second.")) << "an empty file is no fault";
 }
 
 }  // namespace
