@@ -73,6 +73,12 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     f.List3_0[4].SetList(2, "000");
     t.Artist[2] = "old";
     const int clock = f.Timer1.Interval();
+    // The report follows the menu's mark, not the state of the report file:
+    // off, an existing report is left as it was.
+    const std::string report = Report_File(app.ctx);
+    std::ofstream(report) << "old\n";
+    app.ctx.report.Report_Open = -1;  // as the start finds an existing report
+    f.Menus("MnuMoreReport").SetChecked(false);
 
     // What the window looks like while the rows are read.
     int clock_during = 0;
@@ -100,6 +106,7 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     EXPECT_EQ(std::tuple(app.Mirror(2, 1), app.Mirror(3, 0), app.Mirror(4, 0), app.Mirror(3, 2)),
               std::tuple("01:00:01", "03.50Mb", "125", "00.00Mb"));
     EXPECT_TRUE(app.Summary_Says(2, 2, 2, 3)) << app.Log();
+    EXPECT_EQ(std::tuple(app.ctx.report.Mode, testing::Bytes(report)), std::tuple(ReportState::Number::Closed, "old\n"));
 
     // The run ends by saving, asking first as a save from the menu does.
     ASSERT_EQ(app.dialogs.Messages().size(), 3u);
@@ -137,7 +144,14 @@ TEST(Identification, QuestionKeepsBothParagraphsNoTouchesNothingAndEscLeavesTheR
         else app.loop.Post(esc);
     };
     app.loop.Post(esc);
+    // Reports asked for and no report yet: the run writes a block, and closes it.
+    const std::string report = Report_File(app.ctx);
+    std::filesystem::remove(report);
+    app.ctx.form1.Menus("MnuMoreReport").SetChecked(true);
     ASSERT_TRUE(app.Run(kIdentifyNew));
+    EXPECT_EQ(app.ctx.report.Mode, ReportState::Number::Closed);
+    EXPECT_NE(testing::Bytes(report), "");
+    app.ctx.form1.Menus("MnuMoreReport").SetChecked(false);  // a second block in one run is refused
     EXPECT_EQ(t.Identified, (std::vector<bool>{true, true, false, false, false}));
     EXPECT_EQ(std::tuple(app.ctx.core.Esc_Key, app.ctx.identify.Canceled, app.Mirror(2, 2)), std::tuple(0, true, ""));
     EXPECT_TRUE(app.Summary_Says(2, 2, 2, 2)) << app.Log();
@@ -202,25 +216,6 @@ TEST(Identification, UserRatingGivesTheClassUnlessPersonalRatingsAreKeptAndTheMe
     const std::string end = "option <Save Ratings within Files> wasn't enabled>";
     EXPECT_EQ(warning.substr(warning.size() - end.size()), end);
     EXPECT_EQ(std::tuple(read.Checked(), app.ctx.settings.Read_Ratings, keep.Enabled()), std::tuple(true, -1, true));
-}
-
-// The report follows the menu's mark, not the state of the report file.
-TEST(IdentificationReport, ABlockIsWrittenExactlyWhenReportsAreAskedFor) {
-    for (const bool asked : {false, true}) {
-        SCOPED_TRACE(asked ? "reports on, no file yet" : "reports off, a file there");
-        Library app(2);
-        const std::string report = Report_File(app.ctx);
-        std::filesystem::remove(report);
-        if (!asked) {
-            std::ofstream(report) << "old\n";
-            app.ctx.report.Report_Open = -1;  // as the start finds an existing report
-        }
-        app.ctx.form1.Menus("MnuMoreReport").SetChecked(asked);
-        app.Run(kIdentifyNew);
-        EXPECT_EQ(app.ctx.report.Mode, ReportState::Number::Closed) << "the block is closed at the end";
-        EXPECT_EQ(testing::Bytes(report).find("old") == std::string::npos, asked);
-        EXPECT_EQ(std::filesystem::exists(report), true);
-    }
 }
 
 }  // namespace
