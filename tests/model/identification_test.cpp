@@ -106,12 +106,14 @@ TEST(Identification, ReadsUnitsIntoColumnsAndCountsOnlyChangedMirrorRows) {
     EXPECT_EQ(std::tuple(app.Mirror(2, 1), app.Mirror(3, 0), app.Mirror(4, 0), app.Mirror(3, 2)),
               std::tuple("01:00:01", "03.50Mb", "125", "00.00Mb"));
     EXPECT_TRUE(app.Summary_Says(2, 2, 2, 3)) << app.Log();
-    EXPECT_EQ(std::tuple(app.ctx.report.Mode, testing::Bytes(report)), std::tuple(ReportState::Number::Closed, "old\n"));
+    EXPECT_EQ(std::tuple(app.ctx.report.Mode, testing::Bytes(report)),
+              std::tuple(ReportState::Number::Closed, "old\n"));
 
     // The run ends by saving, asking first as a save from the menu does.
     ASSERT_EQ(app.dialogs.Messages().size(), 3u);
     EXPECT_EQ(app.dialogs.Messages()[2].text, "Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly");
-    EXPECT_EQ(std::tuple(app.dialogs.Messages()[2].icon, app.ctx.identify.Saved), std::tuple(MsgIcon::Information, true));
+    EXPECT_EQ(std::tuple(app.dialogs.Messages()[2].icon, app.ctx.identify.Saved),
+              std::tuple(MsgIcon::Information, true));
     EXPECT_TRUE(std::filesystem::exists(app.ctx.collection.Collection_Path));
 }
 

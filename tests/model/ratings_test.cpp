@@ -288,7 +288,8 @@ TEST(Recount, LettersGiveTheClassesEscStopsWithWhatWasCountedAndResetUnmarksAll)
     app.Menu("mnufilefavorreset").Click.emit();
     EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0, 0}));
     EXPECT_EQ(f.List3_0[1].Items(), (std::vector<std::string>{"-", "-", "-", "-"}));
-    EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5], t.Collection_Saved), std::tuple(Currency(4), Currency(), 0));
+    EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5], t.Collection_Saved),
+              std::tuple(Currency(4), Currency(), 0));
     EXPECT_TRUE(t.Played_Number[2] == 2 && f.List2.Selected(2));
 }
 

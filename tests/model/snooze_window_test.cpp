@@ -59,8 +59,9 @@ TEST(SnoozeWindow, OpensByModeKeepsOneModeOnAndTicksWhileOpen) {
 
     // The boxes turn to zero on bad text; only the countdown's hours have a range.
     Show_Form5(app.ctx);
-    const std::tuple<int, const char*, const char*> cases[] = {{0, "123", "00"}, {0, "ab", "00"}, {2, "", "00"}, {3, "25", "00"}, {3, "24", "24"},
-                 {0, "99", "99"},  {1, "75", "75"}, {4, "75", "75"}, {5, "7", "7"}};
+    const std::tuple<int, const char*, const char*> cases[] = {
+        {0, "123", "00"}, {0, "ab", "00"}, {2, "", "00"}, {3, "25", "00"}, {3, "24", "24"},
+        {0, "99", "99"},  {1, "75", "75"}, {4, "75", "75"}, {5, "7", "7"}};
     for (const auto& [box, typed, left] : cases) {
         app.w.Text1[box].SetText(typed);
         EXPECT_EQ(app.w.Text1[box].Text(), left) << box << " " << typed;
