@@ -1,7 +1,3 @@
-// The menu tables, and their rows against the handlers: every row the wiring
-// names is in the tables, and a row that no handler answers yet is shown as
-// not available.
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -19,7 +15,7 @@ namespace {
 using testing::TestApp;
 using Rows = std::vector<std::string>;
 
-TEST(MenuWiring, EveryRowTheWiringLooksUpIsInTheTables) {
+TEST(MenuWiring, EveryRowTheWiringLooksUpIsInTheTablesInTheirOrder) {
     TestApp app;
     MenuSet& m = app.ctx.form1.Menus;
     (void)m("MnuMoreNoSuchRow");  // a miss before the wiring is not the wiring's
@@ -29,6 +25,18 @@ TEST(MenuWiring, EveryRowTheWiringLooksUpIsInTheTables) {
     (void)app.ctx.form1.Tray("TrayFavorZ");
     EXPECT_EQ(m.Missed(), (Rows{"MnuMoreNoSuchRow(0)", "mnu_info2(7)"}));
     EXPECT_EQ(app.ctx.form1.Tray.Missed(), Rows{"TrayFavorZ(0)"});
+
+    // Control arrays take their index from their order.
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"mnufilecollection", 4, "Έξοδος - Exit"}, {"mnuFileCreateWPL", 3, "Ένωσε - Merge (*.wpl; *.m3u)"},
+        {"mnu_info2", 2, "Προγραμματισμός - Programming"}, {"mnu_info2", 3, "Οθόνη Εκκίνησης - Startup Screen"},
+        {"mnu_info2", 6, "Email"}, {"MnumoreStar_Active", 1, "Ανενεργά - Disabled"},
+        {"MnumoreStar_Colors", 3, "Μεικτό - Mix"}, {"mnuvideoshow", 2, "Αυτόματο - Auto"},
+    };
+    for (const auto& [name, index, caption] : rows) EXPECT_EQ(m(name, index).Caption(), caption) << name;
+    EXPECT_EQ(m("MnuMoreReport").Caption(), "Αναφορές Αρχείων - Files Reports -> [Directory_Media_Player_Report.txt]");
+    EXPECT_FALSE(m.Has("mnu_info2", 7) || m.Has("NoSuchMenu"));
+    EXPECT_EQ(m("NoSuchMenu").Name(), "<missing>");
 }
 
 // The preferences of a run that deleted from the disk, which enable the
@@ -61,21 +69,6 @@ TEST(MenuWiring, RowsWithoutAHandlerAreDisabledWithTheirTipAfterStartUp) {
     EXPECT_TRUE(f.Tray("mnusystemtraycopypaste").Enabled());
     EXPECT_TRUE(f.Tray("mnusystemtraycancel").Enabled() && f.Tray("mnusystemtrayexit").Enabled());
     EXPECT_EQ(f.Menus.Missed(), Rows{});
-}
-
-TEST(MenuTable, ControlArraysTakeTheirIndexFromTheirOrder) {
-    MenuSet menus(MainMenuRows());
-    const std::tuple<const char*, int, const char*> rows[] = {
-        {"mnufilecollection", 4, "Έξοδος - Exit"}, {"mnuFileCreateWPL", 3, "Ένωσε - Merge (*.wpl; *.m3u)"},
-        {"mnu_info2", 2, "Προγραμματισμός - Programming"}, {"mnu_info2", 3, "Οθόνη Εκκίνησης - Startup Screen"},
-        {"mnu_info2", 6, "Email"}, {"MnumoreStar_Active", 1, "Ανενεργά - Disabled"},
-        {"MnumoreStar_Colors", 3, "Μεικτό - Mix"}, {"mnuvideoshow", 2, "Αυτόματο - Auto"},
-    };
-    for (const auto& [name, index, caption] : rows) EXPECT_EQ(menus(name, index).Caption(), caption) << name;
-    EXPECT_EQ(menus("MnuMoreReport").Caption(),
-              "Αναφορές Αρχείων - Files Reports -> [Directory_Media_Player_Report.txt]");
-    EXPECT_FALSE(menus.Has("mnu_info2", 7) || menus.Has("NoSuchMenu"));
-    EXPECT_EQ(menus("NoSuchMenu").Name(), "<missing>");
 }
 
 }  // namespace

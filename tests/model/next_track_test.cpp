@@ -9,15 +9,12 @@
 #include <numeric>
 #include <tuple>
 
-#include "playback/transport.h"
 #include "playback_fixture.h"
 
 namespace velmora {
 namespace {
 
-using testing::Holds;
-using testing::Count;
-using testing::Player;
+using namespace testing;
 
 TEST(Walk, OnePressPlaysEveryTrackOnceNumberedInTheOrderPlayed) {
     std::vector<int> all(300), numbers(300), shuffled;
@@ -67,8 +64,7 @@ TEST(Walk, ReplayModes) {
         SCOPED_TRACE("1: one Track for ever, no number moves");
         Player app(5);
         app.ctx.settings.Replay_Mode = 1;
-        app.Press();
-        app.loop.Advance(30'000);
+        app.PressThenRun(30'000);
         ASSERT_GE(app.started.size(), 8u);
         EXPECT_EQ(app.Rows(), std::vector<int>(app.started.size(), 0));
         EXPECT_EQ(app.ctx.table.Played_Count, 1);
@@ -94,10 +90,19 @@ TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
     EXPECT_EQ(std::tie(t.Current_Track, t.Played_Count, f.Text3.Text(), f.Label6.Caption()),
               std::tuple(row_of[7], 7, "3",
                          "Τυχαία Αναπαραγωγή [σε οπισθοδρόμηση] -> [-3] <- Suffle Play [in backtracking]"));
-    for (int n = 8; n <= 10; ++n) {
+    for (int n = 8; n <= 9; ++n) {
         app.Press();
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Count), std::tuple(row_of[n], n)) << "forward retraces " << n;
     }
+    // A missing file met while stepping forward through the history: the walk
+    // moves on to the next entry and numbers nothing anew.
+    Command3_Click(app.ctx, 1);
+    ASSERT_EQ(t.Current_Track, row_of[8]);
+    std::filesystem::remove(app.Path(row_of[9]));
+    app.Press();
+    app.loop.RunPosted();
+    EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Count), std::tuple(row_of[10], 10));
+    EXPECT_EQ(std::count(t.Played_Number.begin(), t.Played_Number.end(), 10), 1);
     EXPECT_EQ(f.Label6.Caption(), shuffle);
     app.Press();
     EXPECT_EQ(t.Played_Number[t.Current_Track], 11) << "past the top the walk draws anew";
@@ -106,12 +111,8 @@ TEST(Walk, BacktrackingRetracesTheShuffledHistoryBeforeNewDraws) {
 }
 
 TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
-    const struct {
-        const char* name;
-        std::array<int16_t, 6> class_play;
-        int16_t rating;
-        bool played, acceptable;
-    } cases[] = {
+    // Each case: its name, the classes chosen, the row's class, whether it was played, whether it passes.
+    const std::tuple<const char*, std::array<int16_t, 6>, int16_t, bool, bool> cases[] = {
         {"no restriction", {0, 0, 0, 0, 0, 0}, 2, false, true},
         {"only S: Unmarked's flag is the switch", {0, 0, 0, 0, 0, -1}, 2, false, true},
         {"S and Unmarked: S passes", {-1, 0, 0, 0, 0, -1}, 5, false, true},
@@ -120,12 +121,12 @@ TEST(Walk, TheClassTestLetsEverythingThroughWhileUnmarkedIsNotChosen) {
         {"a class outside 0 to 5 never passes a restriction", {-1, -1, -1, -1, -1, -1}, 7, false, false},
         {"played rows never pass", {0, 0, 0, 0, 0, 0}, 0, true, false},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, class_play, rating, played, acceptable] : cases) {
         TrackTable t;
-        t.Class_Play = c.class_play;
-        t.Rating_Class[0] = c.rating;
-        t.Played_Number[0] = c.played ? 4 : 0;
-        EXPECT_EQ(Acceptable_Row(t, 0), c.acceptable) << c.name;
+        t.Class_Play = class_play;
+        t.Rating_Class[0] = rating;
+        t.Played_Number[0] = played ? 4 : 0;
+        EXPECT_EQ(Acceptable_Row(t, 0), acceptable) << name;
     }
 }
 
@@ -167,13 +168,17 @@ TEST(Walk, EdgesOfTheListAndFaults) {
     {
         SCOPED_TRACE("a single row played: the next walk ends the cycle, stops, wraps to row 0");
         Player app(1);
-        app.Press();
-        app.loop.Advance(500);
+        app.PressThenRun(500);
         ASSERT_NE(app.player.URL(), "");
         app.Press();
         EXPECT_EQ(std::tuple(Count(app.Log(), Player::kCycleEnd), app.ctx.table.Current_Track,
                              app.player.URL()),
                   std::tuple(1u, 0, ""));
+        std::filesystem::remove(app.Path(0));
+        app.Press();
+        app.loop.RunPosted();
+        EXPECT_EQ(std::tuple(app.ctx.table.Rating_Class[0], app.ctx.table.Current_Track, app.player.URL()),
+                  std::tuple(1, 0, "")) << "a missing file with one row: marked X, and nothing moves";
     }
     {
         SCOPED_TRACE("rows removed under Current_Track, and Played_Count past the list");
@@ -220,35 +225,6 @@ TEST(Walk, AMissingOrEmptyFileIsMarkedXAndTheWalkGoesOnTheSameWay) {
     Command3_Click(app.ctx, 1);  // back: rows 3 and 2 again, then row 1
     app.loop.RunPosted();
     EXPECT_EQ(t.Current_Track, 1);
-
-    Player single(1);
-    std::filesystem::remove(single.Path(0));
-    single.Press();
-    single.loop.RunPosted();
-    EXPECT_EQ(std::tuple(single.ctx.table.Rating_Class[0], single.ctx.table.Current_Track, single.player.URL()),
-              std::tuple(1, 0, "")) << "with one row nothing moves";
-}
-
-// A missing file met while stepping forward through the history: the step
-// that moves on later is the step of that moment, one entry on.
-TEST(Walk, AMissingFileInTheHistoryMovesOnToTheNextEntry) {
-    Player app(6);
-    TrackTable& t = app.ctx.table;
-    app.ctx.settings.Random_Order = -1;
-    for (int press = 0; press < 4; ++press) app.Press();  // the first resumes #1
-    std::vector<int> row_of(5, -1);
-    for (int r = 0; r < 6; ++r)
-        if (t.Played_Number[r] > 0) row_of[t.Played_Number[r]] = r;
-    ASSERT_EQ(t.Played_Count, 4);
-    Command3_Click(app.ctx, 1);  // back one entry: the history's #3 ... then
-    if (t.Played_Number[t.Current_Track] != 2) Command3_Click(app.ctx, 1);
-    ASSERT_EQ(t.Played_Number[t.Current_Track], 2);
-    std::filesystem::remove(app.Path(row_of[3]));
-    app.Press();
-    app.loop.RunPosted();
-    EXPECT_EQ(t.Current_Track, row_of[4]) << "on to the entry numbered 4";
-    EXPECT_EQ(std::count(t.Played_Number.begin(), t.Played_Number.end(), 4), 1) << "and nothing numbered anew";
-    EXPECT_EQ(app.ctx.form1.Text3.Text(), "3");
 }
 
 }  // namespace

@@ -10,8 +10,7 @@
 namespace velmora {
 namespace {
 
-using testing::Count;
-using testing::Player;
+using namespace testing;
 
 constexpr const char* kSaved = " -> Σώθηκε 10' - Saved 10'";
 
@@ -29,22 +28,13 @@ TEST(Clock, SavesEveryTenMinutesAndNotBefore) {
     EXPECT_NEAR(app.ctx.table.Current_Position, 600, 2) << "the save took the engine's position";
     EXPECT_EQ(saves_after(597'000), 1u);
     EXPECT_EQ(saves_after(5'000), 2u);
-
-    Player off(1, 5000.0);
-    off.ctx.settings.Save_Auto = 0;
-    off.Press();
-    off.loop.Advance(1'300'000);
-    EXPECT_EQ(Count(off.Log(), kSaved), 0u);
+    app.ctx.settings.Save_Auto = 0;
+    EXPECT_EQ(saves_after(1'300'000), 2u) << "no saving while it is turned off";
 }
 
 TEST(Clock, ListeningTimeCarriesUpInItsChain) {
     using Chain = std::array<int32_t, 6>;  // years, months, days, hours, minutes, seconds
-    const struct {
-        const char* name;
-        Chain before;
-        int interval;
-        Chain after;
-    } cases[] = {
+    const std::tuple<const char*, Chain, int, Chain> cases[] = {
         {"a second", {0, 0, 0, 0, 0, 7}, 1000, {0, 0, 0, 0, 0, 8}},
         {"the short tick rounds away", {0, 0, 0, 0, 0, 7}, 300, {0, 0, 0, 0, 0, 7}},
         {"into a minute", {0, 0, 0, 0, 4, 59}, 1000, {0, 0, 0, 0, 5, 0}},
@@ -55,12 +45,12 @@ TEST(Clock, ListeningTimeCarriesUpInItsChain) {
         {"a year is 13 months", {1, 12, 29, 23, 59, 59}, 1000, {2, 0, 0, 0, 0, 0}},
         {"month 12 is still the year's", {0, 11, 29, 23, 59, 59}, 1000, {0, 12, 0, 0, 0, 0}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, before, interval, after] : cases) {
         CollectionState s;
         auto chain = std::tie(s.Stat_Years, s.Stat_Months, s.Stat_Days, s.Stat_Hours, s.Stat_Minutes, s.Stat_Seconds);
-        chain = std::tuple_cat(c.before);
-        Count_Listening_Time(s, c.interval);
-        EXPECT_EQ(chain, std::tuple_cat(c.after)) << c.name;
+        chain = std::tuple_cat(before);
+        Count_Listening_Time(s, interval);
+        EXPECT_EQ(chain, std::tuple_cat(after)) << name;
     }
 }
 
@@ -72,8 +62,7 @@ TEST(Clock, TheDisplaysTheTrayTipAndTheCountsFollowPlaying) {
     app.loop.Advance(1'000);
     EXPECT_EQ(app.ctx.form1.Text5[1].Text(), "00:00:00") << "nothing loaded: the blank display";
 
-    app.Press();
-    app.loop.Advance(5'400);
+    app.PressThenRun(5'400);
     Form1& f = app.ctx.form1;
     EXPECT_EQ(std::tuple(f.Text5[1].Text(), f.Text5[2].Text(), f.Text5[3].Text(), f.Text5[4].Text()),
               std::tuple("00:00:05", "00:00:25", "001.50Gb", "096"));

@@ -37,20 +37,21 @@ struct Player : TestApp {
 
     const std::string& Path(int row) const { return rows[row].path; }
     void Press() { Command3_Click(ctx, 0); }
+    void PressThenRun(int64_t ms) {
+        Press();
+        loop.Advance(ms);
+    }
 
-    // Plays on until the cycle-end line is in the log, or the limit passes.
     bool RunToCycleEnd(int64_t limit_ms) {
         for (int64_t spent = 0; spent < limit_ms && Count(Log(), kCycleEnd) == 0; spent += 5000) loop.Advance(5000);
         return Count(Log(), kCycleEnd) > 0;
     }
 
-    // The rows in the order the engine got them.
     std::vector<int> Rows() const {
         std::vector<int> order;
         for (const Started& s : started) order.push_back(s.row);
         return order;
     }
-
 
     static constexpr const char* kCycleEnd = "-> Αναπαράχθηκαν όλα τα αρχεία - Every file has been reproduced";
     std::vector<TrackRow> rows;

@@ -2,18 +2,13 @@
 
 #include <random>
 #include <set>
-#include <string>
-#include <vector>
 
-#include "app/startup.h"
 #include "base/text_format.h"
 #include "core/progress.h"
 #include "intake/add_remove.h"
 #include "playback_fixture.h"
 #include "ratings/rating_marks.h"
 #include "ratings/reset_views.h"
-#include "support/test_app.h"
-#include "support/track_rows.h"
 
 namespace velmora {
 namespace {
@@ -36,7 +31,7 @@ struct Rated : testing::Running {
     bool Log_Starts(const std::string& lines) const { return Log().rfind(Now() + lines, 0) == 0; }
 };
 
-TEST(Ratings, APlainPressWalksTheClassesAndTheCountsFollow) {
+TEST(Ratings, APlainPressWalksTheClassesAndTheSameTrayClassTwiceClearsTheMark) {
     Rated app({0, 0, 0});
     TrackTable& t = app.ctx.table;
     t.Current_Track = 1;
@@ -53,24 +48,20 @@ TEST(Ratings, APlainPressWalksTheClassesAndTheCountsFollow) {
         EXPECT_EQ(app.ctx.form1.Command8.Style(), r == 0 ? 0 : 1);
     }
     EXPECT_EQ(t.Saved[1], false);  // the next save stores the row's class
-}
 
-TEST(Ratings, TheSameTrayClassTwiceClearsTheMarkAndLogsBothWays) {
-    Rated app({0, 4, 0});
-    TrackTable& t = app.ctx.table;
-    t.Current_Track = 0;
-    const Currency before = t.Class_Count[4];
-
+    t.Current_Track = 2;
     app.Tray("TrayFavorA").Click.emit();
-    EXPECT_EQ(std::tuple(t.Rating_Class[0], t.Class_Count[4]), std::tuple(4, before + Currency(1)));
+    t.Current_Track = 0;
+    app.Tray("TrayFavorA").Click.emit();
+    EXPECT_EQ(std::tuple(t.Rating_Class[0], t.Class_Count[4]), std::tuple(4, Currency(2)));
     EXPECT_EQ(app.Log().substr(0, app.Log().find("\n", app.Log().find("Favorites")) + 1),
               app.Now() + "-> Προστέθηκε στα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n" +
                   " has been added to Favorites -* A *-\n");
-    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:01]");
+    EXPECT_EQ(app.ctx.form1.Command8.Caption(), "Προτίμηση Rating A - [000:00:02:02]");
 
     app.Tray("TrayFavorA").Click.emit();
     EXPECT_EQ(std::tuple(t.Rating_Class[0], app.ctx.form1.List3_0[1].List(0), t.Class_Count[4], t.Class_Count[0]),
-              std::tuple(0, "-", before, Currency(2)));
+              std::tuple(0, "-", Currency(1), Currency(2)));
     EXPECT_TRUE(app.Log_Starts("-> Αφαιρέθηκε από τα Αγαπημένα -* A *- το : \n\"track_0.mp3\" \n"
                                " has been deleted from Favorites -* A *-\n"));
     EXPECT_TRUE(app.Tray("TrayFavorUnclass").Checked() && !app.Tray("TrayFavorA").Checked());
@@ -126,7 +117,7 @@ TEST(Ratings, TheDeltasAgreeWithAFreshRecountAfterAnySequence) {
     }
 }
 
-TEST(Ratings, SelectFavorTakesItsOwnCodes) {
+TEST(Ratings, SelectFavorTakesItsOwnCodesAndThePicturesFollowTheScheme) {
     Rated app({0, 1, 2, 3, 4, 5, 3});
     Form1& f = app.ctx.form1;
     auto select = [&](const char* menu) {
@@ -152,21 +143,52 @@ TEST(Ratings, SelectFavorTakesItsOwnCodes) {
     EXPECT_EQ(f.List3_0[2].SelCount(), 0);
     EXPECT_TRUE(app.Menu("MnuMoreClassX").Checked() && !app.Menu("MnuMoreClassAll").Checked());
     EXPECT_EQ(app.Log().substr(0, app.Log().find("\n\n") + 2), summary("0", "0"));
+
+    // The pictures by scheme: the big one for each class, then the star row.
+    const int big[4][6] = {{102, 106, 110, 114, 118, 120},
+                           {102, 105, 109, 113, 117, 119},
+                           {101, 104, 108, 112, 116, 119},
+                           {101, 103, 107, 111, 115, 120}};
+    const int row[4][6] = {{600, 602, 605, 608, 611, 618},
+                           {600, 603, 606, 609, 612, 619},
+                           {601, 604, 607, 610, 613, 619},
+                           {601, 604, 607, 610, 613, 619}};
+    for (int scheme = 0; scheme < 4; ++scheme) {
+        f.Menus("MnumoreStar_Colors", scheme).Click.emit();
+        EXPECT_TRUE(f.Menus("MnumoreStar_Colors", scheme).Checked());
+        for (int rating = 0; rating < 6; ++rating) {
+            app.ctx.table.Current_Track = rating;
+            DeikseAgapi(app.ctx, rating, rating);
+            EXPECT_EQ(f.Picture2.Picture(), Star_Picture(scheme, big[scheme][rating])) << scheme << rating;
+            EXPECT_EQ(app.ctx.form4.Command6.Picture(), f.Picture2.Picture());
+            for (int slot = 1; slot <= 6; ++slot) {
+                int expected = row[scheme][slot - 1];
+                if (scheme == 3 && slot == rating + 1) expected = slot == 1 ? 600 : slot == 6 ? 618 : slot + 612;
+                EXPECT_EQ(f.Label21[slot - 1].Picture(), Star_Picture(scheme, expected)) << scheme << rating << slot;
+                EXPECT_EQ(f.Label21[slot - 1].Style(), slot == rating + 1 ? 2 : 0);
+                EXPECT_EQ(app.ctx.form4.Label21[slot - 1].Picture(), f.Label21[slot - 1].Picture());
+            }
+        }
+    }
+    f.Menus("MnumoreStar_Active", 0).Click.emit();
+    const bool shown = app.ctx.settings.Star_Active != 0;
+    EXPECT_EQ(f.Label21[2].Visible(), shown);
+    EXPECT_EQ(f.Menus("MnumoreStar_Active", 1).Enabled(), shown);
+    f.Menus("MnumoreStar_Active", 1).Click.emit();
+    EXPECT_EQ(f.Label21[2].Visible(), !shown);
 }
 
-TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
-    Player app(6);
+// Turning the last class off falls back to All. All again on an empty list
+// leaves the restriction on: the totals that would take it off stop short.
+// Unmarked alone leaves the class totals empty.
+TEST(Ratings, TheClassChoiceFallsBackToAllAndKeepsItsQuirks) {
+    Rated app({0, 5, 0, 0, 5, 0}), empty({}), unmarked({0, 0, 5});
     Form1& f = app.ctx.form1;
     TrackTable& t = app.ctx.table;
-    for (int row : {1, 4}) {
-        t.Current_Track = row;
-        Tray_Favor_Click(app.ctx, 14);  // S
-    }
-    t.Current_Track = 0;
     f.Menus("MnuMorePlayS").Click.emit();
     EXPECT_EQ(std::tuple(t.Class_Play[5], t.Any_Class_Play, app.ctx.ratings.Class_Total_Duration,
                          app.ctx.ratings.Class_Total_Count),
-              std::tuple(-1, -1, Currency(4), 2));
+              std::tuple(-1, -1, Currency(125), 2));
     EXPECT_TRUE(!f.Menus("MnuMorePlayAll").Checked() && f.Tray("TrayFavorPlayS").Checked());
     EXPECT_EQ(f.Menus("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only ! ");
 
@@ -176,25 +198,15 @@ TEST(Ratings, TurningTheLastClassOffFallsBackToAllAndThenEveryTrackPlays) {
     EXPECT_FALSE(f.Menus("MnuMorePlayS").Checked());
     EXPECT_EQ(f.Tray("MnuSystemTrayFavor").Caption(), "Παίζε μόνο - Play only");
 
-    app.Press();
-    ASSERT_TRUE(app.RunToCycleEnd(60000));
-    const std::vector<int> rows = app.Rows();
-    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()), (std::set<int>{0, 1, 2, 3, 4, 5}));
-}
-
-// All again on an empty list leaves the restriction on: the totals that would
-// take it off stop short. Unmarked alone leaves the class totals empty.
-TEST(Ratings, TheClassChoiceKeepsItsQuirks) {
-    Rated empty({}), some({0, 4}), unmarked({0, 0, 5});
-    for (Rated* app : {&empty, &some}) {
-        app->Menu("MnuMorePlayS").Click.emit();
-        app->Menu("MnuMorePlayAll").Click.emit();
+    for (Rated* each : {&empty, &app}) {
+        each->Menu("MnuMorePlayS").Click.emit();
+        each->Menu("MnuMorePlayAll").Click.emit();
     }
-    EXPECT_EQ(std::tuple(empty.ctx.table.Any_Class_Play, some.ctx.table.Any_Class_Play), std::tuple(-1, 0));
+    EXPECT_EQ(std::tuple(empty.ctx.table.Any_Class_Play, t.Any_Class_Play), std::tuple(-1, 0));
 
     unmarked.Menu("MnuMorePlayUnClass").Click.emit();
-    const TrackTable& t = unmarked.ctx.table;
-    EXPECT_EQ(std::tuple(t.Class_Play[0], t.Any_Class_Play, unmarked.ctx.ratings.Class_Total_Duration),
+    const TrackTable& u = unmarked.ctx.table;
+    EXPECT_EQ(std::tuple(u.Class_Play[0], u.Any_Class_Play, unmarked.ctx.ratings.Class_Total_Duration),
               std::tuple(-1, -1, Currency()));
     ShowFavorites(unmarked.ctx);
     EXPECT_EQ(unmarked.Menu("MnuMoreFavor").Caption(), "Παίζε μόνο - Play only !  (!)");
@@ -244,7 +256,7 @@ TEST(RatingTexts, SharesSizesAndTimes) {
     EXPECT_EQ(std::tuple(bar.Label11[0].Caption(), bar.Label11[1].Caption()), std::tuple("100%", "033%"));
 }
 
-TEST(Recount, LettersGiveTheClassesAndEscStopsWithWhatWasCounted) {
+TEST(Recount, LettersGiveTheClassesEscStopsWithWhatWasCountedAndResetUnmarksAll) {
     Rated app({4, 0, 0, 2});
     Form1& f = app.ctx.form1;
     TrackTable& t = app.ctx.table;
@@ -266,58 +278,19 @@ TEST(Recount, LettersGiveTheClassesAndEscStopsWithWhatWasCounted) {
                                "Υπολογισμός Προτιμήσεων... - Calculating Ratings...\n"))
         << app.Log();
     EXPECT_TRUE(f.Enabled() && f.Tray("MnuSystemTray").Enabled() && f.List3_0[1].Enabled());
-}
 
-TEST(Recount, ResetTwoUnmarksEveryRowAndKeepsThePlayedNumbers) {
-    Rated app({5, 4, 3});
-    TrackTable& t = app.ctx.table;
-    t.Played_Number = {2, 1, 0, 0};
+    // Clearing every rating keeps the played numbers; the current row stays
+    // selected and takes the number in force.
+    t.Played_Number = {2, 1, 0, 0, 0};
     t.Played_Count = 2;
     t.Current_Track = 2;
+    t.Collection_Saved = -1;
     app.Menu("mnufilefavorreset").Click.emit();
-    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0}));
-    EXPECT_EQ(app.ctx.form1.List3_0[1].Items(), (std::vector<std::string>{"-", "-", "-"}));
+    EXPECT_EQ(t.Rating_Class, (std::vector<int16_t>{0, 0, 0, 0, 0}));
+    EXPECT_EQ(f.List3_0[1].Items(), (std::vector<std::string>{"-", "-", "-", "-"}));
     EXPECT_EQ(std::tuple(t.Class_Count[0], t.Class_Count[5], t.Collection_Saved),
-              std::tuple(Currency(3), Currency(), 0));
-    // The current row stays selected and takes the number in force.
-    EXPECT_TRUE(t.Played_Number[2] == 2 && app.ctx.form1.List2.Selected(2));
-}
-
-// The pictures by scheme: the big one for each class, then the star row.
-TEST(Stars, PicturesFollowTheSchemeAndTheMixedOneLightsThePresentClass) {
-    const int big[4][6] = {{102, 106, 110, 114, 118, 120},
-                           {102, 105, 109, 113, 117, 119},
-                           {101, 104, 108, 112, 116, 119},
-                           {101, 103, 107, 111, 115, 120}};
-    const int row[4][6] = {{600, 602, 605, 608, 611, 618},
-                           {600, 603, 606, 609, 612, 619},
-                           {601, 604, 607, 610, 613, 619},
-                           {601, 604, 607, 610, 613, 619}};
-    Rated app({0, 1, 2, 3, 4, 5});
-    Form1& f = app.ctx.form1;
-    for (int scheme = 0; scheme < 4; ++scheme) {
-        f.Menus("MnumoreStar_Colors", scheme).Click.emit();
-        EXPECT_TRUE(f.Menus("MnumoreStar_Colors", scheme).Checked());
-        for (int rating = 0; rating < 6; ++rating) {
-            app.ctx.table.Current_Track = rating;
-            DeikseAgapi(app.ctx, rating, rating);
-            EXPECT_EQ(f.Picture2.Picture(), Star_Picture(scheme, big[scheme][rating])) << scheme << rating;
-            EXPECT_EQ(app.ctx.form4.Command6.Picture(), f.Picture2.Picture());
-            for (int slot = 1; slot <= 6; ++slot) {
-                int expected = row[scheme][slot - 1];
-                if (scheme == 3 && slot == rating + 1) expected = slot == 1 ? 600 : slot == 6 ? 618 : slot + 612;
-                EXPECT_EQ(f.Label21[slot - 1].Picture(), Star_Picture(scheme, expected)) << scheme << rating << slot;
-                EXPECT_EQ(f.Label21[slot - 1].Style(), slot == rating + 1 ? 2 : 0);
-                EXPECT_EQ(app.ctx.form4.Label21[slot - 1].Picture(), f.Label21[slot - 1].Picture());
-            }
-        }
-    }
-    f.Menus("MnumoreStar_Active", 0).Click.emit();
-    const bool shown = app.ctx.settings.Star_Active != 0;
-    EXPECT_EQ(f.Label21[2].Visible(), shown);
-    EXPECT_EQ(f.Menus("MnumoreStar_Active", 1).Enabled(), shown);
-    f.Menus("MnumoreStar_Active", 1).Click.emit();
-    EXPECT_EQ(f.Label21[2].Visible(), !shown);
+              std::tuple(Currency(4), Currency(), 0));
+    EXPECT_TRUE(t.Played_Number[2] == 2 && f.List2.Selected(2));
 }
 
 // A missing file met while the totals are exact moves its one row to X, and

@@ -13,10 +13,7 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Holds;
-using testing::Count;
-using testing::Bytes;
-using testing::TestApp;
+using namespace testing;
 
 struct ReportTest : ::testing::Test {
     ReportTest() {
@@ -42,13 +39,9 @@ TEST_F(ReportTest, TheFirstLongOperationCreatesTheReportWithItsBlock) {
     const std::string stars(100, '*');
     EXPECT_EQ(Bytes(Report_File(app.ctx)), stars + "\n07/03/2026\n" + stars + "\n" + *Utf8ToCp1253(log) + "\n");
     EXPECT_EQ(Count(app.Log(), "->"), 2u) << "no error along the way";
-}
 
-TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
-    Report_Block(app.ctx, -1);
-    Report_Block(app.ctx, 0);
+    // A second operation in the same run writes nothing more.
     const std::string before = Bytes(Report_File(app.ctx));
-
     Log_Line(app.ctx, "-> δεύτερη - second");
     Report_Block(app.ctx, -1);
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
@@ -66,7 +59,7 @@ TEST_F(ReportTest, ASecondOperationInTheSameRunWritesNothingMore) {
     EXPECT_TRUE(Holds(Bytes(Report_File(app.ctx)), *Utf8ToCp1253("δεύτερη")));
 }
 
-TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
+TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytesAndDeletingAMissingReportDisablesTheMenu) {
     Report_Size(app.ctx);
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled() || !app.Log().empty());
     EXPECT_TRUE(fs::is_directory(app.folder.Path() / "velmora_reports"));
@@ -75,12 +68,9 @@ TEST_F(ReportTest, TheSizeAtStartIsShownInMegabytes) {
     Report_Size(app.ctx);
     EXPECT_EQ(app.Log(), "21:15:04-> Μέγεθος αρχείου Αναφοράς - Reports File Size:\n ---> 0001.00Mb\n");
     EXPECT_TRUE(app.ctx.report.Report_Open == -1 && DeleteMenu().Enabled());
-}
 
-TEST_F(ReportTest, DeletingAMissingReportDisablesTheMenu) {
+    fs::remove(Report_File(app.ctx));
     Wire_Report_Menus(app.ctx);
-    DeleteMenu().SetEnabled(true);
-    app.ctx.report.Report_Open = -1;
     DeleteMenu().Click.emit();
     EXPECT_FALSE(app.ctx.report.Report_Open || DeleteMenu().Enabled());
     EXPECT_EQ(Count(app.Log(), "-> File not found"), 1u);

@@ -1,14 +1,6 @@
-// The snooze window on virtual time: the countdown's figures, the boxes'
-// checks, the mode boxes, the alarm list of the first opening, what Ok keeps
-// across a restart, and the moment's test that nothing calls; the terminal's
-// sleep timer: what durations it takes, and the fade, the pause and the one
-// call at the end.
-
 #include <gtest/gtest.h>
 
-#include "app/startup.h"
-#include "support/test_app.h"
-#include "support/track_rows.h"
+#include "playback_fixture.h"
 #include "timed/countdown.h"
 #include "timed/sleep_timer.h"
 #include "timed/snooze_window.h"
@@ -17,10 +9,7 @@ namespace velmora {
 namespace {
 
 TEST(Countdown, WholeDifferencesAcrossBoundariesAndIntoThePast) {
-    const struct {
-        LocalTime now;
-        const char *date, *time, *shown;
-    } cases[] = {
+    const std::tuple<LocalTime, const char*, const char*, const char*> cases[] = {
         {{2024, 3, 15, 12, 0, 0}, "15/03/2024", "13:30:45", "00:00:00:01:30:45"},
         // Fifteen seconds across midnight cross a day, an hour and a minute.
         {{2024, 3, 15, 23, 59, 50}, "16/03/2024", "00:00:05", "00:00:01:01:01:15"},
@@ -30,10 +19,10 @@ TEST(Countdown, WholeDifferencesAcrossBoundariesAndIntoThePast) {
         // Passed: the hours go negative, minutes and seconds wrap.
         {{2024, 3, 15, 12, 0, 0}, "15/03/2024", "10:59:30", "00:00:00:-02:59:30"},
     };
-    for (const auto& c : cases) {
-        const auto target = Parse_Moment(c.date, c.time);
-        ASSERT_TRUE(target) << c.date;
-        EXPECT_EQ(Countdown_Text(c.now, *target), c.shown) << c.date << " " << c.time;
+    for (const auto& [now, date, time, shown] : cases) {
+        const auto target = Parse_Moment(date, time);
+        ASSERT_TRUE(target) << date;
+        EXPECT_EQ(Countdown_Text(now, *target), shown) << date << " " << time;
     }
     for (const char* date : {"29/02/2023", "24/12/2025 Χριστούγεννα", "", "1/13/2024"})
         EXPECT_FALSE(Parse_Moment(date, "00:00:00")) << date;
@@ -67,19 +56,15 @@ TEST(SnoozeWindow, OpensByModeKeepsOneModeOnAndTicksWhileOpen) {
     form5::Form_QueryUnload(app.ctx);
     app.loop.Advance(5000);
     EXPECT_EQ(app.w.Label1.Caption(), "01:01:01:01:01:39") << "a closed window does not count";
-}
 
-TEST(SnoozeWindow, BoxesTurnToZeroOnBadTextAndOnlyTheCountdownHoursHaveARange) {
-    SnoozeApp app;
+    // The boxes turn to zero on bad text; only the countdown's hours have a range.
     Show_Form5(app.ctx);
-    const struct {
-        int box;
-        const char *typed, *left;
-    } cases[] = {{0, "123", "00"}, {0, "ab", "00"}, {2, "", "00"}, {3, "25", "00"}, {3, "24", "24"},
-                 {0, "99", "99"},  {1, "75", "75"}, {4, "75", "75"}, {5, "7", "7"}};
-    for (const auto& c : cases) {
-        app.w.Text1[c.box].SetText(c.typed);
-        EXPECT_EQ(app.w.Text1[c.box].Text(), c.left) << c.box << " " << c.typed;
+    const std::tuple<int, const char*, const char*> cases[] = {
+        {0, "123", "00"}, {0, "ab", "00"}, {2, "", "00"}, {3, "25", "00"}, {3, "24", "24"},
+        {0, "99", "99"},  {1, "75", "75"}, {4, "75", "75"}, {5, "7", "7"}};
+    for (const auto& [box, typed, left] : cases) {
+        app.w.Text1[box].SetText(typed);
+        EXPECT_EQ(app.w.Text1[box].Text(), left) << box << " " << typed;
     }
     app.w.VScroll1[4].SetValue(42);
     EXPECT_EQ(app.w.Text1[4].Text(), "42");
@@ -150,12 +135,9 @@ TEST(SleepTimer, DurationsAreHoursMinutesSecondsInOrder) {
 }
 
 TEST(SleepTimer, FadesOverTheLastMinuteThenPausesAndGivesTheVolumeBack) {
-    testing::TestApp app;
-    app.player.SetDuration("/m/long.mp3", 3600);
-    ASSERT_TRUE(app.player.setURL("/m/long.mp3").ok());
-    ASSERT_TRUE(app.player.play().ok());
+    testing::Player app(1, 3600.0);
+    app.PressThenRun(1'000);
     ASSERT_TRUE(app.player.setVolume(80).ok());
-    app.loop.Advance(100);
     ASSERT_EQ(app.player.playState(), PS_Playing);
 
     int done = 0;

@@ -3,14 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <cmath>
 #include <filesystem>
 #include <map>
 #include <set>
 #include <tuple>
 
-#include "app/startup.h"
 #include "collection/collection_file.h"
 #include "playback/play_modes.h"
 #include "playback_fixture.h"
@@ -18,8 +16,7 @@
 namespace velmora {
 namespace {
 
-using testing::Player;
-using testing::TestApp;
+using namespace testing;
 
 int Position(const StubEngine& engine) {
     return static_cast<int>(std::lround(engine.currentPosition().value_or(-1)));
@@ -34,8 +31,7 @@ TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThr
     auto watch = app.ctx.form1.Timer1.Tick.connect([&] {
         if (app.player.playState() == PS_Playing) heard[app.ctx.table.Current_Track].insert(Position(app.player));
     });
-    app.Press();
-    app.loop.Advance(60'000);
+    app.PressThenRun(60'000);
 
     ASSERT_GE(app.started.size(), 2u) << "the sampled Track moved on by itself";
     EXPECT_EQ(s.Preview_Points, (std::vector<int16_t>{20, 40, 60, 80}));
@@ -49,51 +45,32 @@ TEST(StartTrack, APreviewSamplesAtOneFifthStepsThenMovesOnAndAShortTrackPlaysThr
     // A Track shorter than the sample plays through and the walk moves on.
     Player brief(3, 4.0);
     brief.ctx.settings.Random_Order = 0, brief.ctx.settings.Preview_Active = -1, brief.ctx.settings.Preview_Seconds = 10;
-    brief.Press();
-    brief.loop.Advance(8'000);
+    brief.PressThenRun(8'000);
     ASSERT_GE(brief.started.size(), 2u);
     EXPECT_EQ(brief.started[1].row, 1);
 }
 
-TEST(StartTrack, OnlyTheFirstStartOfARunThatBeganByItselfIsDelayed) {
-    Player app(3, 100.0);
-    int64_t t0 = app.loop.TickCount();
-    app.Press();
-    EXPECT_GE(app.loop.TickCount() - t0, 500);
-    t0 = app.loop.TickCount();
-    app.Press();
-    EXPECT_LT(app.loop.TickCount() - t0, 500);
-}
-
-TEST(StartTrack, AutoVideoModeStartsNothingForAFileThatIsNotVideo) {
+TEST(StartTrack, TheKindOfAFileAndAutoVideoModeStartsNothingForAFileThatIsNotVideo) {
     Player app(2, 100.0);
+    const std::tuple<const char*, const char*, bool> cases[] = {
+        {"/m/a.avi", "audio", false}, {"/m/a.mp3", "PHOTO", true}, {"/m/a.mp3", "video", true},
+        {"/m/a.mpeg", "other", true}, {"/m/a.MPG", "other", false}, {"/m/a.wmv", "", true},
+        {"/m/a.mp3", "radio", false},
+    };
+    for (const auto& [path, media_type, video] : cases) {
+        app.reader.SetAttribute(path, "MediaType", media_type);
+        EXPECT_EQ(Is_Video_File(app.ctx, path), video) << path << " " << media_type;
+    }
+
     app.ctx.table.Video_Mode = 1;
     app.reader.SetAttribute(app.Path(0), "MediaType", "Audio");
     app.reader.SetAttribute(app.Path(0), "Title", "Το πρώτο");
-    app.Press();
-    app.loop.Advance(5'000);
+    app.PressThenRun(5'000);
     // Neither engine was given the file, the walk stands on the Track, the
     // tag boxes are filled all the same.
     EXPECT_EQ(std::tuple(app.player.URL() + app.video.URL(), app.ctx.table.Current_Track,
                          app.ctx.form1.Text1[0].Text()),
               std::tuple("", 0, "Το πρώτο"));
-}
-
-TEST(StartTrack, TheKindOfAFile) {
-    Player app(0);
-    struct Case {
-        const char* path;
-        const char* media_type;
-        bool video;
-    } const cases[] = {
-        {"/m/a.avi", "audio", false}, {"/m/a.mp3", "PHOTO", true}, {"/m/a.mp3", "video", true},
-        {"/m/a.mpeg", "other", true}, {"/m/a.MPG", "other", false}, {"/m/a.wmv", "", true},
-        {"/m/a.mp3", "radio", false},
-    };
-    for (const auto& c : cases) {
-        app.reader.SetAttribute(c.path, "MediaType", c.media_type);
-        EXPECT_EQ(Is_Video_File(app.ctx, c.path), c.video) << c.path << " " << c.media_type;
-    }
 }
 
 TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) {
@@ -102,8 +79,7 @@ TEST(StartTrack, ReplacingThePlayingFileLetsGoAndResumesAtTheSamePointAndState) 
         Player app(2, 100.0);
         const std::string dump = Dump_File_Path(app.ctx);
         app.player.SetDuration(dump, 0.2);
-        app.Press();
-        app.loop.Advance(30'000);
+        app.PressThenRun(30'000);
         if (paused) {
             (void)app.player.pause();
             app.loop.RunPosted();
@@ -134,8 +110,7 @@ TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
     auto watch = app.player.PlayStateChange.connect([&](int) {
         if (app.player.playState() == PS_Playing) playing_at.push_back(app.loop.TickCount());
     });
-    app.Press();
-    app.loop.Advance(13'000);
+    app.PressThenRun(13'000);
     ASSERT_GE(playing_at.size(), 2u);
     // Five seconds of the first Track, then the 300 ms tick, the load and the next start tick.
     EXPECT_LT(playing_at[1] - playing_at[0], 7'000) << "the configured eight seconds do not lengthen it";
@@ -147,15 +122,11 @@ TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
 
 // Leaving in the middle of a Track and starting again on the same folder.
 TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
-    struct Case {
-        uint8_t mode;
-        int second;
-    } const cases[] = {{0, 0}, {1, 37}, {2, 37}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE("Autostart_Index " + std::to_string(c.mode));
+    for (const auto [mode, second] : {std::pair<uint8_t, int>{0, 0}, {1, 37}, {2, 37}}) {
+        SCOPED_TRACE("Autostart_Index " + std::to_string(mode));
         Player first(5, 100.0);
         first.ctx.settings.Random_Order = 0;
-        first.ctx.settings.Autostart_Index = c.mode;
+        first.ctx.settings.Autostart_Index = mode;
         Save_Collection(first.ctx, false, true);  // the Collection as it stands on disk
         for (int press = 0; press < 3; ++press) first.Press();  // row 2, the third played
         first.loop.Advance(37'400);
@@ -171,7 +142,7 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[2], t.Played_Count), std::tuple(2, 3, 3));
         EXPECT_EQ(again.player.URL(), first.Path(2));
         EXPECT_EQ(again.player.playState(), PS_Playing);
-        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), c.second);
+        EXPECT_EQ(std::lround(again.player.currentPosition().value_or(-1)), second);
 
         again.ctx.form1.Command3[0].Click.emit();
         EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3]), std::tuple(3, 4)) << "the walk goes on from there";
@@ -181,20 +152,15 @@ TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
 // A Collection that was never played: the start numbers its current Track 1,
 // and the row waits for the next save like any changed row.
 TEST(Resume, TheFirstNumberGivenAtTheStartWaitsForTheSave) {
-    testing::TempFolder folder;
-    {
-        Player first(3, 100.0);
-        TrackTable& t = first.ctx.table;
-        t.Played_Count = t.Played_High = 0;
-        std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
-        t.Current_Track = 1;
-        first.ctx.collection.Collection_Path = folder.Str() + "velmora_sylloges/velmora.qel";
-        first.ctx.program_folder = folder.Str();
-        std::filesystem::create_directories(folder.Str() + "velmora_sylloges");
-        ASSERT_TRUE(Save_Collection(first.ctx, false, true));
-    }  // the first program has let go of the Collection
+    Player first(3, 100.0);
+    TrackTable& t = first.ctx.table;
+    t.Played_Count = t.Played_High = 0;
+    std::fill(t.Played_Number.begin(), t.Played_Number.end(), 0);
+    t.Current_Track = 1;
+    ASSERT_TRUE(Save_Collection(first.ctx, false, true));
+    Form_QueryUnload(first.ctx);
 
-    TestApp again(folder.Str());
+    TestApp again(first.folder.Str());
     Form_Load(again.ctx);
     const TrackTable& loaded = again.ctx.table;
     EXPECT_EQ(std::tuple(loaded.Played_Count, loaded.Played_Number[1]), std::tuple(1, 1));

@@ -13,6 +13,7 @@ using testing::TestApp;
 
 TEST(Startup, AFirstRunMakesTheFoldersAndStartsTheClockLast) {
     TestApp app;
+    app.loop.SetNow(LocalTime{2026, 11, 23, 9, 5, 0});
     app.shell.autostart.insert("velmora");
     int ticks_during_load = 0;
     auto sub = app.ctx.form1.Timer1.Tick.connect([&] { ++ticks_during_load; });
@@ -48,14 +49,9 @@ TEST(Startup, AFirstRunMakesTheFoldersAndStartsTheClockLast) {
 
     app.loop.Advance(3000);
     EXPECT_EQ(ticks_during_load, 3) << "the PlaybackClock ticks every second";
-}
 
-TEST(Startup, TheTablesKeepTheirOddRowsAndAFirstRunHasSound) {
-    TestApp app;
-    app.loop.SetNow(LocalTime{2026, 11, 23, 9, 5, 0});
-    Form_Load(app.ctx);
+    // The tables keep their odd rows, and a first run has sound.
     const Form1& f = app.ctx.form1;
-
     ASSERT_EQ(f.Combo1.ListCount(), 128);
     const std::pair<int, const char*> genres[] = {
         {2, "002- Κάντρυ - Country"}, {31, "031 - Τρανς - Trance"}, {32, "033 - Classical"},
@@ -63,19 +59,15 @@ TEST(Startup, TheTablesKeepTheirOddRowsAndAFirstRunHasSound) {
         {127, "127 - Drum & Bass"},
     };
     for (const auto& [row, text] : genres) EXPECT_EQ(f.Combo1.List(row), text) << row;
-
     // Duplicates stand as they are.
     ASSERT_EQ(f.List3.ListCount(), 32);
     EXPECT_EQ(std::tuple(f.List3.List(0), f.List3.List(25), f.List3.List(31), f.List3.ListIndex()),
               std::tuple("*.mp3", "*.wmv", "*.wvx", 0));
-
     ASSERT_EQ(f.Combo3.ListCount(), 3);
     EXPECT_TRUE(f.Combo3.List(0).ends_with("results?search_query=") && f.Combo3.List(2).ends_with("#q="));
-
     EXPECT_EQ(f.HScroll1.Value(), 2000) << "a first run is not silent";
     EXPECT_EQ(app.ctx.settings.Delete_From_Disk, 0) << "a first run removes from the Collection, never from the disk";
     EXPECT_EQ(app.ctx.settings.Trigger_Date, "23/11/2026") << "an empty trigger date takes today's";
-    EXPECT_FALSE(app.ctx.form1.Menus("MnuMoreWindows").Checked()) << "no desktop entry";
 }
 
 // Closing the window, and the exit rows of the file and tray menus.
@@ -84,6 +76,7 @@ TEST(Startup, EveryWayOutRunsTheShutDownOrderOnce) {
         SCOPED_TRACE(way);
         TestApp app;
         Form_Load(app.ctx);
+        EXPECT_FALSE(app.ctx.form1.Menus("MnuMoreWindows").Checked()) << "no desktop entry";
         const int64_t t0 = app.loop.TickCount();
         if (way == 0) Form_QueryUnload(app.ctx);
         if (way == 1) app.ctx.form1.Menus("mnufilecollection", 4).Click.emit();

@@ -4,9 +4,7 @@
 
 #include <cmath>
 #include <filesystem>
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "metadata/album_art.h"
 #include "metadata/search_links.h"
@@ -15,8 +13,7 @@
 namespace velmora {
 namespace {
 
-using testing::Holds;
-using testing::Player;
+using namespace testing;
 
 // A program playing the first of two Tracks 30 seconds in, its file's title "Old".
 struct Tagging : Player {
@@ -25,8 +22,7 @@ struct Tagging : Player {
             reader.SetDuration(Path(i), 100);
             reader.SetAttribute(Path(i), "Title", "Old");
         }
-        Press();
-        loop.Advance(30'000);
+        PressThenRun(30'000);
         file = ctx.playback.Current_File;
     }
     // The player's library holds these lists under the Collection's name.
@@ -45,7 +41,7 @@ struct Tagging : Player {
 
 constexpr const char* kSaved = " Επιτυχημένη Αποθήκευση - Saving succeded\n";
 
-TEST(TagPage, SavesOnlyThroughTheOneListNamedAfterTheCollectionAndAlwaysSaysSaved) {
+TEST(TagPage, SavesThroughTheListNamedAfterTheCollectionAsksAfterAnEditFindsTheArtAndKeepsLinks) {
     Tagging app;
     ASSERT_FALSE(app.file.empty());
     ASSERT_EQ(app.ctx.form1.Text1[0].Text(), "Old");
@@ -72,18 +68,16 @@ TEST(TagPage, SavesOnlyThroughTheOneListNamedAfterTheCollectionAndAlwaysSaysSave
     EXPECT_EQ(std::tuple(app.player.URL(), app.Position(), app.player.playState()),
               std::tuple(app.file, before, PS_Playing))
         << "the playing file was let go and taken up again at the same second";
-}
 
-TEST(TagPage, AFinishedEditAsksAndEitherWayTheBoxesShowTheFileAgain) {
-    Tagging app;
+    // A finished edit asks, and either way the boxes show the file again.
     app.Lists({{app.file}});
     app.dialogs.ExpectMsgBox(MsgAnswer::No);
     app.ctx.form1.Text1[1].SetText("Σωκράτης");
     ASSERT_FALSE(app.dialogs.Messages().empty());
     EXPECT_EQ(app.dialogs.Messages().back().text,
               "Θα αποθηκεύσετε ό,τι γράψατε; - Are you willing to store what you typed?\nΑρχείο - File :" + app.file +
-                  "\nΤίτλος - Title:     Old\nΚαλλιτέχνης - Artist:     Σωκράτης\nΆλμπουμ - Album:     \n"
-                  "Έτος - Year:     \nΣχόλιο - Comment:     \nΕίδος - Genre");
+                  "\nΤίτλος - Title:     Νέος\nΚαλλιτέχνης - Artist:     Σωκράτης\nΆλμπουμ - Album:     \n"
+                  "Έτος - Year:     2001\nΣχόλιο - Comment:     \nΕίδος - Genre");
     EXPECT_EQ(std::tuple(app.ctx.form1.Text1[1].Text(), app.InFile("Artist"), app.ctx.metadata.Tag_Dirty),
               std::tuple("", "", false));
 
@@ -91,10 +85,8 @@ TEST(TagPage, AFinishedEditAsksAndEitherWayTheBoxesShowTheFileAgain) {
     app.ctx.form1.Text1[1].SetText("Σωκράτης");
     app.loop.RunPosted();
     EXPECT_EQ(std::tuple(app.ctx.form1.Text1[1].Text(), app.InFile("Artist")), std::tuple("Σωκράτης", "Σωκράτης"));
-}
 
-TEST(AlbumArt, TheSmallPictureWinsThenTheFolderOneThenTheFilesOwn) {
-    Tagging app;
+    // The small picture wins, then the folder one, then the file's own.
     namespace fs = std::filesystem;
     const fs::path folder = fs::path(app.file).parent_path();
     testing::Put(folder / "AlbumArtSmall.jpg", "small");
@@ -108,17 +100,15 @@ TEST(AlbumArt, TheSmallPictureWinsThenTheFolderOneThenTheFilesOwn) {
     fs::remove(folder / "folder.JPG");
     EXPECT_EQ(Album_Art_Of(app.ctx, app.file), std::string(kEmbeddedPicture) + "inside");
     EXPECT_EQ(Album_Art_Of(app.ctx, app.Path(1)), "");
-}
 
-TEST(SearchLinks, AddRemoveAndTheSearchGoesToTheFirstRow) {
-    Tagging app;
     Form1& f = app.ctx.form1;
     EXPECT_EQ(std::tuple(f.Combo3.ListIndex(), f.Check1.Value(), f.Option2[0].Value()), std::tuple(0, 1, -1));
+    const size_t asked = app.dialogs.Messages().size();
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     f.Command13.Click.emit();  // nothing typed: the example, then the want of "www"
-    EXPECT_EQ(app.dialogs.Messages().size(), 2u);
-    EXPECT_TRUE(Holds(app.dialogs.Messages().front().text, std::string(f.Combo3.List(0))));
+    EXPECT_EQ(app.dialogs.Messages().size(), asked + 2);
+    EXPECT_TRUE(Holds(app.dialogs.Messages()[asked].text, std::string(f.Combo3.List(0))));
     f.Text2[3].SetText("https://www.example.org/find?q=");
     f.Command13.Click.emit();
     EXPECT_EQ(std::tuple(f.Combo3.ListCount(), f.Combo3.ListIndex()), std::tuple(4, 3));

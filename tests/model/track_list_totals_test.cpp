@@ -14,7 +14,7 @@ using testing::Player;
 
 const std::string kTen(10, ' ');
 
-TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
+TEST(TrackListTotals, CountsPercentPathClassesTheSecondWindowAndTheSave) {
     Player app(3, 10.0);
     TrackTable& t = app.ctx.table;
     app.ctx.collection.Collection_Path = "/c/Συλλογή.qel";
@@ -47,19 +47,30 @@ TEST(TrackListTotals, CountsPercentPathAndTheSecondWindow) {
     t.Played_Count = 1;
     Etiketes_Synol_Songs(app.ctx);
     EXPECT_EQ(f.Label6.Caption(), "Σειριακή Αναπαραγωγή [σε οπισθοδρόμηση] -> [-1] <- Serial Play [in backtracking]");
-}
 
-// The walk leaves the duration played to be counted when it is read; the
-// save reads it, and must write the count of the rows as they stand.
-TEST(TrackListTotals, TheSaveWritesTheDurationPlayedAsTheRowsStand) {
-    Player app(3, 10.0);
-    TrackTable& t = app.ctx.table;
+    // Playing only S: the class counts stand in brackets, all 0 while the class total is.
+    t.Played_Count = 2;
+    t.Any_Class_Play = -1;
+    t.Class_Play = {0, 0, 0, 0, 0, -1};
+    t.Rating_Class = {5, 2, 5, 0};
+    Etiketes_Synol_Songs(app.ctx);
+    EXPECT_EQ(f.Label3[0].Caption(),
+              "Τρέχων - Current: 2 [0]" + kTen + "Όλα - Total: 3 [0]" + kTen + "Εναπομείναντα - Remaining: 1 [0]");
+    app.ctx.ratings.Class_Total_Count = 3;
+    Etiketes_Synol_Songs(app.ctx);
+    EXPECT_EQ(f.Label3[0].Caption(),
+              "Τρέχων - Current: 2 [1]" + kTen + "Όλα - Total: 3 [3]" + kTen + "Εναπομείναντα - Remaining: 1 [2]");
+    EXPECT_EQ(f.Caption(), "VELMORA II ---> /c/Συλλογή.qel [33.33%]  [66.67%]");
+
+    // The walk leaves the duration played to be counted when it is read; the
+    // save reads it, and must write the count of the rows as they stand.
+    t.Any_Class_Play = 0;
     t.Played_Number = {1, 2, 3, 0};
     t.Played_Count = t.Played_High = 3;
     t.Current_Track = 2;
     Etiketes_Synol_Songs(app.ctx);
+    app.ctx.collection.Collection_Path = app.folder.Str() + "velmora_sylloges/velmora.qel";
     ASSERT_TRUE(Save_Collection(app.ctx, false, true)) << app.ctx.collection.Save_Fault;
-
     RecordFile main;
     ASSERT_TRUE(main.Open(app.ctx.collection.Collection_Path, kMainRecordLength, RecordFile::Mode::ReadOnly));
     Currency stored;
@@ -85,27 +96,6 @@ TEST(TrackListTotals, ALongCollectionPathIsShortenedFrom110Characters) {
             EXPECT_EQ(caption, "VELMORA II ---> " + head + "....." + tail + " [100.00%] ");
         }
     }
-}
-
-TEST(TrackListTotals, ClassCountsStandInBrackets) {
-    Player app(4, 10.0);
-    TrackTable& t = app.ctx.table;
-    app.ctx.collection.Collection_Path = "/c/a.qel";
-    t.Any_Class_Play = -1;
-    t.Class_Play = {0, 0, 0, 0, 0, -1};
-    t.Rating_Class = {5, 2, 5, 5, 0};
-    t.Played_Number = {1, 2, 0, 0, 0};
-    t.Played_Count = t.Played_High = 2;
-    Etiketes_Synol_Songs(app.ctx);
-    EXPECT_EQ(app.ctx.form1.Label3[0].Caption(), "Τρέχων - Current: 2 [0]" + kTen + "Όλα - Total: 4 [0]" + kTen +
-                                                      "Εναπομείναντα - Remaining: 2 [0]")
-        << "a class total of 0 shows 0 in every bracket";
-
-    app.ctx.ratings.Class_Total_Count = 3;
-    Etiketes_Synol_Songs(app.ctx);
-    EXPECT_EQ(app.ctx.form1.Label3[0].Caption(), "Τρέχων - Current: 2 [1]" + kTen + "Όλα - Total: 4 [3]" + kTen +
-                                                      "Εναπομείναντα - Remaining: 2 [2]");
-    EXPECT_EQ(app.ctx.form1.Caption(), "VELMORA II ---> /c/a.qel [33.33%]  [50.00%]");
 }
 
 }  // namespace

@@ -13,11 +13,17 @@ namespace {
 using testing::Holds;
 using testing::Player;
 
-TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMove) {
+TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMoveAndADoubleClickDoesNotNumber) {
     Player app(6, 100.0);
     TrackTable& t = app.ctx.table;
     app.ctx.settings.Random_Order = 0;
-    for (int press = 0; press < 3; ++press) app.Press();  // row 2
+    int64_t t0 = app.loop.TickCount();
+    app.Press();
+    EXPECT_GE(app.loop.TickCount() - t0, 500) << "the first start of a run that began by itself waits";
+    t0 = app.loop.TickCount();
+    app.Press();
+    app.Press();
+    EXPECT_LT(app.loop.TickCount() - t0, 500) << "no later start waits";
     Command3_Click(app.ctx, 1);
     ASSERT_EQ(t.Current_Track, 1);
     (void)app.player.stop();
@@ -32,13 +38,25 @@ TEST(Transport, APressWhileNothingPlaysRepeatsTheLastMove) {
     EXPECT_EQ(app.player.playState(), PS_Paused);
     Command11_Click(app.ctx);
     EXPECT_EQ(app.player.playState(), PS_Playing);
+
+    const int count = t.Played_Count;
+    app.ctx.form1.List2.SetListIndex(5);
+    list2_dblclick(app.ctx);
+    EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[5], t.Played_Count), std::tuple(5, 0, count));
+    EXPECT_EQ(app.ctx.playback.Selected_File, app.Path(5));
 }
 
-TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCount) {
+TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCountTheFolderButtonOpensAndTheTrayPauses) {
     Player app(3, 100.0);
+    Command10_Click(app.ctx, 0);
+    EXPECT_TRUE(Holds(app.Log(), "-> Δεν υπάρχει κανένα αρχείο για προβολή - No file to display"));
+    EXPECT_TRUE(app.shell.opened.empty());
+    app.ctx.form1.List2.SetListIndex(1);
+    Command10_Click(app.ctx, 0);
+    EXPECT_EQ(app.shell.opened, std::vector<std::string>{(app.folder.Path() / "media").string() + "/"});
+
     app.ctx.form1.Text3.SetText("5");
-    app.Press();
-    app.loop.Advance(12'000);
+    app.PressThenRun(12'000);
     app.Press();
     EXPECT_NEAR(app.ctx.table.Stop_Position[0].ToDouble(), 12, 1);
     EXPECT_FALSE(app.ctx.table.Saved[0]);
@@ -50,43 +68,20 @@ TEST(Transport, TheNextButtonKeepsTheExitPointAndTheStepCount) {
     app.ctx.form1.Text3.SetText("40000");
     EXPECT_EQ(app.ctx.settings.Backtrack_Steps, 3);
     EXPECT_TRUE(Holds(app.Log(), "-> Υπερχείλιση - Overflow in Text3_Change\n"));
-}
 
-TEST(Transport, ADoubleClickPlaysTheRowWithoutNumberingIt) {
-    Player app(5, 100.0);
-    app.Press();
-    app.ctx.form1.List2.SetListIndex(3);
-    list2_dblclick(app.ctx);
-    const TrackTable& t = app.ctx.table;
-    EXPECT_EQ(std::tuple(t.Current_Track, t.Played_Number[3], t.Played_Count), std::tuple(3, 0, 1));
-    EXPECT_EQ(app.ctx.playback.Selected_File, app.Path(3));
-}
-
-TEST(Transport, TheTrayPauseResumesThroughTheStartOfATrack) {
-    Player app(2, 100.0);
+    // The tray's pause resumes through the start of a Track: with start point
+    // mode 0, back at the beginning.
     app.ctx.settings.Autostart_Index = 0;
-    app.Press();
     app.loop.Advance(20'000);
     mnusystemtraypause_Click(app.ctx);
     app.loop.RunPosted();
     EXPECT_EQ(std::tuple(app.player.playState(), app.ctx.playback.Is_Paused,
                          app.ctx.form1.Tray("mnusystemtraypause").Checked()),
               std::tuple(PS_Paused, -1, true));
-
     mnusystemtraypause_Click(app.ctx);
     app.loop.Advance(400);
     EXPECT_EQ(app.player.playState(), PS_Playing);
-    EXPECT_LT(app.player.currentPosition().value_or(-1), 1) << "start point mode 0 goes back to the beginning";
-}
-
-TEST(Transport, TheFolderOfTheSelectedFile) {
-    Player app(2, 100.0);
-    Command10_Click(app.ctx, 0);
-    EXPECT_TRUE(Holds(app.Log(), "-> Δεν υπάρχει κανένα αρχείο για προβολή - No file to display"));
-    EXPECT_TRUE(app.shell.opened.empty());
-    app.ctx.form1.List2.SetListIndex(1);
-    Command10_Click(app.ctx, 0);
-    EXPECT_EQ(app.shell.opened, std::vector<std::string>{(app.folder.Path() / "media").string() + "/"});
+    EXPECT_LT(app.player.currentPosition().value_or(-1), 1);
 }
 
 TEST(Modes, TheInputDialogsAndTheirLoops) {

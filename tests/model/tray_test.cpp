@@ -1,5 +1,3 @@
-// The tray icon's clicks, the start with the session and "Always on top".
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -12,11 +10,9 @@
 namespace velmora {
 namespace {
 
-using testing::Count;
-using testing::Running;
-using testing::TestApp;
+using namespace testing;
 
-TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
+TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowOnTopRowsStayEqualAndAutostartFollows) {
     Running app;
     Form1& f = app.ctx.form1;
     ASSERT_TRUE(f.Visible());
@@ -40,6 +36,18 @@ TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
     EXPECT_EQ(f.Timer1.Interval(), 1000);
     EXPECT_EQ(app.ctx.form4.Timer1.Interval(), 1000);
 
+    // Both "Always on top" rows stay equal whichever is clicked.
+    MenuItem& more = f.Menus("MnuMoreOnTop");
+    MenuItem& tray = f.Tray("MnuSystemTrayTop");
+    bool expected = tray.Checked();
+    for (MenuItem* clicked : {&more, &more, &tray, &more, &tray, &tray}) {
+        clicked->Click.emit();
+        expected = !expected;
+        EXPECT_EQ(more.Checked(), expected);
+        EXPECT_EQ(tray.Checked(), expected);
+        EXPECT_EQ(app.shell.on_top["Form1"], expected);
+    }
+
     // With the second player in use, its window is the one the icon hides.
     f.Menus("MnuMoreMinimize").Click.emit();
     ASSERT_TRUE(app.ctx.form4.Visible());
@@ -49,25 +57,8 @@ TEST(Tray, LeftClicksHideAndBringBackThePlayingWindowWithTheClock) {
     Form_MouseMove(app.ctx, kTrayLeftDown);
     EXPECT_TRUE(app.ctx.form4.Visible());
     EXPECT_FALSE(f.Visible());
-}
 
-// A run that ended hidden in the tray, started where there is no tray.
-TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
-    Running first;
-    Form_MouseMove(first.ctx, kTrayLeftDown);
-    Form_QueryUnload(first.ctx);
-
-    TestApp app(first.folder.Str());
-    app.shell.has_tray = false;
-    Form_Load(app.ctx);
-    EXPECT_TRUE(app.ctx.form1.Visible());
-    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
-    Show(app.ctx, "pause", kIconPaused);  // every change of the play state puts the icon up again
-    EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
-}
-
-TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
-    Running app;
+    // The autostart entry follows the menu row; failures show their number.
     MenuItem& row = app.ctx.form1.Menus("MnuMoreWindows");
     const std::string name = app.ctx.core.Executable_Name;
     EXPECT_FALSE(Run_Key_Exists(app.ctx, name));
@@ -92,19 +83,19 @@ TEST(Tray, AutostartEntryFollowsTheMenuRowAndFailuresShowTheirNumber) {
     EXPECT_EQ(app.dialogs.Messages()[1].text, "Error 20 opening key\nNot a directory");
 }
 
-TEST(Tray, BothAlwaysOnTopRowsStayEqualWhicheverIsClicked) {
-    Running app;
-    Form1& f = app.ctx.form1;
-    MenuItem& more = f.Menus("MnuMoreOnTop");
-    MenuItem& tray = f.Tray("MnuSystemTrayTop");
-    bool expected = tray.Checked();
-    for (MenuItem* clicked : {&more, &more, &tray, &more, &tray, &tray}) {
-        clicked->Click.emit();
-        expected = !expected;
-        EXPECT_EQ(more.Checked(), expected);
-        EXPECT_EQ(tray.Checked(), expected);
-        EXPECT_EQ(app.shell.on_top["Form1"], expected);
-    }
+// A run that ended hidden in the tray, started where there is no tray.
+TEST(Tray, WithoutATrayTheWindowComesUpAndTheLogSaysSoOnce) {
+    Running first;
+    Form_MouseMove(first.ctx, kTrayLeftDown);
+    Form_QueryUnload(first.ctx);
+
+    TestApp app(first.folder.Str());
+    app.shell.has_tray = false;
+    Form_Load(app.ctx);
+    EXPECT_TRUE(app.ctx.form1.Visible());
+    EXPECT_EQ(app.ctx.form1.Timer1.Interval(), 1000);
+    Show(app.ctx, "pause", kIconPaused);  // every change of the play state puts the icon up again
+    EXPECT_EQ(Count(app.Log(), "No system tray"), 1u);
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-// The video window, the second player and the preview panes, on the stub
-// engines: playing passes between windows at the same position.
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -12,18 +10,16 @@
 namespace velmora {
 namespace {
 
-using testing::Holds;
-using testing::Player;
+using namespace testing;
 
 double Position(const MediaEngine& engine) { return engine.currentPosition().value_or(-1); }
 
-TEST(VideoWindow, ShowsTheFilmAtTheAudioPositionAndClosingGoesOnInAudio) {
+TEST(VideoWindow, ShowsTheFilmAtTheAudioPositionClosingGoesOnInAudioAndTheSizeIsKept) {
     Player app(2, 100.0);
-    app.Press();
-    app.loop.Advance(10'000);
+    app.PressThenRun(10'000);
     mnuvideoshow_Click(app.ctx, 0);
     app.loop.Advance(5'000);
-    const Form2& w = app.ctx.form2;
+    Form2& w = app.ctx.form2;
     EXPECT_TRUE(w.Visible());
     EXPECT_EQ(std::tuple(app.video.playState(), app.player.URL()), std::tuple(PS_Playing, ""))
         << "the sound comes from one engine";
@@ -40,22 +36,17 @@ TEST(VideoWindow, ShowsTheFilmAtTheAudioPositionAndClosingGoesOnInAudio) {
     EXPECT_NEAR(Position(app.player), 16, 0.5);
     EXPECT_TRUE(app.ctx.form1.Menus("mnuvideoshow", 1).Checked());
     EXPECT_FALSE(app.ctx.form1.Menus("mnuvideoshow", 0).Checked());
-}
 
-TEST(VideoWindow, OpensAtItsStoredSizeAndKeepsWhatTheUserGives) {
-    Player app(1, 100.0);
+    // Opened again at its stored size; a full screen is not the window's size.
     app.ctx.settings.Video_Width = 800;
     app.ctx.settings.Video_Height = 600;
-    app.ctx.table.Video_Mode = -1;
-    app.Press();
-    Form2& w = app.ctx.form2;
+    mnuvideoshow_Click(app.ctx, 0);
     EXPECT_EQ(std::tuple(w.WindowsMediaPlayer1.Width(), w.WindowsMediaPlayer1.Height()),
               std::tuple(800, 600 - kVideoStripHeight));
     w.Full_Screen = true;
     w.Inner.SetWidth(1920);
     w.Resize.emit();
-    EXPECT_EQ(std::tuple(w.WindowsMediaPlayer1.Width(), app.ctx.settings.Video_Width), std::tuple(1920, 800))
-        << "a full screen is not the window's size";
+    EXPECT_EQ(std::tuple(w.WindowsMediaPlayer1.Width(), app.ctx.settings.Video_Width), std::tuple(1920, 800));
     w.Full_Screen = false;
     w.Inner.SetWidth(640);
     w.Resize.emit();
@@ -65,8 +56,7 @@ TEST(VideoWindow, OpensAtItsStoredSizeAndKeepsWhatTheUserGives) {
 TEST(SecondPlayer, PassageBothWaysKeepsPositionAndVolumeAndDisablesTheEngineLeft) {
     Player app(2, 100.0);
     app.ctx.settings.Volume_Step = 40;
-    app.Press();
-    app.loop.Advance(10'000);
+    app.PressThenRun(10'000);
     Passage(app.ctx, -1);
     app.loop.Advance(3'000);
     EXPECT_EQ(std::tuple(app.second.URL(), app.second.playState(), app.second.volume()),
@@ -86,17 +76,6 @@ TEST(SecondPlayer, PassageBothWaysKeepsPositionAndVolumeAndDisablesTheEngineLeft
     EXPECT_EQ(std::tuple(app.ctx.form4.Visible(), app.ctx.form1.Visible()), std::tuple(false, true));
 }
 
-TEST(SecondPlayer, PassageWithNothingLoadedOrWithTheFlagOffLeavesTheWindows) {
-    Player app(1, 100.0);
-    app.ctx.playback.Second_Player_Flag = 0;
-    app.ctx.form1.Show();
-    Passage(app.ctx, -1);
-    app.loop.Advance(1'000);
-    EXPECT_EQ(std::tuple(app.second.URL(), app.ctx.form1.Visible(), app.ctx.form4.Visible()),
-              std::tuple("", true, false));
-    EXPECT_FALSE(Holds(app.Log(), "second.")) << "an empty file is no fault";
-}
-
 struct Panes : Player {
     Panes() : Player(2, 110.0) {
         for (int i = 0; i < kPaneCount; ++i) engines.emplace_back(loop);
@@ -110,7 +89,7 @@ struct Panes : Player {
     std::deque<StubEngine> engines;
 };
 
-TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePage) {
+TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePageThenNoPassage) {
     Panes app;
     app.Click(1);
     const auto& shown = app.ctx.form1.WindowsMediaPlayer3;
@@ -134,6 +113,15 @@ TEST(PreviewPanes, OneFilmFromTwelvePointsStoppedByAnAudioClickOrLeavingThePage)
         EXPECT_EQ(std::tuple(app.engines[i].URL(), shown[i].Visible()), std::tuple("", false)) << i;
     app.Click(1);
     EXPECT_EQ(app.engines[5].URL(), "") << "no panes off their page";
+
+    // The second player with nothing loaded, or with the flag off, leaves the windows.
+    app.ctx.playback.Second_Player_Flag = 0;
+    app.ctx.form1.Show();
+    Passage(app.ctx, -1);
+    app.loop.Advance(1'000);
+    EXPECT_EQ(std::tuple(app.second.URL(), app.ctx.form1.Visible(), app.ctx.form4.Visible()),
+              std::tuple("", true, false));
+    EXPECT_FALSE(Holds(app.Log(), "second.")) << "an empty file is no fault";
 }
 
 }  // namespace
