@@ -76,27 +76,23 @@ protected:
 };
 
 TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatKeepsGreekTagsAndKnowsPictures) {
-    struct Case {
-        const char* name;
-        const char* type;
-        const char* title;  // the Greek-tagged files carry the other Greek fields too
-    };
-    const Case cases[] = {
+    // Name, type and title; the Greek-tagged files carry the other Greek fields too.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"cbr.mp3", "audio", kGreek},  {"tone.ogg", "audio", kGreek}, {"tone.flac", "audio", kGreek},
         {"tone.wav", "audio", ""},     {"tone.m4a", "audio", kGreek}, {"tone.wma", "audio", kGreek},
         {"film.mpg", "video", ""},     {"film.avi", "video", "Avi"},  {"film.mp4", "video", "Mp4"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = Files().Path(c.name);
+    for (const auto& [name, type, title] : cases) {
+        SCOPED_TRACE(name);
+        const std::string path = Files().Path(name);
         auto item = ReadMediaItem(path);
         EXPECT_NEAR(item->duration(), FfprobeSeconds(path), 0.1);
         EXPECT_GT(item->duration(), 3.5);
         EXPECT_EQ(std::tuple(item->getItemInfo("MediaType"), item->getItemInfo("Title"), item->getItemInfo("Filesize")),
-                  std::tuple(c.type, c.title, std::to_string(fs::file_size(path))));
+                  std::tuple(type, title, std::to_string(fs::file_size(path))));
         EXPECT_GT(std::atoll(item->getItemInfo("Bitrate").c_str()), 8000);
         EXPECT_EQ(item->getItemInfo("UserRating") + item->getItemInfo("No such thing"), "");
-        if (c.title == kGreek) {
+        if (title == kGreek) {
             EXPECT_EQ(std::tuple(item->getItemInfo("Artist"), item->getItemInfo("album"), item->getItemInfo("GENRE"),
                                  item->getItemInfo("WM/Year")),
                       std::tuple("Σωκράτης", "Ωδές", "Λαϊκό", "1998"));
@@ -193,7 +189,7 @@ TEST(MediaReaderRating, ScalesMeetOnTheFiveStars) {
 // Changes a copy of the file with TagLib's class for its format and answers
 // the rating the reader then finds.
 template <class File, class Change>
-std::string RatingAfter(const std::string& name, Change change) {
+std::string Rated(const std::string& name, Change change) {
     const std::string path = Files().Copy(name, "rated-" + name);
     {
         File file(path.c_str());
@@ -206,7 +202,7 @@ std::string RatingAfter(const std::string& name, Change change) {
 TEST_F(MediaReader, ReadsTheRatingsOtherPlayersWrite) {
     namespace T = TagLib;
     // Two players' frames; the first holds no rating, the second's counts.
-    EXPECT_EQ(RatingAfter<T::MPEG::File>("cbr.mp3", [](auto& file) {
+    EXPECT_EQ(Rated<T::MPEG::File>("cbr.mp3", [](auto& file) {
         for (auto [email, value] : {std::pair{"no@rating", 0}, std::pair{"Windows Media Player 9 Series", 196}}) {
             auto* frame = new T::ID3v2::PopularimeterFrame;
             frame->setEmail(email);
@@ -214,16 +210,16 @@ TEST_F(MediaReader, ReadsTheRatingsOtherPlayersWrite) {
             file.ID3v2Tag(true)->addFrame(frame);
         }
     }), "75");
-    EXPECT_EQ(RatingAfter<T::MPEG::File>("cbr.mp3", [](auto& file) {
+    EXPECT_EQ(Rated<T::MPEG::File>("cbr.mp3", [](auto& file) {
         auto* txxx = new T::ID3v2::UserTextIdentificationFrame(T::String::UTF8);
         txxx->setDescription("FMPS_Rating");
         txxx->setText("0.4");
         file.ID3v2Tag(true)->addFrame(txxx);
     }), "25");
-    EXPECT_EQ(RatingAfter<T::FLAC::File>("tone.flac", [](auto& f) { f.xiphComment(true)->addField("RATING", "100"); }), "99");
-    EXPECT_EQ(RatingAfter<T::Ogg::Vorbis::File>("tone.ogg", [](auto& f) { f.tag()->addField("FMPS_RATING", "0.6"); }), "50");
-    EXPECT_EQ(RatingAfter<T::MP4::File>("tone.m4a", [](auto& f) { f.tag()->setItem("rate", T::StringList("20")); }), "1");
-    EXPECT_EQ(RatingAfter<T::ASF::File>("tone.wma", [](auto& f) {
+    EXPECT_EQ(Rated<T::FLAC::File>("tone.flac", [](auto& f) { f.xiphComment(true)->addField("RATING", "100"); }), "99");
+    EXPECT_EQ(Rated<T::Ogg::Vorbis::File>("tone.ogg", [](auto& f) { f.tag()->addField("FMPS_RATING", "0.6"); }), "50");
+    EXPECT_EQ(Rated<T::MP4::File>("tone.m4a", [](auto& f) { f.tag()->setItem("rate", T::StringList("20")); }), "1");
+    EXPECT_EQ(Rated<T::ASF::File>("tone.wma", [](auto& f) {
         f.tag()->setAttribute("WM/SharedUserRating", T::ASF::Attribute(99u));
     }), "99");
 }

@@ -210,19 +210,14 @@ TEST_P(EngineContract, EventsComeFromTheLoopAfterTheCalls) {
 }
 
 TEST_P(EngineContract, TheEndGivesMediaEndedUntilTheNextCommand) {
-    struct Exit {
-        const char* name;
-        std::function<Status()> call;
-        int state_after;
-    };
-    const std::vector<Exit> exits{
+    const std::vector<std::tuple<const char*, std::function<Status()>, int>> exits{
         {"play", [&] { return Play(); }, PS_Playing},
         {"stop", [&] { return Stop(); }, PS_Stopped},
         {"load", [&] { return Load(H().audio); }, PS_Ready},
         {"close", [&] { return Close(); }, PS_Undefined},
     };
-    for (const Exit& exit : exits) {
-        SCOPED_TRACE(exit.name);
+    for (const auto& [name, call, state_after] : exits) {
+        SCOPED_TRACE(name);
         ASSERT_TRUE(PlayToEnd()) << "state " << State();
         EXPECT_TRUE(UntilEvent(PS_MediaEnded)) << "the end is told by an event";
         Pass(400);
@@ -234,8 +229,8 @@ TEST_P(EngineContract, TheEndGivesMediaEndedUntilTheNextCommand) {
         Pass(100);
         EXPECT_EQ(State(), PS_MediaEnded);
 
-        ASSERT_TRUE(To(exit.call(), exit.state_after)) << "state " << State();
-        if (exit.state_after == PS_Playing) {
+        ASSERT_TRUE(To(call(), state_after)) << "state " << State();
+        if (state_after == PS_Playing) {
             Pass(200);
             EXPECT_LT(Position(), 0.2 + 2 * H().tolerance);
         }
@@ -271,15 +266,13 @@ TEST_P(EngineContract, FailingCallsReportTheEngineGoesOnAndCloseEmptiesIt) {
 }
 
 TEST_P(EngineContract, VolumeRoundTripsAndIsClamped) {
-    const struct {
-        int set, read;
-    } cases[] = {{37, 37}, {0, 0}, {100, 100}, {150, 100}, {-5, 0}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.set);
+    const std::pair<int, int> cases[] = {{37, 37}, {0, 0}, {100, 100}, {150, 100}, {-5, 0}};  // set, read
+    for (const auto& [set, read] : cases) {
+        SCOPED_TRACE(set);
         const int before = m_status_changes;
-        const bool changes = E().volume() != c.read;
-        ASSERT_TRUE(SetVolume(c.set).ok());
-        EXPECT_EQ(E().volume(), c.read);
+        const bool changes = E().volume() != read;
+        ASSERT_TRUE(SetVolume(set).ok());
+        EXPECT_EQ(E().volume(), read);
         if (changes) {
             EXPECT_TRUE(Until([&] { return m_status_changes > before; })) << "StatusChange follows";
         }
