@@ -26,7 +26,6 @@ public:
     }
     // The path quoted for the shell, with a space after it.
     std::string Q(const std::string& name) const { return "'" + Path(name) + "' "; }
-    // "ffmpeg -v error -y " and the rest.
     void Ffmpeg(const std::string& arguments) { Run("ffmpeg -v error -y " + arguments); }
     void Run(const std::string& command) {
         if (error.empty() && std::system(command.c_str()) != 0) error = "failed: " + command;

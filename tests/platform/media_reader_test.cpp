@@ -36,7 +36,6 @@ using testing::Output;
 
 const char* const kGreek = "Καλημέρα κόσμε";
 
-// The files, made once for the whole run.
 const testing::MediaFolder& Files() {
     static const testing::MediaFolder folder([](testing::MediaFolder& f) {
         const std::string tone = "-f lavfi -i sine=frequency=440:duration=5 ";

@@ -13,7 +13,6 @@
 namespace velmora {
 namespace {
 
-// The files, made once for the whole run.
 const testing::MediaFolder& Files() {
     static const testing::MediaFolder folder([](testing::MediaFolder& f) {
         f.Ffmpeg("-f lavfi -i sine=frequency=440:duration=2 -metadata title='Contract Tone' " + f.Q("tone.mp3"));

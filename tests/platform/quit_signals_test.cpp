@@ -41,7 +41,6 @@ TEST(QuitSignals, HeldSignalsAreToldOnceTakenEachLaterOneFromTheLoopAndABlocking
         }
     });
     std::vector<int> told;
-    // Gives the loop turns until `count` signals were told.
     auto told_by_loop = [&](size_t count) { return testing::Within(loop, 5000, [&] { return told.size() >= count; }); };
     QuitSignals signals_([&](int signal) { told.push_back(signal); });
     EXPECT_TRUE(told.empty()) << "the handler only writes; the loop tells";
