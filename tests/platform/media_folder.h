@@ -3,43 +3,36 @@
 // with the object. The first command that fails is kept in error, and the
 // commands after it are not run.
 //
-//   static const MediaFolder files("velmora-x", [](MediaFolder& f) { f.Ffmpeg(...); });
+//   static const MediaFolder files([](MediaFolder& f) { f.Ffmpeg(...); });
 
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string>
 
+#include "support/test_app.h"
+
 namespace velmora::testing {
 
 class MediaFolder {
 public:
-    MediaFolder(const std::string& prefix, const std::function<void(MediaFolder&)>& make) {
-        std::string pattern = (std::filesystem::temp_directory_path() / (prefix + "-XXXXXX")).string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            error = "cannot make a temporary folder";
-            return;
-        }
-        dir = pattern;
-        make(*this);
-    }
-    ~MediaFolder() {
-        std::error_code ec;
-        if (!dir.empty()) std::filesystem::remove_all(dir, ec);
-    }
-    MediaFolder(const MediaFolder&) = delete;
-    MediaFolder& operator=(const MediaFolder&) = delete;
+    explicit MediaFolder(const std::function<void(MediaFolder&)>& make) { make(*this); }
 
     std::string Path(const std::string& name) const { return (dir / name).string(); }
+    // A copy to change, so that the file stays as made.
+    std::string Copy(const std::string& name, const std::string& as) const {
+        std::filesystem::copy_file(dir / name, dir / as, std::filesystem::copy_options::overwrite_existing);
+        return Path(as);
+    }
     // The path quoted for the shell, with a space after it.
     std::string Q(const std::string& name) const { return "'" + Path(name) + "' "; }
-    // "ffmpeg -v error -y " and the rest.
     void Ffmpeg(const std::string& arguments) { Run("ffmpeg -v error -y " + arguments); }
     void Run(const std::string& command) {
         if (error.empty() && std::system(command.c_str()) != 0) error = "failed: " + command;
     }
 
-    std::filesystem::path dir;
+    TempFolder temp;
+    const std::filesystem::path& dir = temp.Path();
     std::string error;
 };
 

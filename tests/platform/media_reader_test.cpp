@@ -36,9 +36,8 @@ using testing::Output;
 
 const char* const kGreek = "Καλημέρα κόσμε";
 
-// The files, made once for the whole run.
 const testing::MediaFolder& Files() {
-    static const testing::MediaFolder folder("velmora-reader", [](testing::MediaFolder& f) {
+    static const testing::MediaFolder folder([](testing::MediaFolder& f) {
         const std::string tone = "-f lavfi -i sine=frequency=440:duration=5 ";
         const std::string film = "-f lavfi -i testsrc=size=160x120:rate=25:duration=4 -f lavfi -i sine=duration=4 ";
         const std::string greek = std::string("-metadata title='") + kGreek + "' -metadata artist='Σωκράτης' " +
@@ -60,7 +59,6 @@ const testing::MediaFolder& Files() {
         f.Ffmpeg(film + "-c:v mpeg4 -c:a aac -shortest -metadata title=Mp4 " + f.Q("film.mp4"));
         f.Ffmpeg("-f lavfi -i testsrc=size=64x48 -frames:v 1 " + f.Q("still.jpg"));
         f.Ffmpeg("-f lavfi -i testsrc=size=64x48 -frames:v 1 " + f.Q("still.png"));
-        // A picture under a sound's name is still a picture.
         f.Run("cp " + f.Q("still.png") + f.Q("picture.mp3"));
     });
     return folder;
@@ -74,36 +72,26 @@ double FfprobeSeconds(const std::string& path) {
 class MediaReader : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(Files().error, ""); }
-    // A copy to change, so that the shared files stay as made.
-    static std::string Copy(const std::string& name, const std::string& as) {
-        const fs::path to = Files().dir / as;
-        fs::copy_file(Files().dir / name, to, fs::copy_options::overwrite_existing);
-        return to.string();
-    }
 };
 
-TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatAndKeepsGreekTags) {
-    struct Case {
-        const char* name;
-        const char* type;
-        const char* title;  // the Greek-tagged files carry the other Greek fields too
-    };
-    const Case cases[] = {
+TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatKeepsGreekTagsAndKnowsPictures) {
+    // Name, type and title; the Greek-tagged files carry the other Greek fields too.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"cbr.mp3", "audio", kGreek},  {"tone.ogg", "audio", kGreek}, {"tone.flac", "audio", kGreek},
         {"tone.wav", "audio", ""},     {"tone.m4a", "audio", kGreek}, {"tone.wma", "audio", kGreek},
         {"film.mpg", "video", ""},     {"film.avi", "video", "Avi"},  {"film.mp4", "video", "Mp4"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = Files().Path(c.name);
+    for (const auto& [name, type, title] : cases) {
+        SCOPED_TRACE(name);
+        const std::string path = Files().Path(name);
         auto item = ReadMediaItem(path);
         EXPECT_NEAR(item->duration(), FfprobeSeconds(path), 0.1);
         EXPECT_GT(item->duration(), 3.5);
         EXPECT_EQ(std::tuple(item->getItemInfo("MediaType"), item->getItemInfo("Title"), item->getItemInfo("Filesize")),
-                  std::tuple(c.type, c.title, std::to_string(fs::file_size(path))));
+                  std::tuple(type, title, std::to_string(fs::file_size(path))));
         EXPECT_GT(std::atoll(item->getItemInfo("Bitrate").c_str()), 8000);
         EXPECT_EQ(item->getItemInfo("UserRating") + item->getItemInfo("No such thing"), "");
-        if (c.title == kGreek) {
+        if (title == kGreek) {
             EXPECT_EQ(std::tuple(item->getItemInfo("Artist"), item->getItemInfo("album"), item->getItemInfo("GENRE"),
                                  item->getItemInfo("WM/Year")),
                       std::tuple("Σωκράτης", "Ωδές", "Λαϊκό", "1998"));
@@ -112,6 +100,12 @@ TEST_F(MediaReader, AgreesWithFfprobeOnEveryFormatAndKeepsGreekTags) {
     EXPECT_NEAR(std::atof(ReadMediaItem(Files().Path("cbr.mp3"))->getItemInfo("Bitrate").c_str()), 128000, 2000);
     EXPECT_EQ(ReadMediaItem(Files().Path("tone.wav"))->getItemInfo("Bitrate"), "706000");  // 44.1 kHz, 16 bits, mono
     EXPECT_TRUE(ReadMediaItem(Files().Path("film.avi"))->isReadOnlyItem("Title")) << "no tag to write in";
+    // Pictures are known by their bytes, whatever their name says.
+    for (const char* name : {"still.jpg", "still.png", "picture.mp3"}) {
+        auto item = ReadMediaItem(Files().Path(name));
+        EXPECT_EQ(std::tuple(item->getItemInfo("MediaType"), item->duration()), std::tuple(std::string("photo"), 0.0))
+            << name;
+    }
 }
 
 TEST_F(MediaReader, Mp3WithoutXingHeaderGetsItsTrueLength) {
@@ -129,14 +123,6 @@ TEST_F(MediaReader, Mp3WithoutXingHeaderGetsItsTrueLength) {
     EXPECT_NEAR(item->duration(), truth, 0.1);
     const double bytes = static_cast<double>(fs::file_size(path));
     EXPECT_NEAR(std::atof(item->getItemInfo("Bitrate").c_str()), bytes * 8 / truth, 4000);
-}
-
-TEST_F(MediaReader, PicturesAreKnownByTheirBytes) {
-    for (const char* name : {"still.jpg", "still.png", "picture.mp3"}) {
-        auto item = ReadMediaItem(Files().Path(name));
-        EXPECT_EQ(std::tuple(item->getItemInfo("MediaType"), item->duration()), std::tuple(std::string("photo"), 0.0))
-            << name;
-    }
 }
 
 TEST_F(MediaReader, DamagedFilesGiveNothingAndDoNotCrash) {
@@ -171,43 +157,39 @@ TEST_F(MediaReader, DamagedFilesGiveNothingAndDoNotCrash) {
         const std::string path = Files().Path(name);
         const auto size = fs::file_size(path);
         for (uintmax_t keep : {uintmax_t{12}, size / 2, size - 100}) {
-            const std::string cut = Copy(name, std::string("cut-") + name);
+            const std::string cut = Files().Copy(name, std::string("cut-") + name);
             fs::resize_file(cut, keep);
             const double duration = ReadMediaItem(cut)->duration();
             EXPECT_LE(duration, keep == 12 ? 0.0 : ReadMediaItem(path)->duration() + 0.1) << name << " cut to " << keep;
         }
     }
-    const std::string cut = Copy("cbr.mp3", "half.mp3");
+    const std::string cut = Files().Copy("cbr.mp3", "half.mp3");
     fs::resize_file(cut, fs::file_size(cut) / 2);
     EXPECT_NEAR(ReadMediaItem(cut)->duration(), 2.5, 0.3) << "the Xing header speaks of the whole file";
 }
 
 TEST(MediaReaderRating, ScalesMeetOnTheFiveStars) {
-    struct Case {
-        int popm, percent;
-        double fmps;
-        long long wm;
-        int expected;
-    };
-    const Case cases[] = {
+    // The same stars on the four scales: POPM, percent, FMPS, Windows Media.
+    const std::tuple<int, int, double, long long, int> cases[] = {
         {0, 0, 0.0, 0, 0},       {1, 20, 0.2, 1, 1},      {31, 29, 0.29, 1, 1},   {32, 30, 0.3, 25, 25},
         {64, 40, 0.4, 25, 25},   {95, 49, 0.49, 25, 25},  {96, 50, 0.5, 50, 50},  {128, 60, 0.6, 50, 50},
         {159, 69, 0.69, 50, 50}, {160, 70, 0.7, 75, 75},  {196, 80, 0.8, 75, 75}, {223, 89, 0.89, 75, 75},
         {224, 90, 0.9, 99, 99},  {255, 100, 1.0, 99, 99}, {255, 250, 7.5, 500, 99},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(UserRatingFromPopularimeter(c.popm), c.expected) << c.popm;
-        EXPECT_EQ(UserRatingFromPercent(c.percent), c.expected) << c.percent;
-        EXPECT_EQ(UserRatingFromFmps(c.fmps), c.expected) << c.fmps;
-        EXPECT_EQ(UserRatingFromWindowsMedia(c.wm), c.expected) << c.wm;
+    for (const auto& [popm, percent, fmps, wm, expected] : cases) {
+        EXPECT_EQ(UserRatingFromPopularimeter(popm), expected) << popm;
+        EXPECT_EQ(UserRatingFromPercent(percent), expected) << percent;
+        EXPECT_EQ(UserRatingFromFmps(fmps), expected) << fmps;
+        EXPECT_EQ(UserRatingFromWindowsMedia(wm), expected) << wm;
     }
     EXPECT_EQ(std::tuple(UserRatingFromWindowsMedia(-3), UserRatingFromFmps(-0.5)), std::tuple(0, 0));
 }
 
-// Opens the file with TagLib's class for its format, changes it, saves it
-// and answers the rating the reader then finds.
+// Changes a copy of the file with TagLib's class for its format and answers
+// the rating the reader then finds.
 template <class File, class Change>
-std::string RatingAfter(const std::string& path, Change change) {
+std::string Rated(const std::string& name, Change change) {
+    const std::string path = Files().Copy(name, "rated-" + name);
     {
         File file(path.c_str());
         change(file);
@@ -217,32 +199,27 @@ std::string RatingAfter(const std::string& path, Change change) {
 }
 
 TEST_F(MediaReader, ReadsTheRatingsOtherPlayersWrite) {
+    namespace T = TagLib;
     // Two players' frames; the first holds no rating, the second's counts.
-    EXPECT_EQ(RatingAfter<TagLib::MPEG::File>(Copy("cbr.mp3", "popm.mp3"), [](auto& file) {
+    EXPECT_EQ(Rated<T::MPEG::File>("cbr.mp3", [](auto& file) {
         for (auto [email, value] : {std::pair{"no@rating", 0}, std::pair{"Windows Media Player 9 Series", 196}}) {
-            auto* frame = new TagLib::ID3v2::PopularimeterFrame;
+            auto* frame = new T::ID3v2::PopularimeterFrame;
             frame->setEmail(email);
             frame->setRating(value);
             file.ID3v2Tag(true)->addFrame(frame);
         }
     }), "75");
-    EXPECT_EQ(RatingAfter<TagLib::MPEG::File>(Copy("cbr.mp3", "fmps.mp3"), [](auto& file) {
-        auto* txxx = new TagLib::ID3v2::UserTextIdentificationFrame(TagLib::String::UTF8);
+    EXPECT_EQ(Rated<T::MPEG::File>("cbr.mp3", [](auto& file) {
+        auto* txxx = new T::ID3v2::UserTextIdentificationFrame(T::String::UTF8);
         txxx->setDescription("FMPS_Rating");
         txxx->setText("0.4");
         file.ID3v2Tag(true)->addFrame(txxx);
     }), "25");
-    EXPECT_EQ(RatingAfter<TagLib::FLAC::File>(Copy("tone.flac", "rated.flac"),
-                                             [](auto& file) { file.xiphComment(true)->addField("RATING", "100"); }),
-              "99");
-    EXPECT_EQ(RatingAfter<TagLib::Ogg::Vorbis::File>(Copy("tone.ogg", "rated.ogg"),
-                                                    [](auto& file) { file.tag()->addField("FMPS_RATING", "0.6"); }),
-              "50");
-    EXPECT_EQ(RatingAfter<TagLib::MP4::File>(Copy("tone.m4a", "rated.m4a"),
-                                            [](auto& file) { file.tag()->setItem("rate", TagLib::StringList("20")); }),
-              "1");
-    EXPECT_EQ(RatingAfter<TagLib::ASF::File>(Copy("tone.wma", "rated.wma"), [](auto& file) {
-        file.tag()->setAttribute("WM/SharedUserRating", TagLib::ASF::Attribute(99u));
+    EXPECT_EQ(Rated<T::FLAC::File>("tone.flac", [](auto& f) { f.xiphComment(true)->addField("RATING", "100"); }), "99");
+    EXPECT_EQ(Rated<T::Ogg::Vorbis::File>("tone.ogg", [](auto& f) { f.tag()->addField("FMPS_RATING", "0.6"); }), "50");
+    EXPECT_EQ(Rated<T::MP4::File>("tone.m4a", [](auto& f) { f.tag()->setItem("rate", T::StringList("20")); }), "1");
+    EXPECT_EQ(Rated<T::ASF::File>("tone.wma", [](auto& f) {
+        f.tag()->setAttribute("WM/SharedUserRating", T::ASF::Attribute(99u));
     }), "99");
 }
 

@@ -13,9 +13,8 @@
 namespace velmora {
 namespace {
 
-// The files, made once for the whole run.
 const testing::MediaFolder& Files() {
-    static const testing::MediaFolder folder("velmora-engine", [](testing::MediaFolder& f) {
+    static const testing::MediaFolder folder([](testing::MediaFolder& f) {
         f.Ffmpeg("-f lavfi -i sine=frequency=440:duration=2 -metadata title='Contract Tone' " + f.Q("tone.mp3"));
         f.Ffmpeg("-f lavfi -i testsrc=size=160x120:rate=25:duration=1 -c:v mpeg4 -pix_fmt yuv420p " + f.Q("clip.mp4"));
         std::ofstream(f.dir / "garbage.mp3") << "this is not a media file, only text that looks nothing like one\n";

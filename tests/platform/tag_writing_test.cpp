@@ -32,7 +32,7 @@ using testing::Output;
 const char* const kFormats[] = {"mp3", "ogg", "opus", "flac", "m4a", "wma", "wav"};
 
 const testing::MediaFolder& Files() {
-    static const testing::MediaFolder folder("velmora-tagwrite", [](testing::MediaFolder& f) {
+    static const testing::MediaFolder folder([](testing::MediaFolder& f) {
         const std::string tone = "-f lavfi -i sine=frequency=440:duration=3 -metadata title=Old ";
         f.Ffmpeg(tone + "-b:a 128k -write_id3v1 1 " + f.Q("tone.mp3"));
         f.Ffmpeg(tone + "-c:a libvorbis " + f.Q("tone.ogg"));
@@ -57,10 +57,9 @@ std::string SoundHash(const std::string& path) {
 class TagWriting : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_EQ(Files().error, ""); }
+    // A copy of the tone in that format, to change.
     static std::string Copy(const std::string& ext, const std::string& as) {
-        const fs::path to = Files().dir / (as + "." + ext);
-        fs::copy_file(Files().Path("tone." + ext), to, fs::copy_options::overwrite_existing);
-        return to.string();
+        return Files().Copy("tone." + ext, as + "." + ext);
     }
 };
 

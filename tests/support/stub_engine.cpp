@@ -68,18 +68,20 @@ StubEngine::Trouble StubEngine::TroubleOf(const std::string& path) const {
     return it == m_files->end() ? Trouble::None : it->second.trouble;
 }
 
-void StubEngine::ReportNoSoundDevice() {
-    m_loop.Post([this, alive = m_alive] {
-        if (*alive) SoundDeviceMissing.emit();
+void StubEngine::Later(std::function<void()> fn) {
+    m_loop.Post([alive = m_alive, fn = std::move(fn)] {
+        if (*alive) fn();
     });
+}
+
+void StubEngine::ReportNoSoundDevice() {
+    Later([this] { SoundDeviceMissing.emit(); });
 }
 
 void StubEngine::Enter(int state) {
     if (state == m_state) return;
     m_state = state;
-    m_loop.Post([this, alive = m_alive, state] {
-        if (*alive) PlayStateChange.emit(state);
-    });
+    Later([this, state] { PlayStateChange.emit(state); });
 }
 
 void StubEngine::Release() {
@@ -104,8 +106,8 @@ Status StubEngine::setURL(const std::string& path) {
     m_intent = m_auto_start ? Intent::Play : Intent::Ready;
     Enter(PS_Transitioning);
     if (it->second.trouble == Trouble::LoadsForever) return {};
-    m_loop.Post([this, alive = m_alive, id = m_load_id] {
-        if (*alive && id == m_load_id && m_loading) CompleteLoad();
+    Later([this, id = m_load_id] {
+        if (id == m_load_id && m_loading) CompleteLoad();
     });
     return {};
 }
@@ -146,8 +148,8 @@ Status StubEngine::play() {
         const Trouble trouble = TroubleOf(m_url);
         if (trouble == Trouble::DroppedAtPlay) {
             // Accepted, and let go a moment later, when decoding fails.
-            m_loop.Post([this, alive = m_alive, id = m_load_id] {
-                if (!*alive || id != m_load_id) return;
+            Later([this, id = m_load_id] {
+                if (id != m_load_id) return;
                 Release();
                 Enter(PS_Ready);
             });
@@ -231,9 +233,7 @@ Status StubEngine::setVolume(int volume) {
     const int clamped = std::clamp(volume, 0, 100);
     if (clamped != m_volume) {
         m_volume = clamped;
-        m_loop.Post([this, alive = m_alive] {
-            if (*alive) StatusChange.emit();
-        });
+        Later([this] { StatusChange.emit(); });
     }
     return {};
 }

@@ -1,13 +1,11 @@
 #pragma once
 // A media engine that plays nothing but keeps URL, position, duration, state,
-// volume and mute, on the virtual clock of a VirtualEventLoop. The test says
-// which files exist, how long they are and what their attributes read; a
-// file it marks as failing does not load, and one it gives a Trouble loads
-// and then fails to play. Like the real engine it reports
-// every state change later, from the loop: a load completes at the loop's
-// next turn, and the end of the media arrives by an internal timer at the
-// virtual moment the position reaches the duration.
+// volume and mute on the virtual clock of a VirtualEventLoop, over files the
+// test describes. Like the real engine it reports every state change later,
+// from the loop: a load completes at the loop's next turn, and the end comes
+// at the virtual moment the position reaches the duration.
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -22,12 +20,13 @@ namespace velmora {
 
 class StubEngine : public MediaEngine {
 public:
-    // What the stub knows of a file; shared with the media items it hands out
-    // so that attributes written through one are read through another.
     // How a file that loads goes wrong afterwards, as files an engine cannot
     // decode do: its load never ends; it says it plays and its position never
     // moves; or the engine lets go of it at the first play.
     enum class Trouble { None, LoadsForever, StandsStill, DroppedAtPlay };
+    // What the stub knows of a file, shared with the media items it hands out
+    // so that attributes written through one are read through another. A
+    // failing file does not load.
     struct File {
         double duration = 0;
         bool failing = false;
@@ -39,7 +38,6 @@ public:
     explicit StubEngine(VirtualEventLoop& loop);
     ~StubEngine() override;
 
-    // The test's files.
     void SetDuration(const std::string& path, double seconds) { (*m_files)[path].duration = seconds; }
     void SetFailing(const std::string& path) { (*m_files)[path].failing = true; }
     void SetTrouble(const std::string& path, Trouble trouble) { (*m_files)[path].trouble = trouble; }
@@ -84,8 +82,8 @@ private:
     // What a call asked for while the load was still under way.
     enum class Intent { Ready, Play, Pause, Stop };
 
-    // Lets go of the file held, whatever comes next.
     std::optional<Error> Refused(const char* call) const;
+    // Lets go of the file held, whatever comes next.
     void Release();
     void CompleteLoad();
     void StartClock();
@@ -93,6 +91,8 @@ private:
     void OnEnd();
     // Changes the state and reports it on the loop's next turn.
     void Enter(int state);
+    // Runs fn on the loop's next turn unless the engine is gone by then.
+    void Later(std::function<void()> fn);
     double Duration() const;
     Trouble TroubleOf(const std::string& path) const;
 

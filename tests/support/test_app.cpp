@@ -35,13 +35,9 @@ size_t Count(const std::string& text, const std::string& part) {
     return n;
 }
 
-TestApp::TestApp() : ctx(Ports{loop, dialogs, shell, player, reader, video, second}) {
-    ctx.program_folder = folder.Str();
+TestApp::TestApp(const std::string& program_folder) : ctx(Ports{loop, dialogs, shell, player, reader, video, second}) {
+    ctx.program_folder = program_folder.empty() ? folder.Str() : program_folder;
 }
-
-TestApp::TestApp(const std::string& program_folder) : TestApp() { ctx.program_folder = program_folder; }
-
-Running::Running() { Form_Load(ctx); }
 
 Running::Running(const std::string& program_folder) : TestApp(program_folder) { Form_Load(ctx); }
 

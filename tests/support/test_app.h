@@ -34,9 +34,8 @@ void Put(const std::filesystem::path& file, const std::string& bytes);
 size_t Count(const std::string& text, const std::string& part);
 
 struct TestApp {
-    TestApp();
-    // Over the program folder of another.
-    explicit TestApp(const std::string& program_folder);
+    // Over its own program folder, or over another's.
+    explicit TestApp(const std::string& program_folder = "");
 
     TempFolder folder;
     VirtualEventLoop loop;
@@ -51,8 +50,7 @@ struct TestApp {
 
 // A program through its start, as a user opens it.
 struct Running : TestApp {
-    Running();
-    explicit Running(const std::string& program_folder);
+    explicit Running(const std::string& program_folder = "");
 };
 
 // What a start finds on the disk of the program folder `folder`: the pointer
