@@ -13,7 +13,7 @@
 #include <iterator>
 #include <string>
 
-namespace velmora::testing {
+namespace velmora {
 
 inline std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
@@ -34,8 +34,7 @@ struct CliRun {
 
 // Standard input is never a terminal here, so nothing waits for a key; the
 // time limit keeps a player that never stops from hanging the run. Standard
-// error goes through a file in scratch.
-// `program` is velmora-cli itself unless a copy of it is to run.
+// error goes through a file in scratch; `program` may be a copy of the tool.
 inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
                   const std::string& program = VELMORA_CLI) {
     const std::filesystem::path err_file = scratch / "stderr.txt";
@@ -53,11 +52,4 @@ inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
     return run;
 }
 
-}  // namespace velmora::testing
-
-namespace velmora {
-// The terminal tests call these by their short names.
-using testing::Cli;
-using testing::CliRun;
-using testing::Quoted;
 }  // namespace velmora

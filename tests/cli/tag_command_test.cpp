@@ -24,7 +24,7 @@ nlohmann::json Tracks(const std::string& coll, const fs::path& scratch) {
 TEST(TagCommand, WritesTagsAndRatingsBothWaysAndLeavesAReadOnlyFileAlone) {
     testing::TempFolder tmp;
     const fs::path media = tmp.Path() / "media";
-    testing::Tones(media, {"a.mp3", "b.mp3", "c.mp3"});
+    Tones(media, {"a.mp3", "b.mp3", "c.mp3"});
     fs::permissions(media / "c.mp3", fs::perms::owner_read);
     const std::string coll = Quoted(tmp.Path() / "velmora_sylloges" / "t.qel");
     ASSERT_EQ(Cli("add " + coll + " " + Quoted(media), tmp.Path()).code, 0);
