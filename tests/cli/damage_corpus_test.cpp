@@ -1,10 +1,9 @@
-// Damaged Collections and bad media files, made here at run time from the
-// golden Collection, each run through every command of velmora-cli with a
-// time limit. Whatever the damage: every run ends, the user's files are
-// left as they were or moved aside whole, the exit code tells the outcome,
-// a refusal names the file at fault and what is wrong with it, and play
-// names a file it cannot play and goes on. One line is printed per failing
-// case, naming it.
+// Damaged Collections and bad media files, made at run time from the golden
+// Collection, each run through every command of velmora-cli with a time
+// limit. Whatever the damage: every run ends, the user's files are left as
+// they were or moved aside whole, the exit code tells the outcome, a refusal
+// names the file at fault and its fault, and play names a file it cannot
+// play and goes on. One line is printed per failing case.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -81,8 +80,6 @@ struct Case {
     std::string told = {};
     BadFile bad = BadFile::Named;
 };
-
-// ---- the bytes of the damage ----
 
 constexpr auto Le = testing::RecordBytes::Le;
 
@@ -206,26 +203,19 @@ std::vector<Case> Corpus() {
     };
     // Cuts inside what a load reads: the main file's records 1 to 19, the
     // Tracks' records but the last, the filters' counts and rows.
+    // The filters can be built again, so their cut is a case of its own.
     std::mt19937 rng(1101);
-    auto cut = [&](size_t below) { return 1 + rng() % (below - 1); };
-    for (int i = 0; i < 2; ++i) {
-        const size_t at = cut(Main_Record(20));
-        cases.push_back(Damaged("main file cut at byte " + std::to_string(at), [at](Golden& g) { g.main.resize(at); }));
+    const std::tuple<const char*, std::string Golden::*, size_t> cuts[] = {
+        {"main file", &Golden::main, Main_Record(20)},        {"main file", &Golden::main, Main_Record(20)},
+        {"files side file", &Golden::files, Track_Field(1, 45)}, {"files side file", &Golden::files, Track_Field(1, 45)},
+        {"filters side file", &Golden::filters, 12 * 600}};
+    for (const auto& [file, part, below] : cuts) {
+        const size_t at = 1 + rng() % (below - 1);
+        cases.push_back(Damaged(file + (" cut at byte " + std::to_string(at)), [part, at](Golden& g) { (g.*part).resize(at); }));
+        if (part == &Golden::filters) cases.back().kind = Kind::FiltersDamaged;
     }
-    for (int i = 0; i < 2; ++i) {
-        const size_t at = cut(Track_Field(1, 45));
-        cases.push_back(
-            Damaged("files side file cut at byte " + std::to_string(at), [at](Golden& g) { g.files.resize(at); }));
-    }
-    const size_t at = cut(12 * 600);
-    Case filters =
-        Damaged("filters side file cut at byte " + std::to_string(at), [at](Golden& g) { g.filters.resize(at); });
-    filters.kind = Kind::FiltersDamaged;
-    cases.push_back(std::move(filters));
     return cases;
 }
-
-// ---- what is on disk ----
 
 // What stands below a folder, by relative path: each entry's kind and its
 // bytes or its link's target.
@@ -244,8 +234,6 @@ std::string Moved_Aside(const fs::path& name, const std::string& entry, const Tr
     return {};
 }
 
-// ---- one run ----
-
 struct CommandRun {
     const Case* c = nullptr;
     Command command = kAdd;
@@ -257,18 +245,14 @@ struct CommandRun {
 };
 
 std::vector<std::string> Arguments(const CommandRun& run) {
-    const std::string main = run.layout->at.main.string();
-    switch (run.command) {
-        case kAdd: return {VELMORA_CLI, "add", main, run.layout->incoming.string()};
-        case kIdentify: return {VELMORA_CLI, "identify", main};
-        case kPlay: return {VELMORA_CLI, "play", main, "--ao", "null"};
-        case kDump: return {VELMORA_CLI, "dump", main};
-        default: return {VELMORA_CLI, "info", main};
-    }
+    std::vector<std::string> args{VELMORA_CLI, kCommandNames[run.command], run.layout->at.main.string()};
+    if (run.command == kAdd) args.push_back(run.layout->incoming.string());
+    if (run.command == kPlay) args.insert(args.end(), {"--ao", "null"});
+    return args;
 }
 
 bool Loadable(const fs::path& main, const fs::path& logs) {
-    return testing::Cli("dump " + testing::Quoted(main), logs).code == 0;
+    return Cli("dump " + Quoted(main), logs).code == 0;
 }
 
 // What a run may do with the files it was given.
@@ -379,14 +363,11 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
     std::vector<CommandRun> runs;
     for (const Case& c : cases)
         for (int command = 0; command < kCommands; ++command) {
-            CommandRun run;
-            run.c = &c;
-            run.command = static_cast<Command>(command);
-            run.folder = std::make_unique<testing::TempFolder>();
-            run.layout = std::make_unique<Layout>(run.folder->Path() / "program");
-            c.make(*run.layout);
-            run.before = testing::File_Tree(run.layout->root);
-            runs.push_back(std::move(run));
+            auto folder = std::make_unique<testing::TempFolder>();
+            auto layout = std::make_unique<Layout>(folder->Path() / "program");
+            c.make(*layout);
+            Tree before = testing::File_Tree(layout->root);
+            runs.push_back({&c, static_cast<Command>(command), std::move(folder), std::move(layout), std::move(before)});
         }
 
     // Many at a time, the longest allowed first, each killed at its limit.
