@@ -176,6 +176,8 @@ TEST(AddCommand, ErrorsLeaveTheCollectionAsItWas) {
     const fs::path side = collection.parent_path() / "new_files.qqel";
     const std::string main_bytes = Bytes(collection);
     Touch(media / "b.mp3");
+    EXPECT_EQ(Cli("add " + coll + " " + Quoted(gone), tmp.Path()).code, 1) << "a missing folder, the Collection there";
+    EXPECT_EQ(Bytes(collection), main_bytes);
 
     // A files side file cut short: the Collection is not read whole, so the
     // add would save over Tracks it never saw.
