@@ -1,5 +1,6 @@
 // velmora-cli add run as a program over folders of real and of empty media
-// files, followed through identify, dump and play as a user would.
+// files, followed through identify, dump, play, tag and ratings as a user
+// would.
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@
 #include <regex>
 
 #include "cli_run.h"
-#include "support/golden_collection.h"
+#include "support/child_process.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -69,18 +70,18 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
     auto dump = [&] { return nlohmann::json::parse(Cli("dump " + coll, tmp.Path()).out); };
     const auto j = dump();
     ASSERT_EQ(j["tracks"].size(), 3u) << j;
-    std::map<std::string, nlohmann::json> by_path;
-    for (const auto& track : j["tracks"]) by_path[track["Track_Path"].get<std::string>()] = track;
+    std::map<fs::path, size_t> row;  // of each file's Track in the Collection
+    for (size_t r = 0; r < j["tracks"].size(); ++r) row[j["tracks"][r]["Track_Path"].get<std::string>()] = r;
     for (const Made& m : made) {
         SCOPED_TRACE(m.path);
-        ASSERT_TRUE(by_path.contains(m.path.string())) << j;
-        const auto& track = by_path[m.path.string()];
+        ASSERT_TRUE(row.contains(m.path)) << j;
+        const auto& track = j["tracks"][row[m.path]];
         EXPECT_NEAR(track["Duration"].get<double>(), m.seconds, 0.1);
         EXPECT_NEAR(track["File_Size"].get<double>(), static_cast<double>(fs::file_size(m.path)) / 1048576, 1e-4);
         EXPECT_EQ(track["Identified"], true);
     }
-    EXPECT_EQ(by_path[made[0].path.string()]["Title"], greek);
-    EXPECT_NEAR(by_path[made[0].path.string()]["Bitrate"].get<double>(), 125, 8);
+    EXPECT_EQ(j["tracks"][row[made[0].path]]["Title"], greek);
+    EXPECT_NEAR(j["tracks"][row[made[0].path]]["Bitrate"].get<double>(), 125, 8);
 
     // Played through a sound server that is not there: silently, told once.
     // One status line a Track, with its number, name, times and class;
@@ -101,6 +102,36 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
     EXPECT_EQ(dump()["tracks"].size(), 3u);
     EXPECT_TRUE(Bytes(Collection_In(tmp).parent_path() / "default.qr").starts_with(Collection_In(tmp).string() + "\n"))
         << "the next start opens the Collection played";
+
+    // Tags and ratings go into the files, checked by readers that are not
+    // the program's own; a read-only file is left alone and reported.
+    const fs::path& tone = made[0].path;
+    const fs::path& locked = made[2].path;
+    auto number = [&](const fs::path& path) { return " " + std::to_string(row[path] + 1); };
+    fs::permissions(locked, fs::perms::owner_read);
+    const std::string locked_bytes = Bytes(locked);
+    const CliRun tag = Cli("tag " + coll + number(tone) + " --title 'Ωδή στη χαρά' --year 1999 --genre Λαϊκό", tmp.Path());
+    ASSERT_EQ(tag.code, 0) << tag.err;
+    EXPECT_EQ(testing::Output("ffprobe -v error -show_entries format_tags=title,genre -of default=nw=1 " + Quoted(tone)),
+              "TAG:title=Ωδή στη χαρά\nTAG:genre=Λαϊκό\n");
+    const CliRun refused = Cli("tag " + coll + number(locked) + " --title x", tmp.Path());
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_NE(refused.err.find("c.mp3"), std::string::npos) << refused.err;
+    const CliRun past = Cli("tag " + coll + " 4 --title x", tmp.Path());
+    EXPECT_EQ(std::tuple(past.code, past.err.find("no Track 4") != std::string::npos), std::tuple(1, true)) << past.err;
+    // The classes as added are Unmarked: written, the files hold no rating;
+    // then a rating another player gave is read back as its class.
+    EXPECT_EQ(Cli("ratings " + coll + " --to-files", tmp.Path()).code, 1) << "the read-only file is reported";
+    EXPECT_EQ(Bytes(locked), locked_bytes);
+    const std::string give = "/usr/bin/python3 -c \"from mutagen.id3 import ID3, POPM; t = ID3('" + tone.string() +
+                             "'); t.add(POPM(email='x@y', rating=128)); t.save()\"";
+    ASSERT_EQ(std::system(give.c_str()), 0);
+    const CliRun from = Cli("ratings " + coll + " --from-files", tmp.Path());
+    EXPECT_EQ(from.code, 0) << from.err;
+    const auto tracks = dump()["tracks"];
+    EXPECT_EQ(std::tuple(tracks[row[tone]]["Title"], tracks[row[tone]]["Rating_Class"], tracks[row[locked]]["Title"]),
+              std::tuple("Ωδή στη χαρά", 3, ""));
+    EXPECT_EQ(Cli("ratings " + coll + " --sideways", tmp.Path()).code, 2);
 }
 
 TEST(AddCommand, OneFolderAloneThenItsSubfoldersThenAllOverAgainAsDoubles) {

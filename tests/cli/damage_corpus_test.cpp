@@ -56,12 +56,10 @@ constexpr size_t kAtOnce = 32;  // runs at a time: most of them wait, few comput
 // Where a case puts its files: a program folder with the Collection
 // "velmora", the folder of its media, and a folder that add takes in.
 struct Layout {
-    explicit Layout(const fs::path& root)
-        : root(root), at(testing::Golden_Files_In(root.string() + "/")), media(root / "media"),
-          incoming(root / "incoming") {}
+    explicit Layout(const fs::path& root) : root(root), at(testing::Golden_Files_In(root.string() + "/")) {}
     fs::path root;
     testing::GoldenFiles at;
-    fs::path media, incoming;
+    fs::path media = root / "media", incoming = root / "incoming";
 };
 
 // What play makes of the bad file of a BadMedia case.
@@ -94,7 +92,7 @@ std::string Random_Bytes(size_t n, unsigned seed) {
     return bytes;
 }
 
-// A good one-second file beside the bad media, and one for add to take in.
+// The media folder, and a one-second file for add to take in.
 void Media_Folders(const Layout& l) {
     fs::create_directories(l.media);
     fs::create_directories(l.incoming);
@@ -203,15 +201,19 @@ std::vector<Case> Corpus() {
     };
     // Cuts inside what a load reads: the main file's records 1 to 19, the
     // Tracks' records but the last, the filters' counts and rows.
-    // The filters can be built again, so their cut is a case of its own.
     std::mt19937 rng(1101);
     const std::tuple<const char*, std::string Golden::*, size_t> cuts[] = {
-        {"main file", &Golden::main, Main_Record(20)},        {"main file", &Golden::main, Main_Record(20)},
-        {"files side file", &Golden::files, Track_Field(1, 45)}, {"files side file", &Golden::files, Track_Field(1, 45)},
-        {"filters side file", &Golden::filters, 12 * 600}};
+        {"main file", &Golden::main, Main_Record(20)},
+        {"main file", &Golden::main, Main_Record(20)},
+        {"files side file", &Golden::files, Track_Field(1, 45)},
+        {"files side file", &Golden::files, Track_Field(1, 45)},
+        {"filters side file", &Golden::filters, 12 * 600},
+    };
     for (const auto& [file, part, below] : cuts) {
         const size_t at = 1 + rng() % (below - 1);
-        cases.push_back(Damaged(file + (" cut at byte " + std::to_string(at)), [part, at](Golden& g) { (g.*part).resize(at); }));
+        cases.push_back(Damaged(file + (" cut at byte " + std::to_string(at)), [part, at](Golden& g) {
+            (g.*part).resize(at);
+        }));
         if (part == &Golden::filters) cases.back().kind = Kind::FiltersDamaged;
     }
     return cases;
@@ -264,13 +266,11 @@ struct Rules {
 };
 
 Rules Rules_Of(Kind kind, Command command) {
-    Rules r{};
-    r.only_reads = command == kDump || command == kInfo;
-    r.must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay);
-    r.must_succeed = kind == Kind::BadMedia || kind == Kind::Linked;
-    r.may_move = (kind == Kind::Damaged && command == kPlay) ||
-                 (kind == Kind::FiltersDamaged && (command == kAdd || command == kIdentify || command == kPlay));
-    return r;
+    return {.only_reads = command == kDump || command == kInfo,
+            .must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay),
+            .must_succeed = kind == Kind::BadMedia || kind == Kind::Linked,
+            .may_move = (kind == Kind::Damaged && command == kPlay) ||
+                        (kind == Kind::FiltersDamaged && (command == kAdd || command == kIdentify || command == kPlay))};
 }
 
 void Exit_Faults(const CommandRun& run, const Rules& rules, const std::string& said, std::vector<std::string>& faults) {
@@ -367,7 +367,8 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
             auto layout = std::make_unique<Layout>(folder->Path() / "program");
             c.make(*layout);
             Tree before = testing::File_Tree(layout->root);
-            runs.push_back({&c, static_cast<Command>(command), std::move(folder), std::move(layout), std::move(before)});
+            runs.push_back(
+                {&c, static_cast<Command>(command), std::move(folder), std::move(layout), std::move(before), nullptr});
         }
 
     // Many at a time, the longest allowed first, each killed at its limit.
