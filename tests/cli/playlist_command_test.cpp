@@ -1,5 +1,6 @@
 // velmora-cli import and export run as a program: a list from elsewhere
-// made a Collection, written out and read back unchanged.
+// made a Collection, written out and read back unchanged; and a list that
+// add meets in a folder.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Bytes;
 
-TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
+TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameListAndAnAddTakesAListIn) {
     testing::TempFolder tmp;
     const fs::path sylloges = tmp.Path() / "velmora_sylloges";
     testing::Put(tmp.Path() / "list.m3u", "#EXTM3U\r\n#EXTINF:12,Άλφα - Βήτα\r\nm/ένα.mp3\r\nm/two.mp3\r\nm/ένα.mp3\r\n");
@@ -40,15 +41,13 @@ TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
     const CliRun merged = Cli("import " + second + " " + Quoted(tmp.Path() / "more.m3u") + " --merge", tmp.Path());
     EXPECT_NE(merged.out.find("3 Tracks, 1 new, 1 doubles"), std::string::npos) << merged.out << merged.err;
     EXPECT_EQ(Cli("export " + second + " " + Quoted(tmp.Path() / "out.txt"), tmp.Path()).code, 2);
-}
 
-TEST(PlaylistCommand, AListAmongTheFilesOfAnAddedFolderBringsItsEntries) {
-    testing::TempFolder tmp;
+    // A list among the files of an added folder brings its entries.
     const fs::path media = tmp.Path() / "media";
     fs::create_directories(media);
     testing::Put(media / "a.mp3", "");
     testing::Put(media / "list.m3u", "other/b.mp3\r\n/elsewhere/c.mp3\r\n");
-    const std::string qel = Quoted(tmp.Path() / "velmora_sylloges" / "c.qel");
+    const std::string qel = Quoted(sylloges / "c.qel");
     const CliRun added = Cli("add " + qel + " " + Quoted(media), tmp.Path());
     ASSERT_EQ(added.code, 0) << added.out << added.err;
     ASSERT_EQ(Cli("export " + qel + " " + Quoted(tmp.Path() / "all.m3u8"), tmp.Path()).code, 0);
