@@ -117,14 +117,12 @@ Case Damaged(std::string name, std::function<void(Golden&)> change, std::string 
 // The golden Collection with something that is not a regular file where
 // its main file, or its files side file, belongs.
 Case Not_A_File(std::string name, std::string told, std::function<void(const fs::path&)> put, bool side = false) {
-    return {std::move(name), Kind::NotAFile,
-            [put, side](const Layout& l) {
-                testing::Write_Golden(l.at);
-                Media_Folders(l);
-                fs::remove(side ? l.at.files : l.at.main);
-                put(side ? l.at.files : l.at.main);
-            },
-            std::move(told)};
+    Case c = Damaged(std::move(name), {}, std::move(told), [put, side](const Layout& l) {
+        fs::remove(side ? l.at.files : l.at.main);
+        put(side ? l.at.files : l.at.main);
+    });
+    c.kind = Kind::NotAFile;
+    return c;
 }
 
 // A Collection of a bad file and a good one-second file, in that order.

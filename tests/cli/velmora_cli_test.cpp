@@ -41,12 +41,12 @@ struct ReadCommand : ::testing::Test {
 
 std::string B(int n) { return std::string(static_cast<size_t>(n), ' '); }
 
-TEST_F(ReadCommand, DumpShowsEveryStoredFieldUnderItsName) {
+TEST_F(ReadCommand, DumpShowsEveryStoredFieldUnderItsNameAndInfoTheTotals) {
     // Value boxes 1 and 8 hold items too: each goes out under its box's number.
     testing::Golden g = testing::Golden_Bytes();
     g.filters = testing::Golden_Filters({{"Unmarked", "\xCC\xDC\xED\xEF\xF2"}, {}, {}, {}, {}, {}, {}, {"1960"}});
     Place(g);
-    const CliRun run = Run("dump");
+    CliRun run = Run("dump");
     ASSERT_EQ(run.code, 0) << run.err;
     const json j = json::parse(run.out);
 
@@ -72,10 +72,9 @@ TEST_F(ReadCommand, DumpShowsEveryStoredFieldUnderItsName) {
     EXPECT_EQ(f["Combo4_0(8)"], json({"1960"}));
     EXPECT_EQ(f["List5"], json({"head", "", "000001|000001|Μάνος|B", "000002|000002|A"}))
         << "the rows are stored with their upper index, their count less one";
-}
 
-TEST_F(ReadCommand, InfoSumsTheClassesAndShowsLargeSizesInGigabytes) {
-    const CliRun run = Run("info");
+    // info sums the classes and shows large sizes in gigabytes.
+    run = Run("info");
     ASSERT_EQ(run.code, 0) << run.err;
     for (const std::string& line : std::vector<std::string>{"Tracks:      2\n", "Played:      2 in this cycle (Played_Count 2, Played_High 2)\n",
           "Resumes at:  Track 1, 000:00:01:22\n", "  A               1  000:00:05:02  1.00 Gb\n",
