@@ -264,19 +264,16 @@ struct Rules {
 };
 
 Rules Rules_Of(Kind kind, Command command) {
-    return {.only_reads = command == kDump || command == kInfo,
+    const bool writes = command == kAdd || command == kIdentify || command == kPlay;
+    return {.only_reads = !writes,
             .must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay),
             .must_succeed = kind == Kind::BadMedia || kind == Kind::Linked,
-            .may_move = (kind == Kind::Damaged && command == kPlay) ||
-                        (kind == Kind::FiltersDamaged && (command == kAdd || command == kIdentify || command == kPlay))};
+            .may_move = (kind == Kind::Damaged && command == kPlay) || (kind == Kind::FiltersDamaged && writes)};
 }
 
 void Exit_Faults(const CommandRun& run, const Rules& rules, const std::string& said, std::vector<std::string>& faults) {
     const ChildProcess& p = *run.process;
-    if (run.timed_out) {
-        faults.push_back("did not end within " + std::to_string(kTimeouts[run.command]) + " s");
-        return;
-    }
+    if (run.timed_out) return faults.push_back("did not end within " + std::to_string(kTimeouts[run.command]) + " s");
     if (p.EndSignal() != 0) faults.push_back("ended by signal " + std::to_string(p.EndSignal()));
     if (p.ExitCode() == 0 && said.find(kSaveError) != std::string::npos) faults.push_back("exit 0 after a failed save");
     if (p.ExitCode() == 0 && rules.must_refuse) faults.push_back("exit 0 on a Collection it must refuse");
