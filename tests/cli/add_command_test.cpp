@@ -110,10 +110,11 @@ TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
     auto number = [&](const fs::path& path) { return " " + std::to_string(row[path] + 1); };
     fs::permissions(locked, fs::perms::owner_read);
     const std::string locked_bytes = Bytes(locked);
-    const CliRun tag = Cli("tag " + coll + number(tone) + " --title 'Ωδή στη χαρά' --year 1999 --genre Λαϊκό", tmp.Path());
+    const CliRun tag =
+        Cli("tag " + coll + number(tone) + " --title 'Ωδή στη χαρά' --year 1999 --genre Λαϊκό", tmp.Path());
     ASSERT_EQ(tag.code, 0) << tag.err;
-    EXPECT_EQ(testing::Output("ffprobe -v error -show_entries format_tags=title,genre -of default=nw=1 " + Quoted(tone)),
-              "TAG:title=Ωδή στη χαρά\nTAG:genre=Λαϊκό\n");
+    const std::string probe = "ffprobe -v error -show_entries format_tags=title,genre -of default=nw=1 ";
+    EXPECT_EQ(testing::Output(probe + Quoted(tone)), "TAG:title=Ωδή στη χαρά\nTAG:genre=Λαϊκό\n");
     const CliRun refused = Cli("tag " + coll + number(locked) + " --title x", tmp.Path());
     EXPECT_EQ(refused.code, 1);
     EXPECT_NE(refused.err.find("c.mp3"), std::string::npos) << refused.err;
