@@ -1,31 +1,18 @@
 #pragma once
 // velmora-cli run as a program, as a user's shell runs it: its exit code,
-// standard output and standard error; and the paths and tones given to it.
+// standard output and standard error; and the paths given to it.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
 #include <string>
 
 namespace velmora {
 
 inline std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
-
-// Makes each named file in folder a one-second tone, with ffmpeg.
-inline void Tones(const std::filesystem::path& folder, std::initializer_list<const char*> names) {
-    std::filesystem::create_directories(folder);
-    for (const char* name : names) {
-        const std::string make =
-            "ffmpeg -v error -y -f lavfi -i sine=frequency=440:duration=1 " + Quoted(folder / name);
-        ASSERT_EQ(std::system(make.c_str()), 0) << make;
-    }
-}
 
 struct CliRun {
     int code = -1;

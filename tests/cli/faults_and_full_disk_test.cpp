@@ -13,6 +13,7 @@
 #include "cli_run.h"
 #include "support/file_size_limit.h"
 #include "support/golden_collection.h"
+#include "support/media_collection.h"
 #include "support/test_app.h"
 
 namespace velmora {
@@ -27,12 +28,14 @@ std::string Files(const testing::GoldenFiles& at) {
 
 TEST(CliFaults, AFullDiskFailsTheCommandWithItsCauseAndLeavesTheCollectionAsItWas) {
     testing::TempFolder tmp;
-    Tones(tmp.Path() / "media", {"a.mp3", "b.mp3"});
+    const fs::path media = tmp.Path() / "media";
+    fs::create_directories(media);
+    testing::Put(media / "a.wav", testing::Wav_Bytes(8000)), testing::Put(media / "b.wav", testing::Wav_Bytes(8000));
     const fs::path sylloges = tmp.Path() / "velmora_sylloges";
     const testing::GoldenFiles at = testing::Golden_Files_In(tmp.Str(), "full");
     const std::string coll = Quoted(at.main);
-    ASSERT_EQ(Cli("add " + coll + " " + Quoted(tmp.Path() / "media"), tmp.Path()).code, 0);
-    Tones(tmp.Path() / "media", {"c.mp3"});
+    ASSERT_EQ(Cli("add " + coll + " " + Quoted(media), tmp.Path()).code, 0);
+    testing::Put(media / "c.wav", testing::Wav_Bytes(8000));
     const std::string before = Files(at);
     // Two Tracks make a files side file of 36,000 bytes: the limit lets the
     // main file and the texts through, not the Tracks.
@@ -42,7 +45,7 @@ TEST(CliFaults, AFullDiskFailsTheCommandWithItsCauseAndLeavesTheCollectionAsItWa
     {
         testing::FileSizeLimit full(20000);
         ASSERT_TRUE(full.Set());
-        add = Cli("add " + coll + " " + Quoted(tmp.Path() / "media"), tmp.Path());
+        add = Cli("add " + coll + " " + Quoted(media), tmp.Path());
         identify = Cli("identify " + coll, tmp.Path());
         EXPECT_TRUE(Files(at) == before) << "the files are as they were";
         play = Cli("play " + coll + " --ao null", tmp.Path());
