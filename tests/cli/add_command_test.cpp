@@ -31,7 +31,7 @@ fs::path Collection_In(const testing::TempFolder& tmp) { return tmp.Path() / "ve
 
 bool Has(const CliRun& run, const std::string& part) { return (run.out + run.err).find(part) != std::string::npos; }
 
-TEST(AddCommand, AddsATreeThatIdentifyDumpAndPlayThenSee) {
+TEST(AddCommand, AddsATreeThatIdentifyDumpPlayTagAndRatingsThenSee) {
     testing::TempFolder tmp;
     const fs::path media = tmp.Path() / "μουσική";
     fs::create_directories(media / "sub");
