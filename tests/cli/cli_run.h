@@ -10,7 +10,7 @@
 #include <iterator>
 #include <string>
 
-namespace velmora {
+namespace velmora::testing {
 
 inline std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
@@ -39,4 +39,11 @@ inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
     return run;
 }
 
+}  // namespace velmora::testing
+
+namespace velmora {
+// The terminal tests call these by their short names.
+using testing::Cli;
+using testing::CliRun;
+using testing::Quoted;
 }  // namespace velmora
