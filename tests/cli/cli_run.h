@@ -1,31 +1,18 @@
 #pragma once
 // velmora-cli run as a program, as a user's shell runs it: its exit code,
-// standard output and standard error; and the paths and tones given to it.
+// standard output and standard error; and the paths given to it.
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
 #include <string>
 
 namespace velmora::testing {
 
 inline std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
-
-// Makes each named file in folder a one-second tone, with ffmpeg.
-inline void Tones(const std::filesystem::path& folder, std::initializer_list<const char*> names) {
-    std::filesystem::create_directories(folder);
-    for (const char* name : names) {
-        const std::string make =
-            "ffmpeg -v error -y -f lavfi -i sine=frequency=440:duration=1 " + Quoted(folder / name);
-        ASSERT_EQ(std::system(make.c_str()), 0) << make;
-    }
-}
 
 struct CliRun {
     int code = -1;
@@ -34,8 +21,7 @@ struct CliRun {
 
 // Standard input is never a terminal here, so nothing waits for a key; the
 // time limit keeps a player that never stops from hanging the run. Standard
-// error goes through a file in scratch.
-// `program` is velmora-cli itself unless a copy of it is to run.
+// error goes through a file in scratch; `program` may be a copy of the tool.
 inline CliRun Cli(const std::string& args, const std::filesystem::path& scratch,
                   const std::string& program = VELMORA_CLI) {
     const std::filesystem::path err_file = scratch / "stderr.txt";

@@ -1,10 +1,9 @@
-// Damaged Collections and bad media files, made here at run time from the
-// golden Collection, each run through every command of velmora-cli with a
-// time limit. Whatever the damage: every run ends, the user's files are
-// left as they were or moved aside whole, the exit code tells the outcome,
-// a refusal names the file at fault and what is wrong with it, and play
-// names a file it cannot play and goes on. One line is printed per failing
-// case, naming it.
+// Damaged Collections and bad media files, made at run time from the golden
+// Collection, each run through every command of velmora-cli with a time
+// limit. Whatever the damage: every run ends, the user's files are left as
+// they were or moved aside whole, the exit code tells the outcome, a refusal
+// names the file at fault and its fault, and play names a file it cannot
+// play and goes on. One line is printed per failing case.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -57,12 +56,10 @@ constexpr size_t kAtOnce = 32;  // runs at a time: most of them wait, few comput
 // Where a case puts its files: a program folder with the Collection
 // "velmora", the folder of its media, and a folder that add takes in.
 struct Layout {
-    explicit Layout(const fs::path& root)
-        : root(root), at(testing::Golden_Files_In(root.string() + "/")), media(root / "media"),
-          incoming(root / "incoming") {}
+    explicit Layout(const fs::path& root) : root(root), at(testing::Golden_Files_In(root.string() + "/")) {}
     fs::path root;
     testing::GoldenFiles at;
-    fs::path media, incoming;
+    fs::path media = root / "media", incoming = root / "incoming";
 };
 
 // What play makes of the bad file of a BadMedia case.
@@ -82,8 +79,6 @@ struct Case {
     BadFile bad = BadFile::Named;
 };
 
-// ---- the bytes of the damage ----
-
 constexpr auto Le = testing::RecordBytes::Le;
 
 // Byte offsets of a main record and of a field of a Track in the files side file.
@@ -97,7 +92,7 @@ std::string Random_Bytes(size_t n, unsigned seed) {
     return bytes;
 }
 
-// A good one-second file beside the bad media, and one for add to take in.
+// The media folder, and a one-second file for add to take in.
 void Media_Folders(const Layout& l) {
     fs::create_directories(l.media);
     fs::create_directories(l.incoming);
@@ -122,14 +117,12 @@ Case Damaged(std::string name, std::function<void(Golden&)> change, std::string 
 // The golden Collection with something that is not a regular file where
 // its main file, or its files side file, belongs.
 Case Not_A_File(std::string name, std::string told, std::function<void(const fs::path&)> put, bool side = false) {
-    return {std::move(name), Kind::NotAFile,
-            [put, side](const Layout& l) {
-                testing::Write_Golden(l.at);
-                Media_Folders(l);
-                fs::remove(side ? l.at.files : l.at.main);
-                put(side ? l.at.files : l.at.main);
-            },
-            std::move(told)};
+    Case c = Damaged(std::move(name), {}, std::move(told), [put, side](const Layout& l) {
+        fs::remove(side ? l.at.files : l.at.main);
+        put(side ? l.at.files : l.at.main);
+    });
+    c.kind = Kind::NotAFile;
+    return c;
 }
 
 // A Collection of a bad file and a good one-second file, in that order.
@@ -207,25 +200,22 @@ std::vector<Case> Corpus() {
     // Cuts inside what a load reads: the main file's records 1 to 19, the
     // Tracks' records but the last, the filters' counts and rows.
     std::mt19937 rng(1101);
-    auto cut = [&](size_t below) { return 1 + rng() % (below - 1); };
-    for (int i = 0; i < 2; ++i) {
-        const size_t at = cut(Main_Record(20));
-        cases.push_back(Damaged("main file cut at byte " + std::to_string(at), [at](Golden& g) { g.main.resize(at); }));
+    const std::tuple<const char*, std::string Golden::*, size_t> cuts[] = {
+        {"main file", &Golden::main, Main_Record(20)},
+        {"main file", &Golden::main, Main_Record(20)},
+        {"files side file", &Golden::files, Track_Field(1, 45)},
+        {"files side file", &Golden::files, Track_Field(1, 45)},
+        {"filters side file", &Golden::filters, 12 * 600},
+    };
+    for (const auto& [file, part, below] : cuts) {
+        const size_t at = 1 + rng() % (below - 1);
+        cases.push_back(Damaged(file + (" cut at byte " + std::to_string(at)), [part, at](Golden& g) {
+            (g.*part).resize(at);
+        }));
+        if (part == &Golden::filters) cases.back().kind = Kind::FiltersDamaged;
     }
-    for (int i = 0; i < 2; ++i) {
-        const size_t at = cut(Track_Field(1, 45));
-        cases.push_back(
-            Damaged("files side file cut at byte " + std::to_string(at), [at](Golden& g) { g.files.resize(at); }));
-    }
-    const size_t at = cut(12 * 600);
-    Case filters =
-        Damaged("filters side file cut at byte " + std::to_string(at), [at](Golden& g) { g.filters.resize(at); });
-    filters.kind = Kind::FiltersDamaged;
-    cases.push_back(std::move(filters));
     return cases;
 }
-
-// ---- what is on disk ----
 
 // What stands below a folder, by relative path: each entry's kind and its
 // bytes or its link's target.
@@ -244,8 +234,6 @@ std::string Moved_Aside(const fs::path& name, const std::string& entry, const Tr
     return {};
 }
 
-// ---- one run ----
-
 struct CommandRun {
     const Case* c = nullptr;
     Command command = kAdd;
@@ -257,18 +245,14 @@ struct CommandRun {
 };
 
 std::vector<std::string> Arguments(const CommandRun& run) {
-    const std::string main = run.layout->at.main.string();
-    switch (run.command) {
-        case kAdd: return {VELMORA_CLI, "add", main, run.layout->incoming.string()};
-        case kIdentify: return {VELMORA_CLI, "identify", main};
-        case kPlay: return {VELMORA_CLI, "play", main, "--ao", "null"};
-        case kDump: return {VELMORA_CLI, "dump", main};
-        default: return {VELMORA_CLI, "info", main};
-    }
+    std::vector<std::string> args{VELMORA_CLI, kCommandNames[run.command], run.layout->at.main.string()};
+    if (run.command == kAdd) args.push_back(run.layout->incoming.string());
+    if (run.command == kPlay) args.insert(args.end(), {"--ao", "null"});
+    return args;
 }
 
 bool Loadable(const fs::path& main, const fs::path& logs) {
-    return testing::Cli("dump " + testing::Quoted(main), logs).code == 0;
+    return Cli("dump " + Quoted(main), logs).code == 0;
 }
 
 // What a run may do with the files it was given.
@@ -280,21 +264,16 @@ struct Rules {
 };
 
 Rules Rules_Of(Kind kind, Command command) {
-    Rules r{};
-    r.only_reads = command == kDump || command == kInfo;
-    r.must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay);
-    r.must_succeed = kind == Kind::BadMedia || kind == Kind::Linked;
-    r.may_move = (kind == Kind::Damaged && command == kPlay) ||
-                 (kind == Kind::FiltersDamaged && (command == kAdd || command == kIdentify || command == kPlay));
-    return r;
+    const bool writes = command == kAdd || command == kIdentify || command == kPlay;
+    return {.only_reads = !writes,
+            .must_refuse = kind == Kind::NotAFile || (kind == Kind::Damaged && command != kPlay),
+            .must_succeed = kind == Kind::BadMedia || kind == Kind::Linked,
+            .may_move = (kind == Kind::Damaged && command == kPlay) || (kind == Kind::FiltersDamaged && writes)};
 }
 
 void Exit_Faults(const CommandRun& run, const Rules& rules, const std::string& said, std::vector<std::string>& faults) {
     const ChildProcess& p = *run.process;
-    if (run.timed_out) {
-        faults.push_back("did not end within " + std::to_string(kTimeouts[run.command]) + " s");
-        return;
-    }
+    if (run.timed_out) return faults.push_back("did not end within " + std::to_string(kTimeouts[run.command]) + " s");
     if (p.EndSignal() != 0) faults.push_back("ended by signal " + std::to_string(p.EndSignal()));
     if (p.ExitCode() == 0 && said.find(kSaveError) != std::string::npos) faults.push_back("exit 0 after a failed save");
     if (p.ExitCode() == 0 && rules.must_refuse) faults.push_back("exit 0 on a Collection it must refuse");
@@ -379,14 +358,12 @@ TEST(DamageCorpus, EveryCommandEndsKeepsTheUsersFilesAndTellsTheOutcome) {
     std::vector<CommandRun> runs;
     for (const Case& c : cases)
         for (int command = 0; command < kCommands; ++command) {
-            CommandRun run;
-            run.c = &c;
-            run.command = static_cast<Command>(command);
-            run.folder = std::make_unique<testing::TempFolder>();
-            run.layout = std::make_unique<Layout>(run.folder->Path() / "program");
-            c.make(*run.layout);
-            run.before = testing::File_Tree(run.layout->root);
-            runs.push_back(std::move(run));
+            auto folder = std::make_unique<testing::TempFolder>();
+            auto layout = std::make_unique<Layout>(folder->Path() / "program");
+            c.make(*layout);
+            Tree before = testing::File_Tree(layout->root);
+            runs.push_back(
+                {&c, static_cast<Command>(command), std::move(folder), std::move(layout), std::move(before), nullptr});
         }
 
     // Many at a time, the longest allowed first, each killed at its limit.

@@ -1,5 +1,6 @@
 // velmora-cli import and export run as a program: a list from elsewhere
-// made a Collection, written out and read back unchanged.
+// made a Collection, written out and read back unchanged; and a list that
+// add meets in a folder.
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,12 @@ namespace {
 namespace fs = std::filesystem;
 using testing::Bytes;
 
-TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
+TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameListAndAnAddTakesAListIn) {
     testing::TempFolder tmp;
     const fs::path sylloges = tmp.Path() / "velmora_sylloges";
     testing::Put(tmp.Path() / "list.m3u", "#EXTM3U\r\n#EXTINF:12,Άλφα - Βήτα\r\nm/ένα.mp3\r\nm/two.mp3\r\nm/ένα.mp3\r\n");
     const std::string first = Quoted(sylloges / "first.qel"), second = Quoted(sylloges / "second.qel");
-    const testing::CliRun made = Cli("import " + first + " " + Quoted(tmp.Path() / "list.m3u"), tmp.Path());
+    const CliRun made = Cli("import " + first + " " + Quoted(tmp.Path() / "list.m3u"), tmp.Path());
     EXPECT_EQ(made.code, 0) << made.err;
     EXPECT_NE(made.out.find("2 Tracks, 2 new, 1 doubles"), std::string::npos) << made.out;
 
@@ -33,23 +34,21 @@ TEST(PlaylistCommand, ImportExportAndImportAgainGiveTheSameList) {
     EXPECT_EQ(Bytes(tmp.Path() / "again.m3u8"), Bytes(tmp.Path() / "out.m3u8"));
 
     // A Collection that stands is only added to when asked.
-    const testing::CliRun refused = Cli("import " + second + " " + Quoted(tmp.Path() / "list.m3u"), tmp.Path());
+    const CliRun refused = Cli("import " + second + " " + Quoted(tmp.Path() / "list.m3u"), tmp.Path());
     EXPECT_EQ(refused.code, 1);
     EXPECT_NE(refused.err.find("--merge"), std::string::npos);
     testing::Put(tmp.Path() / "more.m3u", "m/three.mp3\nm/two.mp3\n");
-    const testing::CliRun merged = Cli("import " + second + " " + Quoted(tmp.Path() / "more.m3u") + " --merge", tmp.Path());
+    const CliRun merged = Cli("import " + second + " " + Quoted(tmp.Path() / "more.m3u") + " --merge", tmp.Path());
     EXPECT_NE(merged.out.find("3 Tracks, 1 new, 1 doubles"), std::string::npos) << merged.out << merged.err;
     EXPECT_EQ(Cli("export " + second + " " + Quoted(tmp.Path() / "out.txt"), tmp.Path()).code, 2);
-}
 
-TEST(PlaylistCommand, AListAmongTheFilesOfAnAddedFolderBringsItsEntries) {
-    testing::TempFolder tmp;
+    // A list among the files of an added folder brings its entries.
     const fs::path media = tmp.Path() / "media";
     fs::create_directories(media);
     testing::Put(media / "a.mp3", "");
     testing::Put(media / "list.m3u", "other/b.mp3\r\n/elsewhere/c.mp3\r\n");
-    const std::string qel = Quoted(tmp.Path() / "velmora_sylloges" / "c.qel");
-    const testing::CliRun added = Cli("add " + qel + " " + Quoted(media), tmp.Path());
+    const std::string qel = Quoted(sylloges / "c.qel");
+    const CliRun added = Cli("add " + qel + " " + Quoted(media), tmp.Path());
     ASSERT_EQ(added.code, 0) << added.out << added.err;
     ASSERT_EQ(Cli("export " + qel + " " + Quoted(tmp.Path() / "all.m3u8"), tmp.Path()).code, 0);
     const std::string all = Bytes(tmp.Path() / "all.m3u8");
