@@ -122,7 +122,7 @@ TEST(StartTrack, ThePauseBetweenFilesIsTheTonesAndTheShortTickAlone) {
 
 // Leaving in the middle of a Track and starting again on the same folder.
 TEST(Resume, ARestartGoesOnAtTheSameTrackByTheStartPointMode) {
-    for (const auto [mode, second] : {std::pair<uint8_t, int>{0, 0}, {1, 37}, {2, 37}}) {
+    for (const auto& [mode, second] : {std::pair<uint8_t, int>{0, 0}, {1, 37}, {2, 37}}) {
         SCOPED_TRACE("Autostart_Index " + std::to_string(mode));
         Player first(5, 100.0);
         first.ctx.settings.Random_Order = 0;

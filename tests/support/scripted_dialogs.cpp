@@ -43,7 +43,10 @@ std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogOptions& o)
 }
 std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogOptions& o) { return OpenFile(o); }
 std::optional<std::string> ScriptedDialogs::PickFolder(const std::string& title, const std::string& initial_dir) {
-    return OpenFile({.title = title, .initial_dir = initial_dir});
+    FileDialogOptions o;
+    o.title = title;
+    o.initial_dir = initial_dir;
+    return OpenFile(o);
 }
 
 }  // namespace velmora::testing
