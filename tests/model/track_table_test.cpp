@@ -96,16 +96,5 @@ TEST(TrackTable, RenumberClosesGapsKeepingOrderAndTies) {
     EXPECT_EQ(t.Current_Track, 3) << "to the row of the new count";
 }
 
-TEST(TrackTable, MirrorTexts) {
-    EXPECT_EQ(std::tuple(Row_Number_Text(0), Row_Number_Text(32765)), std::tuple("00001", "32766"));
-    for (int rating : {-1, 0, 6}) EXPECT_EQ(Class_Letter(rating), "-") << rating;
-    EXPECT_EQ(std::tuple(Duration_Text(Currency(3725)), Duration_Text(Currency(0)), Duration_Text(Currency(360000))),
-              std::tuple("01:02:05", "00:00:00", "100:00:00"));
-    EXPECT_EQ(std::tuple(Size_Text(Currency::FromRaw(3'5000)), Size_Text(Currency::FromRaw(1023'9900)),
-                         Size_Text(Currency(1536))),
-              std::tuple("03.50Mb", "1023.99Mb", "01.50Gb"));
-    EXPECT_EQ(std::tuple(Bitrate_Text(7), Bitrate_Text(1411)), std::tuple("007", "1411"));
-}
-
 }  // namespace
 }  // namespace velmora
