@@ -92,6 +92,14 @@ TEST(ListBox, IndexAndSelectionFollowInsertsAndRemoves) {
     EXPECT_EQ(box.ListIndex(), -1);
 }
 
+TEST(ListBox, SortedBoxKeepsItsOrderWithoutRegardToCase) {
+    ComboBox combo("Combo4_0");
+    combo.SetSorted(true);
+    for (const char* s : {"delta", "Alpha", "charlie", "Bravo"}) combo.AddItem(s);
+    EXPECT_EQ(combo.Items(), std::vector<std::string>({"Alpha", "Bravo", "charlie", "delta"}));
+    EXPECT_EQ(combo.FindExact("CHARLIE"), 2);
+}
+
 // A view redraws one row or all of them, and a save skips a list whose
 // revision it stored: both trust what a change says of itself.
 TEST(ListBox, ChangesAreAnnouncedOncePerCallWithTheirRevisionAndRow) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text_format.h"
+#include "core/suppress_events.h"
 #include "playback_fixture.h"
 #include "ratings/reset_views.h"
 
@@ -44,6 +45,22 @@ TEST(PortFaults, EachEngineAndOperationIsItsOwnCall) {
     for (const char* engine : {"player", "reader", "video"})
         EXPECT_EQ(testing::Count(app.Log(), std::string("Error [") + engine + ".stop]: stop failed\n"), 1u) << engine;
     EXPECT_EQ(testing::Count(app.Log(), "Error ["), 3u);
+}
+
+TEST(PortFaults, TheSuppressionGuardPutsBackWhatItFound) {
+    CoreState core;
+    {
+        SuppressEvents outer(core);
+        {
+            SuppressEvents inner(core);
+            EXPECT_TRUE(core.Suppress_Events);
+        }
+        EXPECT_TRUE(core.Suppress_Events) << "an inner guard must not let the handlers in under an outer one";
+        outer.Restore();
+        EXPECT_FALSE(core.Suppress_Events);
+        core.Suppress_Events = true;  // set by hand after the early restore: the guard leaves it
+    }
+    EXPECT_TRUE(core.Suppress_Events);
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 
+#include "support/file_size_limit.h"
 #include "support/holds.h"
 #include "support/test_app.h"
 
@@ -96,6 +98,23 @@ TEST(RecordFile, BufferedWritesAndTheReadWindowAgree) {
         ASSERT_TRUE(f.GetLong(r, l)) << r;
         ASSERT_EQ(l, r * 3) << r;
     }
+}
+
+// A write the file system refuses (here the file size limit) is reported by
+// Sync and Close, and stays reported.
+TEST(RecordFile, AFailedWriteIsNeverReportedAsSaved) {
+    TempFolder dir;
+    RecordFile f;
+    bool all_ok = true, synced = true, failed = false, closed = true;
+    {
+        testing::FileSizeLimit full(4096);
+        ASSERT_TRUE(full.Set());
+        all_ok = f.Open((dir.Path() / "limited.bin").string(), 400);
+        for (int r = 1; r <= 100; ++r) all_ok &= f.PutLong(r, r);
+        synced = f.Sync(), failed = f.WriteFailed(), closed = f.Close();
+    }
+    EXPECT_TRUE(all_ok) << "the puts went to the buffer";
+    EXPECT_EQ(std::tuple(synced, failed, closed), std::tuple(false, true, false));
 }
 
 }  // namespace

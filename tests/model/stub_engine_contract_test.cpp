@@ -1,5 +1,5 @@
-// The engine contract on the stub and virtual time, and the engines' one way
-// of writing a position.
+// The engine contract on the stub and virtual time, and what only the stub
+// promises: exact virtual timing.
 
 #include "support/engine_contract.h"
 #include "support/stub_engine.h"
@@ -32,6 +32,32 @@ std::unique_ptr<contract::EngineHarness> MakeStubHarness() { return std::make_un
 using contract::EngineContract;
 INSTANTIATE_TEST_SUITE_P(Stub, EngineContract, ::testing::Values(&MakeStubHarness),
                          contract::EngineContractName);
+
+TEST(StubEngine, EndsAtTheVirtualMillisecondTheDurationIsReached) {
+    VirtualEventLoop loop;
+    StubEngine engine(loop);
+    engine.SetDuration("/m/a.mp3", 2.5);
+    std::vector<int64_t> ended_at;
+    auto sub = engine.PlayStateChange.connect([&](int) {
+        if (engine.playState() == PS_MediaEnded) ended_at.push_back(loop.TickCount());
+    });
+    ASSERT_TRUE(engine.setURL("/m/a.mp3").ok());
+    loop.DoEvents();
+    ASSERT_TRUE(engine.setCurrentPosition(1.0).ok());
+    ASSERT_TRUE(engine.play().ok());
+    loop.Advance(700);
+    ASSERT_TRUE(engine.pause().ok());  // 1.7 s in, 0.8 s left
+    loop.Advance(5000);
+    EXPECT_TRUE(ended_at.empty()) << "no end while paused";
+    EXPECT_NEAR(engine.currentPosition().value(), 1.7, 1e-9);
+
+    ASSERT_TRUE(engine.play().ok());
+    const int64_t resumed = loop.TickCount();
+    loop.Advance(799);
+    EXPECT_EQ(engine.playState(), PS_Playing);
+    loop.Advance(10);
+    EXPECT_EQ(ended_at, std::vector<int64_t>{resumed + 800});
+}
 
 // The engines' one way of writing a position.
 TEST(PositionText, TurnsToHoursFromTheFirstHour) {

@@ -35,7 +35,7 @@ TrackTable Numbered(int n) {
     return t;
 }
 
-TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
+TEST(TrackTable, CompactMovesEveryColumnMarksTheMovedRowsUnsavedAndHoldsAtTheEdges) {
     TrackTable t = Numbered(5);
     Compact_TrackTable(t, 1, 5);
 
@@ -58,10 +58,9 @@ TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     // Totals lost row 1's share: duration 101, size 11, class 1.
     EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[1], t.Class_Size[1]),
               std::tuple(Currency(100 + 102 + 103 + 104), Currency(10 + 12 + 13 + 14), Currency(0), Currency(0)));
-}
 
-TEST(TrackTable, CompactAtTheEdges) {
-    TrackTable t = Numbered(3);
+    // At the edges: a row of no class, a total already at zero, the last row.
+    t = Numbered(3);
     t.Rating_Class[0] = 6;  // shows as "-", but belongs to no class
     const auto counts = t.Class_Count;
     t.Total_Size = Currency(0);  // a total not above zero is not reduced
@@ -94,6 +93,17 @@ TEST(TrackTable, RenumberClosesGapsKeepingOrderAndTies) {
     Renumber_Played(t);
     EXPECT_EQ(std::tuple(t.Played_Count, t.Played_High), std::tuple(3, 3));
     EXPECT_EQ(t.Current_Track, 3) << "to the row of the new count";
+}
+
+TEST(TrackTable, MirrorTexts) {
+    EXPECT_EQ(std::tuple(Row_Number_Text(0), Row_Number_Text(32765)), std::tuple("00001", "32766"));
+    for (int rating : {-1, 0, 6}) EXPECT_EQ(Class_Letter(rating), "-") << rating;
+    EXPECT_EQ(std::tuple(Duration_Text(Currency(3725)), Duration_Text(Currency(0)), Duration_Text(Currency(360000))),
+              std::tuple("01:02:05", "00:00:00", "100:00:00"));
+    EXPECT_EQ(std::tuple(Size_Text(Currency::FromRaw(3'5000)), Size_Text(Currency::FromRaw(1023'9900)),
+                         Size_Text(Currency(1536))),
+              std::tuple("03.50Mb", "1023.99Mb", "01.50Gb"));
+    EXPECT_EQ(std::tuple(Bitrate_Text(7), Bitrate_Text(1411)), std::tuple("007", "1411"));
 }
 
 }  // namespace
