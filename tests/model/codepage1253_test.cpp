@@ -9,7 +9,7 @@ namespace {
 
 const std::string kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 
-TEST(Codepage1253, EveryByteRoundTripsOrIsUnassigned) {
+TEST(Codepage1253, EveryByteRoundTripsOrIsUnassignedAndNothingElseFits) {
     const std::set<int> unassigned = {0x81, 0x88, 0x8A, 0x8C, 0x8D, 0x8E, 0x8F, 0x90, 0x98,
                                       0x9A, 0x9C, 0x9D, 0x9E, 0x9F, 0xAA, 0xD2, 0xFF};
     for (int b = 0; b < 256; ++b) {
@@ -19,9 +19,7 @@ TEST(Codepage1253, EveryByteRoundTripsOrIsUnassigned) {
         EXPECT_EQ(std::tuple(utf8 != kReplacement, FitsCp1253(utf8)), std::tuple(assigned, assigned)) << std::hex << b;
         EXPECT_EQ(Utf8ToCp1253(utf8), assigned ? std::optional(byte) : std::nullopt) << std::hex << b;
     }
-}
 
-TEST(Codepage1253, KnownCharacters) {
     const std::pair<const char*, const char*> cases[] = {
         {"\x80", "€"}, {"\xA2", "Ά"}, {"\xAF", "―"}, {"\xB5", "µ"},  {"\xC1", "Α"},
         {"\xD3", "Σ"}, {"\xF2", "ς"}, {"\xFE", "ώ"}, {"\xA1", "΅"},  {"\x99", "™"},
@@ -32,9 +30,7 @@ TEST(Codepage1253, KnownCharacters) {
     }
     EXPECT_EQ(Utf8ToCp1253("Σώσιμο - Saved 10'"), "\xD3\xFE\xF3\xE9\xEC\xEF - Saved 10'");
     EXPECT_EQ(Utf8ToCp1253(""), "");
-}
 
-TEST(Codepage1253, RefusesForeignCharactersAndBadUtf8) {
     // Cyrillic, CJK, Latin-1 but not in this page, beyond the BMP, the
     // replacement character itself; overlong '/', a surrogate, cut short,
     // a continuation missing, a stray continuation, beyond U+10FFFF, '€' cut.
@@ -52,18 +48,16 @@ TEST(Codepage1253, StorableFormReplacesWhatThePageLacksAndCutsByCharacters) {
     EXPECT_TRUE(FitsCp1253(Cp1253_Storable("\xF0\x9F\x98\x80x", 5)));
 }
 
-TEST(Codepage1253, FoldsLatinAndGreekCapitals) {
+TEST(Codepage1253, FoldingChangesExactlyTheLatinAndGreekCapitals) {
     const std::pair<const char*, const char*> cases[] = {
         {"ABC xyz 09", "abc xyz 09"}, {"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ", "αβγδεζηθικλμνξοπρστυφχψω"}, {"ΆΈΉΊΌΎΏ", "άέήίόύώ"},
         {"ΪΫ", "ϊϋ"}, {"ΣΟΦΟΣ σοφός", "σοφοσ σοφόσ"}, {"ΐΰ΅·", "ΐΰ΅·"}, {"ÉЖ€", "ÉЖ€"}, {"Mix Ελληνικά", "mix ελληνικά"},
         {"\xCE", "\xCE"}, {"\xA3\xCE", "\xA3\xCE"},
     };
     for (const auto& [text, folded] : cases) EXPECT_EQ(FoldCase(text), folded) << text;
-}
 
-TEST(Codepage1253, FoldingChangesExactlyTheCapitals) {
-    // 26 Latin, 24 Greek, 7 accented, 2 with dialytika and the final sigma;
-    // every result stays in the code page and is already folded.
+    // 26 Latin, 24 Greek, 7 accented, 2 with dialytika and the final sigma
+    // change; every result stays in the code page and is already folded.
     int changed = 0;
     for (int b = 0; b < 256; ++b) {
         const std::string utf8 = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));

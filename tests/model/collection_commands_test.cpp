@@ -45,8 +45,12 @@ struct CollectionCommands : ::testing::Test {
     }
 };
 
-TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelName) {
+TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelNameAndOnlySuchACopyIsDeleted) {
     const std::string before = ctx.collection.Collection_Path;
+    mnufiledelete_Click(ctx);
+    EXPECT_TRUE(Holds(app.Log(), "-> Η αρχική συλλογή " + before + " δεν γίνεται να διαγραφεί! - Default collection  "));
+    EXPECT_TRUE(app.dialogs.Messages().empty());
+
     app.dialogs.ExpectFile(folder + "copy.QEL");
     app.dialogs.ExpectMsgBox(MsgAnswer::OK);
     mnuFileSaveAs_Click(ctx);
@@ -63,17 +67,9 @@ TEST_F(CollectionCommands, SaveAsWritesAWholeCopyUnderAnExactQelName) {
     EXPECT_EQ(Loaded(folder + "copy.qel"), Loaded(before));
     EXPECT_EQ(Loaded(before).size(), 3u);
     EXPECT_TRUE(fs::exists(Lock_Path(folder + "copy.qel"))) << "the new name is held as at start-up";
-}
 
-TEST_F(CollectionCommands, DeleteRefusesTheDefaultAndTakesTheSideFilesOfAnother) {
-    mnufiledelete_Click(ctx);
-    EXPECT_TRUE(Holds(app.Log(), "-> Η αρχική συλλογή " + ctx.collection.Collection_Path +
-                                     " δεν γίνεται να διαγραφεί! - Default collection  "));
-    EXPECT_TRUE(app.dialogs.Messages().empty());
-
-    app.dialogs.ExpectFile(folder + "other.qel");
-    mnuFileSaveAs_Click(ctx);
-    const CollectionPaths p = Collection_Paths_Of(ctx, folder + "other.qel");
+    // Deleting it takes its side files, not its backups of the main file.
+    const CollectionPaths p = Collection_Paths_Of(ctx, folder + "copy.qel");
     std::ofstream(p.main + ".backup") << "b";
     std::ofstream(p.files + ".backup") << "b";
     ctx.settings.Recycle_Deleted = 0;

@@ -127,7 +127,7 @@ std::string Fields(const TrackTable& t, int r) {
     return o.str();
 }
 
-TEST(CollectionFile, TheReaderReadsTheGoldenBytesBack) {
+TEST(CollectionFile, TheReaderReadsTheGoldenBytesBackAndARefusedSaveLeavesThem) {
     TestApp app;
     Write_Golden(app.folder.Str());
     Load_In(app, app.folder.Str());
@@ -169,6 +169,19 @@ TEST(CollectionFile, TheReaderReadsTheGoldenBytesBack) {
     const size_t filters = log.find("-> Ανάγνωση Φίλτρων Συλλογής... - Reading Collection Filters...\n");
     const size_t files = log.find("-> Ανάγνωση αρχείων από Συλλογή... - Reading files from Collection...\n");
     EXPECT_TRUE(end < filters && filters < files && files != std::string::npos) << log;
+
+    // A save the disk refuses (here the file size limit) leaves the Collection
+    // on the disk as it stood, and says so.
+    Add_Row(app.ctx, "/home/c.mp3");
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    {
+        testing::FileSizeLimit full(40000);  // the new files side file needs 54000 bytes
+        ASSERT_TRUE(full.Set());
+        Save_Collection(app.ctx, false, true);
+    }
+    Expect_Box(app, MsgIcon::Critical, kSaveError);
+    Expect_On_Disk(app.folder.Str(), Golden_Bytes());
+    EXPECT_FALSE(app.ctx.table.Saved[0]) << "every row is to be written again";
 }
 
 // Only rows whose Saved is False are written, and the header.
@@ -381,24 +394,6 @@ TEST(CollectionFile, ATextTheCodePageCannotCarryFailsTheSaveAloneItsField) {
     save_asking();
     EXPECT_EQ(std::tie(shown.back().text, shown.back().icon),
               std::tuple("Επιτυχημένο Σώσιμο Συλλογής - Collection Saved Correctly", MsgIcon::Information));
-}
-
-// A save the disk refuses (here the file size limit) leaves the Collection
-// on the disk as it stood, and says so.
-TEST(CollectionFile, ASaveThatCannotWriteKeepsTheOldCollection) {
-    TestApp app;
-    Write_Golden(app.folder.Str());
-    Load_In(app, app.folder.Str());
-    Add_Row(app.ctx, "/home/c.mp3");
-    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
-    {
-        testing::FileSizeLimit full(40000);  // the new files side file needs 54000 bytes
-        ASSERT_TRUE(full.Set());
-        Save_Collection(app.ctx, false, true);
-    }
-    Expect_Box(app, MsgIcon::Critical, kSaveError);
-    Expect_On_Disk(app.folder.Str(), Golden_Bytes());
-    EXPECT_FALSE(app.ctx.table.Saved[0]) << "every row is to be written again";
 }
 
 // A child saves two Collections in turn, as fast as it can, and is killed at

@@ -41,18 +41,7 @@ struct CollectionMerge : ::testing::Test {
     }
 };
 
-TEST_F(CollectionMerge, ItselfUnderAnotherNameAddsNothingAndReportsNone) {
-    const auto rows = testing::Numbered_Rows(folder + "m", 3, 10);
-    const std::string copy = testing::Write_Collection(folder, "copy", rows);
-    Open(rows, {1, 2, 3});
-    Merge(copy);
-    EXPECT_EQ(ctx.form1.List2.ListCount(), 3);
-    EXPECT_EQ(ctx.table.Track_Count, 3);
-    EXPECT_TRUE(Holds(app.Log(), "--> Νέα πολυμέσα προς ένωση -->0 από -->3\nNew media to merge -->0 out of -->3"));
-    EXPECT_EQ(ctx.collection.Collection_Path, collections + "here_Merged_copy.qel");
-}
-
-TEST_F(CollectionMerge, RowsComeWithEveryStoredColumnAndPlayedNumbersShift) {
+TEST_F(CollectionMerge, RowsComeWithEveryStoredColumnAndPlayedNumbersShiftOrClear) {
     // The imported played order goes behind the present one. The shift takes
     // the last rows by the other's count, its double included, plus one: two
     // rows that stood before the merge shift with them.
@@ -76,13 +65,11 @@ TEST_F(CollectionMerge, RowsComeWithEveryStoredColumnAndPlayedNumbersShift) {
     EXPECT_EQ(ctx.form1.List3_0[3].List(3), Size_Text(Currency::FromDouble(2.5)));
     EXPECT_FALSE(t.Saved[3]);
     EXPECT_EQ(t.Class_Count[5], Currency(1));
-}
 
-TEST_F(CollectionMerge, NoToThePlayedQuestionClearsTheTailInstead) {
-    const std::string other = testing::Write_Collection(folder, "other", {{folder + "o/d.mp3", 6}}, {4});
-    Open(testing::Numbered_Rows(folder + "m", 3, 10), {1, 3, 2});
-    Merge(other, MsgAnswer::No);
-    EXPECT_EQ(Played(), (std::vector<int32_t>{1, 3, 0, 0}));
+    // No to the played question clears the same tail instead.
+    ctx.collection.Collection_Path = collections + "here.qel";
+    Merge(testing::Write_Collection(folder, "more", {{folder + "o/g.mp3", 6}}, {4}), MsgAnswer::No);
+    EXPECT_EQ(Played(), (std::vector<int32_t>{1, 6, 5, 4, 0, 0, 0}));
 }
 
 TEST_F(CollectionMerge, TheLimitCountsEveryRowOfTheOtherAndRefusesLeavingTheRowsAlone) {
@@ -110,9 +97,15 @@ TEST_F(CollectionMerge, TheLimitCountsEveryRowOfTheOtherAndRefusesLeavingTheRows
     EXPECT_EQ(ctx.form1.List2.List(kMaxTracks - 2), folder + "o/new.mp3");
 }
 
-TEST_F(CollectionMerge, WrongEndingTheSameCollectionAndAnotherVersionAreRefused) {
-    Open(testing::Numbered_Rows(folder + "m", 2, 10));
+TEST_F(CollectionMerge, ItselfAddsNothingAndWrongEndingTheSameCollectionAndAnotherVersionAreRefused) {
+    const auto rows = testing::Numbered_Rows(folder + "m", 2, 10);
+    Open(rows, {1, 2});
+    Merge(testing::Write_Collection(folder, "copy", rows));
+    EXPECT_EQ(std::tuple(ctx.form1.List2.ListCount(), ctx.table.Track_Count), std::tuple(2, 2));
+    EXPECT_TRUE(Holds(app.Log(), "--> Νέα πολυμέσα προς ένωση -->0 από -->2\nNew media to merge -->0 out of -->2"));
     const std::string here = ctx.collection.Collection_Path;
+    EXPECT_EQ(here, collections + "here_Merged_copy.qel");
+
     for (const std::string& chosen : {collections + "x.QEL", here}) {
         app.dialogs.ExpectMsgBox(MsgAnswer::Yes);
         app.dialogs.ExpectFile(chosen);
@@ -130,7 +123,7 @@ TEST_F(CollectionMerge, WrongEndingTheSameCollectionAndAnotherVersionAreRefused)
     EXPECT_EQ(app.dialogs.Messages().back().text,
               "Συλλογή δημιουργημένη με διαφορετική έκδοση - Collection Created with different version");
     EXPECT_EQ(ctx.table.Track_Count, 2);
-    EXPECT_EQ(ctx.collection.Collection_Path, collections + "here_Merged_old.qel") << "the new name stands";
+    EXPECT_EQ(ctx.collection.Collection_Path, collections + "here_Merged_copy_Merged_old.qel") << "the new name stands";
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Each Track keeps its own fields through the load, the saves and a removal,
-// whatever any other Track's path holds: the columns and the path list never
+// Each Track keeps its own fields through the load and the saves, whatever
+// any other Track's path holds: the columns and the path list never
 // drift apart, on the disk or in memory.
 
 #include <gtest/gtest.h>
@@ -9,7 +9,6 @@
 
 #include "base/collection_records.h"
 #include "collection/collection_file.h"
-#include "intake/add_remove.h"
 #include "support/golden_collection.h"
 #include "support/holds.h"
 #include "support/test_app.h"
@@ -81,28 +80,6 @@ TEST(CollectionRows, APathlessTrackIsLeftOutAndTheTracksBehindKeepTheirOwnFields
     TestApp again;
     Open(again, made.folder.Str());
     EXPECT_EQ(Rows(again.ctx), kept);
-}
-
-TEST(CollectionRows, ARemovalThenAnIncrementalSaveKeepsEveryOtherTrackWhole) {
-    TestApp made;
-    Make_Four(made);
-    TestApp playing;
-    Open(playing, made.folder.Str());
-    RemovalTally tally;
-    Remove_the_Files(playing.ctx, Path(1), 1, tally);
-    // The stop positions stay at their rows, as a removal has always left them.
-    const Strings moved_up{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 10 B", "/m/t3.mp3 title3 20 A"};
-    EXPECT_EQ(Rows(playing.ctx), moved_up);
-    // Where the end of a removal run leaves the walk: on the last row.
-    playing.ctx.table.Current_Track = 2;
-    // As on leaving: only what changed is written.
-    ASSERT_TRUE(Save_Collection(playing.ctx, false, false));
-
-    TestApp next;
-    Open(next, made.folder.Str());
-    // The current Track's stop position is where playing stands: nothing plays.
-    EXPECT_EQ(Rows(next.ctx), (Strings{"/m/t0.mp3 title0 0 X", "/m/t2.mp3 title2 10 B", "/m/t3.mp3 title3 0 A"}))
-        << "neither the removed Track back nor the last one gone";
 }
 
 }  // namespace

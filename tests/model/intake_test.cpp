@@ -172,7 +172,7 @@ TEST_F(Intake, EscStopsTheSearchWithWhatWasFound) {
     EXPECT_TRUE(Status_Has("-> Ακυρώθηκε - Canceled\n" + root + "/a/"));
 }
 
-TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
+TEST_F(Intake, AddingTwiceGivesDoublesCaseIsIgnoredAndTheRemoveButtonsAskInTheWordsOfTheSettings) {
     Choose_Types(4);
     f.List2.AddItem(root + "/a/SONG1.mp3");  // the same file, written in other case
     for (auto& box : f.List3_0) box.AddItem("x");
@@ -192,6 +192,30 @@ TEST_F(Intake, AddingTwiceGivesDoublesAndCaseIsIgnored) {
     Add_Folder(root + "/a");
     EXPECT_EQ(f.List2.ListCount(), 4);
     EXPECT_TRUE(Status_Has("Number of Added files : 0") && Status_Has("Double Files : 16"));
+    const auto before = f.List2.Items();
+
+    // The remove buttons: Cancel leaves every Track; the first question speaks of the Collection.
+    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
+    Command18_Click(app.ctx, 1);
+    EXPECT_EQ(f.List2.Items(), before);
+    EXPECT_TRUE(Holds(Last_Box(), "delete selected files from collection"));
+
+    // To the trash: a second question, whose Cancel still keeps everything.
+    app.ctx.settings.Delete_From_Disk = app.ctx.settings.Recycle_Deleted = -1;
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
+    Command5_Click(app.ctx);
+    EXPECT_EQ(f.List2.Items(), before);
+    EXPECT_TRUE(Holds(Last_Box(), "Continue?"));
+
+    // Off the disk, then the filters question; No returns to the page the removal showed.
+    app.ctx.settings.Delete_From_Disk = 0;
+    f.MultiPage1.SetValue(3);
+    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
+    app.dialogs.ExpectMsgBox(MsgAnswer::No);
+    Command5_Click(app.ctx);
+    EXPECT_TRUE(Holds(Last_Box(), "Would you like to remake the song filters?"));
+    EXPECT_EQ(std::tuple(f.List2.ListCount(), f.MultiPage1.Value()), std::tuple(0, 2));
 }
 
 TEST_F(Intake, SubfoldersAddWhatTheCodePageCarriesAndRemovingCompactsTheRest) {
@@ -283,36 +307,6 @@ TEST_F(Intake, AddingStopsAtCapacityKeepingWhatWasAddedAndRefusesNothingToAdd) {
     Add_Folder(root + "/a");
     EXPECT_TRUE(Holds(Last_Box(), "Select at least one type of media file"));
     EXPECT_EQ(f.List2.ListCount(), kMaxTracks);
-}
-
-TEST_F(Intake, RemoveButtonsAskInTheWordsOfTheSettingsAndOfferTheFilters) {
-    Choose_Types(4);
-    Add_Folder(root + "/a");
-    const auto before = f.List2.Items();
-    ASSERT_EQ(before.size(), 4u);
-
-    // Cancel leaves every Track; the first question speaks of the Collection.
-    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
-    Command18_Click(app.ctx, 1);
-    EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Holds(Last_Box(), "delete selected files from collection"));
-
-    // To the trash: a second question, whose Cancel still keeps everything.
-    app.ctx.settings.Delete_From_Disk = app.ctx.settings.Recycle_Deleted = -1;
-    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
-    app.dialogs.ExpectMsgBox(MsgAnswer::Cancel);
-    Command5_Click(app.ctx);
-    EXPECT_EQ(f.List2.Items(), before);
-    EXPECT_TRUE(Holds(Last_Box(), "Continue?"));
-
-    // Off the disk, then the filters question; No returns to the page the removal showed.
-    app.ctx.settings.Delete_From_Disk = 0;
-    f.MultiPage1.SetValue(3);
-    app.dialogs.ExpectMsgBox(MsgAnswer::OK);
-    app.dialogs.ExpectMsgBox(MsgAnswer::No);
-    Command5_Click(app.ctx);
-    EXPECT_TRUE(Holds(Last_Box(), "Would you like to remake the song filters?"));
-    EXPECT_EQ(std::tuple(f.List2.ListCount(), f.MultiPage1.Value()), std::tuple(0, 2));
 }
 
 TEST_F(Intake, AddAndIdentifyAsksToIdentifyAndOnlyThenToRemakeTheFilters) {

@@ -84,7 +84,7 @@ TEST(TextFormat, TrimRemovesSpacesOnly) {
               std::tuple("a b", "a ", "  a", "\ta\t", ""));
 }
 
-TEST(TextFormat, RoundingToIntegersGoesToEven) {
+TEST(TextFormat, RoundingToIntegersAndCurrencyConversionsGoToEven) {
     const std::pair<double, int64_t> cases[] = {
         {2.5, 2}, {3.5, 4}, {-2.5, -2}, {-3.5, -4}, {0.49999999999999994, 0}, {2.5000001, 3},
     };
@@ -102,14 +102,13 @@ TEST(TextFormat, RoundingToIntegersGoesToEven) {
     EXPECT_TRUE(CLng(-2147483648.5, l) && l == std::numeric_limits<int32_t>::min());
     EXPECT_TRUE(CLng(2147483646.5, l) && l == 2147483646);
     EXPECT_FALSE(CLng(2147483647.5, l));
-}
 
-TEST(Currency, ConversionsRoundHalfToEven) {
-    const std::pair<double, int64_t> cases[] = {
+    // Currency conversions and rounding go to even too.
+    const std::pair<double, int64_t> conversions[] = {
         {0.00005, 0}, {0.00025, 2}, {-0.00025, -2}, {2.00015, 20002}, {0.12345, 1234},
         {1.23455, 12346}, {12.5, 125000},
     };
-    for (const auto& [value, raw] : cases) EXPECT_EQ(Currency::FromDouble(value).Raw(), raw) << value;
+    for (const auto& [value, raw] : conversions) EXPECT_EQ(Currency::FromDouble(value).Raw(), raw) << value;
     EXPECT_EQ(Currency::FromDouble(1e300).Raw(), std::numeric_limits<int64_t>::max());
 
     const std::pair<int64_t, int64_t> rounding[] = {{25000, 2}, {35000, 4}, {-25000, -2}, {25001, 3}, {-25001, -3}};

@@ -35,7 +35,7 @@ TrackTable Numbered(int n) {
     return t;
 }
 
-TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
+TEST(TrackTable, CompactMovesEveryColumnMarksTheMovedRowsUnsavedAndHoldsAtTheEdges) {
     TrackTable t = Numbered(5);
     Compact_TrackTable(t, 1, 5);
 
@@ -58,10 +58,9 @@ TEST(TrackTable, CompactMovesEveryColumnAndMarksTheMovedRowsUnsaved) {
     // Totals lost row 1's share: duration 101, size 11, class 1.
     EXPECT_EQ(std::tuple(t.Total_Duration, t.Total_Size, t.Class_Count[1], t.Class_Size[1]),
               std::tuple(Currency(100 + 102 + 103 + 104), Currency(10 + 12 + 13 + 14), Currency(0), Currency(0)));
-}
 
-TEST(TrackTable, CompactAtTheEdges) {
-    TrackTable t = Numbered(3);
+    // At the edges: a row of no class, a total already at zero, the last row.
+    t = Numbered(3);
     t.Rating_Class[0] = 6;  // shows as "-", but belongs to no class
     const auto counts = t.Class_Count;
     t.Total_Size = Currency(0);  // a total not above zero is not reduced
