@@ -16,8 +16,10 @@ void RedrawPacer::Request() {
         m_since_last.isValid() ? std::max<int>(0, m_spacing_ms - static_cast<int>(m_since_last.elapsed())) : 0;
     QTimer::singleShot(wait, m_owner, [this] {
         m_pending = false;
-        m_since_last.restart();
         m_redraw();
+        // Counted from the end of the drawing: however long a drawing takes
+        // on a busy machine, the loop gets the whole spacing to itself.
+        m_since_last.restart();
     });
 }
 

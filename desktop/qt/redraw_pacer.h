@@ -1,6 +1,7 @@
 #pragma once
 // Paces the redraws of one widget: a change is drawn on the next turn of the
-// loop, but no sooner than a twentieth of a second after the last drawing.
+// loop, but no sooner than a twentieth of a second after the last drawing
+// ended.
 // Long loops change their texts and lists on every row and give way to the
 // loop every few milliseconds; an eye follows a few redraws a second, and a
 // redraw of a long text costs more than the row that caused it.
