@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -167,6 +168,61 @@ std::string Cp1253ToUtf8(std::string_view bytes) {
             AppendUtf8(out, kHigh[b - 0x80]);
     }
     return out;
+}
+
+namespace {
+
+// The UTF-8 form of every byte, in the low bytes of a word, and its length:
+// a conversion measures its text first, then stores each character as a
+// whole word and steps on by its length, with no branch per byte.
+static_assert(std::endian::native == std::endian::little, "a character's bytes lie in its word's low bytes first");
+
+struct Utf8Of {
+    std::array<uint32_t, 256> utf8{};
+    std::array<uint8_t, 256> length{};
+};
+
+const Utf8Of& Utf8_Of() {
+    static const Utf8Of table = [] {
+        Utf8Of t;
+        for (size_t b = 0; b < 256; ++b) {
+            std::string s;
+            AppendUtf8(s, b < 0x80 ? static_cast<char16_t>(b) : kHigh[b - 0x80]);
+            for (size_t k = 0; k < s.size(); ++k)
+                t.utf8[b] |= uint32_t{static_cast<unsigned char>(s[k])} << (8 * k);  // little-endian
+            t.length[b] = static_cast<uint8_t>(s.size());
+        }
+        return t;
+    }();
+    return table;
+}
+
+}  // namespace
+
+void Cp1253ToUtf8Into(std::string_view bytes, std::string& out) {
+    const Utf8Of& table = Utf8_Of();
+    const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
+    size_t n = 0;
+    for (size_t k = 0; k < bytes.size(); ++k) n += table.length[in[k]];
+    if (n == bytes.size()) {
+        // Nothing above 0x7F: the bytes are their own UTF-8.
+        out.assign(bytes);
+        return;
+    }
+    // Sized exactly: the string keeps this room as long as its row lives.
+    out.resize(n);
+    char* p = out.data();
+    char* const end = p + n;
+    size_t k = 0;
+    // Whole words while a word still fits, then the last few characters.
+    for (; k < bytes.size() && end - p >= 4; ++k) {
+        std::memcpy(p, &table.utf8[in[k]], 4);
+        p += table.length[in[k]];
+    }
+    for (; k < bytes.size(); ++k) {
+        std::memcpy(p, &table.utf8[in[k]], table.length[in[k]]);
+        p += table.length[in[k]];
+    }
 }
 
 bool FitsCp1253(std::string_view utf8) {

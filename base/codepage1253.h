@@ -15,6 +15,9 @@ namespace velmora {
 std::optional<std::string> Utf8ToCp1253(std::string_view utf8);
 // Every byte maps to something; the few unassigned bytes become U+FFFD.
 std::string Cp1253ToUtf8(std::string_view bytes);
+// The same into `out`, sized once and its room used again: a load converts
+// a few hundred thousand texts, most of them empty or short.
+void Cp1253ToUtf8Into(std::string_view bytes, std::string& out);
 // U+FFFD in UTF-8: what an unassigned byte becomes.
 inline constexpr std::string_view kUnassignedCp1253 = "\xEF\xBF\xBD";
 // Whether a text read from code page 1253 held an unassigned byte, which no

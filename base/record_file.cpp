@@ -39,47 +39,6 @@ bool Sync_Folder(const std::string& path) {
     return ok;
 }
 
-// The UTF-8 form of each byte 0x80 to 0xFF of code page 1253, taken once from
-// the converter: a long load converts a few hundred thousand texts, and this
-// way each goes straight into its string, sized once.
-struct HighBytes {
-    std::array<std::array<char, 4>, 128> utf8{};
-    std::array<uint8_t, 128> length{};
-};
-
-const HighBytes& High_Bytes() {
-    static const HighBytes table = [] {
-        HighBytes t;
-        for (int b = 0x80; b <= 0xFF; ++b) {
-            const std::string s = Cp1253ToUtf8(std::string(1, static_cast<char>(b)));
-            t.length[b - 0x80] = static_cast<uint8_t>(std::min<size_t>(s.size(), 4));
-            std::copy_n(s.begin(), t.length[b - 0x80], t.utf8[b - 0x80].begin());
-        }
-        return t;
-    }();
-    return table;
-}
-
-void Assign_From_Cp1253(std::string& out, std::string_view text) {
-    const HighBytes& high = High_Bytes();
-    size_t n = 0;
-    for (char c : text) {
-        const auto b = static_cast<unsigned char>(c);
-        n += b < 0x80 ? 1 : high.length[b - 0x80];
-    }
-    out.resize(n);
-    char* p = out.data();
-    for (char c : text) {
-        const auto b = static_cast<unsigned char>(c);
-        if (b < 0x80) {
-            *p++ = c;
-        } else {
-            std::memcpy(p, high.utf8[b - 0x80].data(), high.length[b - 0x80]);
-            p += high.length[b - 0x80];
-        }
-    }
-}
-
 }  // namespace
 
 struct RecordFile::Impl {
@@ -243,6 +202,23 @@ struct RecordFile::Impl {
         return window.data();
     }
 
+    // Bytes [off, off + n) when the file holds them all and the window can,
+    // else null with nothing reported: the window is refilled from `off`.
+    const char* Span(int64_t off, int64_t n) {
+        if (fd < 0 || off < 0 || n <= 0 || n > Capacity() || off > size - n) return nullptr;
+        if (Overlaps(pending_start, pending_len, off, n) && !Flush()) return nullptr;
+        if (window_len > 0 && off >= window_start && off + n <= window_start + window_len)
+            return window.data() + (off - window_start);
+        // Fetch fills the window from the record at `off`, which must not
+        // count as held already; a file that got shorter behind our back is
+        // then its to report.
+        window_len = 0;
+        int64_t avail = 0;
+        if (!Fetch(off / length + 1, avail)) return nullptr;
+        if (off + n > window_start + window_len) return nullptr;
+        return window.data() + (off - window_start);
+    }
+
     template <class T>
     bool PutRaw(int64_t record, T value) {
         if (static_cast<int64_t>(sizeof(T)) > length) return Fail("the record is too short for the field");
@@ -401,6 +377,13 @@ bool RecordFile::PutString(int64_t record, std::string_view utf8) {
     return true;
 }
 
+const char* RecordFile::WholeRecords(int64_t first, int64_t count) {
+    Impl& m = *m_impl;
+    const int64_t off = m.Offset(first);
+    if (off < 0 || count < 1 || count > m.Capacity() / m.length) return nullptr;
+    return m.Span(off, count * m.length);
+}
+
 bool RecordFile::GetInteger(int64_t record, int16_t& value) { return m_impl->GetRaw(record, value); }
 
 bool RecordFile::GetBoolean(int64_t record, bool& value) {
@@ -433,7 +416,7 @@ bool RecordFile::GetString(int64_t record, std::string& utf8) {
         return m.Fail("record " + std::to_string(record) + ": a text length of " + std::to_string(n) +
                       " points past its record");
     if (n > avail - 2) return m.Fail("record " + std::to_string(record) + ": read past the end of the file");
-    Assign_From_Cp1253(utf8, std::string_view(bytes + 2, n));
+    Cp1253ToUtf8Into(std::string_view(bytes + 2, n), utf8);
     return true;
 }
 

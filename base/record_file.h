@@ -83,6 +83,13 @@ public:
     bool GetByte(int64_t record, uint8_t& value);
     bool GetString(int64_t record, std::string& utf8);
 
+    // The bytes of `count` consecutive records from `first`, when the file
+    // holds each of them whole: one check for a run of fields read
+    // together (base/record_span.h decodes them). Null otherwise, with no
+    // error set, and the caller reads field by field to learn which record
+    // fails. Valid until the next call on this file.
+    const char* WholeRecords(int64_t first, int64_t count);
+
 private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -20,4 +20,13 @@ void SlotTexts::Fill(std::string_view text) {
     m_length.fill(static_cast<uint16_t>(text.size()));
 }
 
+void SlotTexts::Assign(const std::array<std::string, kSlotCount>& texts) {
+    m_data.clear();
+    for (size_t s = 0; s < texts.size(); ++s) {
+        const std::string_view text = std::string_view(texts[s]).substr(0, std::numeric_limits<uint16_t>::max());
+        m_data.append(text);
+        m_length[s] = static_cast<uint16_t>(text.size());
+    }
+}
+
 }  // namespace velmora

@@ -24,6 +24,8 @@ public:
     void Set(int slot, std::string_view text);
     // The same text in every slot.
     void Fill(std::string_view text);
+    // Every slot at once, in slot order: a row read whole, built in one piece.
+    void Assign(const std::array<std::string, kSlotCount>& texts);
 
     bool operator==(const SlotTexts&) const = default;
 

@@ -51,7 +51,8 @@ void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text
     t.Year[row] = std::move(Writable(s.Year)), path_text = std::move(s.Track_Path);
     t.Identified[row] = s.Identified;
     t.Slot_Value[row] = s.Slot_Value;
-    for (int j = 0; j < kSlotCount; ++j) t.Slot_Text[row].Set(j, Writable(s.Slot_Text[j]));
+    for (std::string& text : s.Slot_Text) Writable(text);
+    t.Slot_Text[row].Assign(s.Slot_Text);
 }
 
 // The list rows of the Tracks read: List2 and the five mirrors.

@@ -97,9 +97,13 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
     });
     if (faults.Any()) error = true;
     // One row per Track: they go to the list in one piece, as the Tracks do.
-    PackedTexts items = lists.rows->Items();
-    items.append(rows);
-    lists.rows->Assign(std::move(items));
+    if (lists.rows->ListCount() == 0) {
+        lists.rows->Assign(std::move(rows));
+    } else {
+        PackedTexts items = lists.rows->Items();
+        items.append(rows);
+        lists.rows->Assign(std::move(items));
+    }
     ctx.collection.Stored_Filters_Known = !error;
     ctx.table.Filters_Changed = 0;
 }

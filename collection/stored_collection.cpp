@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/codepage1253.h"
+#include "base/record_span.h"
 
 namespace velmora {
 
@@ -49,7 +50,45 @@ ReadFaults Read_Header(RecordFile& main, StoredHeader& h) {
     return faults;
 }
 
+namespace {
+
+// Track i from its records read at once, when the file holds them all and
+// every text fits its record: the common case, with no check per field.
+// False, with t untouched, when anything is amiss; the field-by-field read
+// then finds the record at fault and says so in the file's words.
+bool Read_Whole_Track(RecordFile& f, int32_t i, StoredTrack& t) {
+    namespace r = track_record;
+    const char* bytes = f.WholeRecords(Track_Record(i, 1), kRecordsPerTrack);
+    if (!bytes) return false;
+    const RecordSpan span(bytes, f.RecordLength());
+    for (int64_t text : {r::kArtist, r::kGenre, r::kAlbum, r::kTitle, r::kYear, r::kTrackPath})
+        if (!span.TextFits(text)) return false;
+    for (int j = 0; j < kSlotCount; ++j)
+        if (!span.TextFits(r::Slot_Text(j))) return false;
+    t.Played_Number = span.Long(r::kPlayedNumber);
+    t.Duration = span.CurrencyAt(r::kDuration);
+    t.Rating_Class = span.Integer(r::kRatingClass);
+    t.File_Size = span.CurrencyAt(r::kFileSize);
+    t.Stop_Position = span.CurrencyAt(r::kStopPosition);
+    t.Bitrate = span.Integer(r::kBitrate);
+    span.Text(r::kArtist, t.Artist);
+    span.Text(r::kGenre, t.Genre);
+    span.Text(r::kAlbum, t.Album);
+    span.Text(r::kTitle, t.Title);
+    span.Text(r::kYear, t.Year);
+    span.Text(r::kTrackPath, t.Track_Path);
+    t.Identified = span.Boolean(r::kIdentified);
+    for (int j = 0; j < kSlotCount; ++j) {
+        t.Slot_Value[j] = span.Integer(r::Slot_Value(j));
+        span.Text(r::Slot_Text(j), t.Slot_Text[j]);
+    }
+    return true;
+}
+
+}  // namespace
+
 bool Read_Track(RecordFile& f, int32_t i, StoredTrack& t) {
+    if (Read_Whole_Track(f, i, t)) return true;
     namespace r = track_record;
     auto at = [i](int64_t field) { return Track_Record(i, field); };
     bool ok = f.GetLong(at(r::kPlayedNumber), t.Played_Number) && f.GetCurrency(at(r::kDuration), t.Duration) &&

@@ -159,7 +159,49 @@ void Renumber_Played(TrackTable& t) {
     }
 }
 
-std::string Row_Number_Text(int row) { return Format(int64_t{row} + 1, "#00000"); }
+namespace {
+
+// What Format gives for an integer pattern of `width` zeros ("#00000",
+// "0#", "000"): the digits, zeros in front up to the width, and "-" before a
+// negative. A load formats five of these for each of 32,766 rows, and the
+// general pattern reader was a tenth of its time.
+void Append_Padded(std::string& out, uint64_t magnitude, bool negative, int width) {
+    char digits[24];
+    int n = 0;
+    do {
+        digits[n++] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative) out.push_back('-');
+    if (n < width) out.append(static_cast<size_t>(width - n), '0');
+    while (n > 0) out.push_back(digits[--n]);
+}
+
+uint64_t Magnitude_Of(int64_t v) { return v < 0 ? 0 - static_cast<uint64_t>(v) : static_cast<uint64_t>(v); }
+
+void Append_Padded(std::string& out, int64_t value, int width) {
+    Append_Padded(out, Magnitude_Of(value), value < 0, width);
+}
+
+// Format(value, "#00.00"): hundredths, a half rounded away from zero, and
+// "-" only before what does not round to zero.
+std::string Hundredths_Text(Currency value) {
+    const int64_t raw = value.Raw();  // ten-thousandths
+    const uint64_t hundredths = (Magnitude_Of(raw) + 50) / 100;
+    std::string out;
+    Append_Padded(out, hundredths / 100, raw < 0 && hundredths != 0, 2);
+    out.push_back('.');
+    Append_Padded(out, hundredths % 100, false, 2);
+    return out;
+}
+
+}  // namespace
+
+std::string Row_Number_Text(int row) {
+    std::string out;
+    Append_Padded(out, int64_t{row} + 1, 5);
+    return out;
+}
 
 std::string Class_Letter(int rating_class) {
     switch (rating_class) {
@@ -174,15 +216,25 @@ std::string Class_Letter(int rating_class) {
 
 std::string Duration_Text(Currency seconds) {
     const int64_t s = seconds.Round();
-    return Format(s / 3600, "0#") + ":" + Format((s % 3600) / 60, "0#") + ":" + Format((s % 3600) % 60, "0#");
+    std::string out;
+    Append_Padded(out, s / 3600, 2);
+    out.push_back(':');
+    Append_Padded(out, (s % 3600) / 60, 2);
+    out.push_back(':');
+    Append_Padded(out, (s % 3600) % 60, 2);
+    return out;
 }
 
 std::string Size_Text(Currency megabytes) {
-    if (megabytes < Currency(1024)) return Format(megabytes, "#00.00") + "Mb";
-    return Format(megabytes / Currency(1024), "#00.00") + "Gb";
+    if (megabytes < Currency(1024)) return Hundredths_Text(megabytes) + "Mb";
+    return Hundredths_Text(megabytes / Currency(1024)) + "Gb";
 }
 
-std::string Bitrate_Text(int bitrate) { return Format(int64_t{bitrate}, "000"); }
+std::string Bitrate_Text(int bitrate) {
+    std::string out;
+    Append_Padded(out, int64_t{bitrate}, 3);
+    return out;
+}
 
 int Row_Numbered(const TrackTable& t, int count, int32_t number) {
     const int32_t* column = t.Played_Number.data();

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
+#include <string>
 #include <tuple>
+
+#include "base/text_format.h"
 
 namespace velmora {
 namespace {
@@ -104,6 +109,30 @@ TEST(TrackTable, MirrorTexts) {
                          Size_Text(Currency(1536))),
               std::tuple("03.50Mb", "1023.99Mb", "01.50Gb"));
     EXPECT_EQ(std::tuple(Bitrate_Text(7), Bitrate_Text(1411)), std::tuple("007", "1411"));
+}
+
+// The mirrors build their digits by hand; the pattern formatter is the rule
+// they must agree with, down to negatives, halves and the extremes.
+TEST(TrackTable, MirrorTextsAgreeWithTheirPatterns) {
+    for (int64_t v : {int64_t{-100000}, int64_t{-7}, int64_t{0}, int64_t{99999}, int64_t{123456},
+                      std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max()}) {
+        const int row = static_cast<int>(std::clamp<int64_t>(v, -100000, 100000));
+        EXPECT_EQ(Row_Number_Text(row), Format(int64_t{row} + 1, "#00000")) << v;
+        EXPECT_EQ(Bitrate_Text(row), Format(int64_t{row}, "000")) << v;
+        const Currency seconds = Currency::FromRaw(v);
+        const int64_t s = seconds.Round();
+        EXPECT_EQ(Duration_Text(seconds),
+                  Format(s / 3600, "0#") + ":" + Format((s % 3600) / 60, "0#") + ":" + Format((s % 3600) % 60, "0#"))
+            << v;
+    }
+    for (int64_t raw : {int64_t{0}, int64_t{49}, int64_t{50}, int64_t{-49}, int64_t{-50}, int64_t{-12'3450},
+                        int64_t{1023'9950}, int64_t{1024'0000}, int64_t{99'9949}, std::numeric_limits<int64_t>::min(),
+                        std::numeric_limits<int64_t>::max()}) {
+        const Currency mb = Currency::FromRaw(raw);
+        const std::string expected = mb < Currency(1024) ? Format(mb, "#00.00") + "Mb"
+                                                         : Format(mb / Currency(1024), "#00.00") + "Gb";
+        EXPECT_EQ(Size_Text(mb), expected) << raw;
+    }
 }
 
 }  // namespace
