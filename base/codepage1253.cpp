@@ -201,27 +201,22 @@ const Utf8Of& Utf8_Of() {
 
 void Cp1253ToUtf8Into(std::string_view bytes, std::string& out) {
     const Utf8Of& table = Utf8_Of();
+    // One pass into a buffer on the stack, whole words stored and the end
+    // moved on by each character's length, then one copy sized exactly: the
+    // string keeps its room as long as its row lives. A record's text is
+    // short; a longer one is taken in pieces.
+    constexpr size_t kPiece = 512;
+    char buffer[kPiece * 3 + 4];
+    out.clear();
     const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
-    size_t n = 0;
-    for (size_t k = 0; k < bytes.size(); ++k) n += table.length[in[k]];
-    if (n == bytes.size()) {
-        // Nothing above 0x7F: the bytes are their own UTF-8.
-        out.assign(bytes);
-        return;
-    }
-    // Sized exactly: the string keeps this room as long as its row lives.
-    out.resize(n);
-    char* p = out.data();
-    char* const end = p + n;
-    size_t k = 0;
-    // Whole words while a word still fits, then the last few characters.
-    for (; k < bytes.size() && end - p >= 4; ++k) {
-        std::memcpy(p, &table.utf8[in[k]], 4);
-        p += table.length[in[k]];
-    }
-    for (; k < bytes.size(); ++k) {
-        std::memcpy(p, &table.utf8[in[k]], table.length[in[k]]);
-        p += table.length[in[k]];
+    for (size_t from = 0; from < bytes.size(); from += kPiece) {
+        const size_t to = std::min(bytes.size(), from + kPiece);
+        char* p = buffer;
+        for (size_t k = from; k < to; ++k) {
+            std::memcpy(p, &table.utf8[in[k]], 4);
+            p += table.length[in[k]];
+        }
+        out.append(buffer, static_cast<size_t>(p - buffer));
     }
 }
 

@@ -6,6 +6,7 @@
 // Every file is of fixed-length records numbered from 1, one field at the
 // start of a record (base/record_file.h gives the field forms).
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ constexpr int kFilesRecordLength = 400;
 // The longest text a record of the files side file holds, in bytes of code
 // page 1253: one a character.
 constexpr int kFilesTextBytes = kFilesRecordLength - 2;
+// The most bytes such a text takes in UTF-8: three a character at most.
+constexpr size_t kLongestUtf8Text = 3 * kFilesTextBytes;
 // The filters side file: the catalogue's value lists and filter rows.
 constexpr int kFiltersRecordLength = 600;
 

@@ -35,20 +35,21 @@ void Append(ListBox& list, PackedTexts rows) {
 // refuses: in a text beside the path it is taken as '?', so that saving the
 // Track again neither fails nor empties the whole text.
 std::string& Writable(std::string& text) {
+    if (text.size() < kUnassignedCp1253.size()) return text;  // most slot texts: "0" or nothing
     for (size_t at = text.find(kUnassignedCp1253); at != std::string::npos;
          at = text.find(kUnassignedCp1253, at + 1))
         text.replace(at, kUnassignedCp1253.size(), "?");
     return text;
 }
 
-// Track i as read into row `row` of the columns. The path goes to
-// `path_text` rather than to a column: its column is the list box.
-void Take_Row(TrackTable& t, int32_t row, StoredTrack& s, std::string& path_text) {
+// Track i as read into row `row` of the columns. The path stays in `s`:
+// its column is the list box.
+void Take_Row(TrackTable& t, int32_t row, StoredTrack& s) {
     t.Played_Number[row] = s.Played_Number, t.Duration[row] = s.Duration, t.Rating_Class[row] = s.Rating_Class;
     t.File_Size[row] = s.File_Size, t.Stop_Position[row] = s.Stop_Position, t.Bitrate[row] = s.Bitrate;
     t.Artist[row] = std::move(Writable(s.Artist)), t.Genre[row] = std::move(Writable(s.Genre));
     t.Album[row] = std::move(Writable(s.Album)), t.Title[row] = std::move(Writable(s.Title));
-    t.Year[row] = std::move(Writable(s.Year)), path_text = std::move(s.Track_Path);
+    t.Year[row] = std::move(Writable(s.Year));
     t.Identified[row] = s.Identified;
     t.Slot_Value[row] = s.Slot_Value;
     for (std::string& text : s.Slot_Text) Writable(text);
@@ -79,7 +80,9 @@ RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
     TrackTable& t = ctx.table;
     const int32_t total = t.Track_Count;
     RowsRead r;
-    std::string path_text;
+    // One Track's fields, read again and again: the path and the slot texts
+    // keep their room from one Track to the next.
+    StoredTrack s;
     for (int32_t i = 0; i < total; ++i) {
         const int32_t row = r.kept;
         // Giving way to events may have let a handler reshape the table.
@@ -87,7 +90,6 @@ RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
             r.fault = Track_Message(i, "the table changed while it was read");
             return r;
         }
-        StoredTrack s;
         if (!Read_Track(file, i, s)) {
             r.fault = Track_Message(i, file.LastError());
             return r;
@@ -99,12 +101,11 @@ RowsRead Read_Rows(AppContext& ctx, RecordFile& file, ListRows& rows) {
         } else {
             r.fault = Track_Fault(i, s);
             if (!r.fault.empty()) return r;
-            path_text.clear();
-            Take_Row(t, row, s, path_text);
+            Take_Row(t, row, s);
             // A Track that moved up stands one row further down on the disk.
             t.Saved[row] = row == i;
             t.Total_Duration += t.Duration[row];
-            rows[0].push_back(path_text);
+            rows[0].push_back(s.Track_Path);
             rows[1].push_back(Row_Number_Text(row));
             rows[2].push_back(Class_Letter(t.Rating_Class[row]));
             rows[3].push_back(Duration_Text(t.Duration[row]));
@@ -139,8 +140,15 @@ void Load_Files(AppContext& ctx, const std::string& path, bool& error) {
     }
 
     ListRows rows;
-    // The mirrors' texts are a few bytes a row; the paths' room grows as they come.
-    for (auto& list : rows) list.reserve(static_cast<size_t>(std::max(t.Track_Count, 0)), 0);
+    // Room for the longest texts the rows can hold, taken at once: a buffer
+    // that doubled as it filled copied its bytes over and over, and each copy
+    // touched fresh pages. Room never written costs no memory, and the
+    // list keeps only what it holds (ListBox::Assign).
+    const auto count = static_cast<size_t>(std::max(t.Track_Count, 0));
+    rows[0].reserve(count, count * kLongestUtf8Text);
+    // The mirrors: row number, class letter, time, size, bit rate.
+    constexpr std::array<size_t, 5> kMirrorBytes = {5, 1, 8, 9, 3};
+    for (int k = 0; k < 5; ++k) rows[k + 1].reserve(count, count * kMirrorBytes[k]);
     const RowsRead read = Read_Rows(ctx, file, rows);
     // The rows go to the lists in one piece, however the reading ended: the
     // Tracks read so far stay. Appending row by row would keep each list's

@@ -1,5 +1,8 @@
 #include "core/filter_rows.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace velmora {
 
 namespace {
@@ -10,27 +13,40 @@ constexpr char kCount = '\x01';
 constexpr size_t kShortestRun = 3;
 constexpr size_t kLongestRun = 255;
 
-std::string Pack(std::string_view row) {
-    std::string packed;
-    packed.reserve(row.size() / 3);
-    for (size_t i = 0; i < row.size();) {
-        if (row[i] == kCount) {
-            packed += kCount;
-            packed += '\0';
-            ++i;
-            continue;
+// The packed form of `row` into `packed`, whose room serves the next row
+// too. Words are copied whole between the blanks, which the library finds.
+void Pack(std::string_view row, std::string& packed) {
+    // At its longest a packed row is the row with every kCount doubled.
+    packed.resize(row.size() * 2);
+    char* out = packed.data();
+    auto copy_words = [&out](std::string_view words) {
+        if (words.find(kCount) == words.npos) {
+            std::memcpy(out, words.data(), words.size());
+            out += words.size();
+            return;
         }
+        for (char c : words) {
+            *out++ = c;
+            if (c == kCount) *out++ = '\0';
+        }
+    };
+    size_t i = 0;
+    while (i < row.size()) {
+        const size_t blank = std::min(row.find(' ', i), row.size());
+        copy_words(row.substr(i, blank - i));
+        i = blank;
         size_t run = 0;
         while (i + run < row.size() && row[i + run] == ' ' && run < kLongestRun) ++run;
         if (run >= kShortestRun) {
-            packed += kCount;
-            packed += static_cast<char>(run);
-            i += run;
+            *out++ = kCount;
+            *out++ = static_cast<char>(run);
         } else {
-            packed += row[i++];
+            std::memset(out, ' ', run);
+            out += run;
         }
+        i += run;
     }
-    return packed;
+    packed.resize(static_cast<size_t>(out - packed.data()));
 }
 
 }  // namespace
@@ -58,7 +74,12 @@ std::string FilterRows::operator[](size_t i) const {
     return row;
 }
 
-void FilterRows::Set(size_t i, std::string_view row) { m_rows.set(i, Pack(row)); }
+void FilterRows::Set(size_t i, std::string_view row) {
+    // A load sets tens of thousands of rows: one buffer packs them all.
+    static thread_local std::string packed;
+    Pack(row, packed);
+    m_rows.set(i, packed);
+}
 
 bool operator==(const FilterRows& rows, const std::vector<std::string>& texts) {
     if (rows.size() != texts.size()) return false;

@@ -57,7 +57,9 @@ struct Catalogue : ::testing::Test {
 // The rows are kept with their runs of blanks counted: every row reads back
 // as it was stored, whatever its blanks and bytes.
 TEST(FilterRows, EveryRowReadsBackAsStored) {
-    const Strings rows = {"", " ", "a  b", "a   b", B(255), B(256) + "|", B(600), "x\x01" + B(3) + "\x01", "Ω" + B(44) + "|"};
+    const Strings rows = {"", " ", "a  b", "a   b", B(255), B(256) + "|", B(600), "x\x01" + B(3) + "\x01", "Ω" + B(44) + "|",
+                           // the longest packed form: every byte doubled
+                           std::string(600, '\x01')};
     FilterRows packed;
     packed.assign(rows.size());
     for (size_t i = 0; i < rows.size(); ++i) packed.Set(i, rows[i]);
