@@ -199,6 +199,13 @@ const Utf8Of& Utf8_Of() {
 
 }  // namespace
 
+size_t Cp1253ToUtf8Length(std::string_view bytes) {
+    const Utf8Of& table = Utf8_Of();
+    size_t n = 0;
+    for (char c : bytes) n += table.length[static_cast<unsigned char>(c)];
+    return n;
+}
+
 void Cp1253ToUtf8Into(std::string_view bytes, std::string& out) {
     const Utf8Of& table = Utf8_Of();
     // One pass into a buffer on the stack, whole words stored and the end

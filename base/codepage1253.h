@@ -18,6 +18,8 @@ std::string Cp1253ToUtf8(std::string_view bytes);
 // The same into `out`, sized once and its room used again: a load converts
 // a few hundred thousand texts, most of them empty or short.
 void Cp1253ToUtf8Into(std::string_view bytes, std::string& out);
+// The length in bytes of the UTF-8 that Cp1253ToUtf8 makes of `bytes`.
+size_t Cp1253ToUtf8Length(std::string_view bytes);
 // U+FFFD in UTF-8: what an unassigned byte becomes.
 inline constexpr std::string_view kUnassignedCp1253 = "\xEF\xBF\xBD";
 // Whether a text read from code page 1253 held an unassigned byte, which no

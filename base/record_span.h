@@ -3,6 +3,7 @@
 // RecordFile's Get calls read them, without a system call or a check of the
 // file per field: a Track of the files side file is 45 records, read at once.
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -29,6 +30,11 @@ public:
     void Text(int64_t record, std::string& utf8) const {
         const uint16_t n = Raw<uint16_t>(record);
         Cp1253ToUtf8Into(std::string_view(At(record) + 2, n), utf8);
+    }
+
+    // The length of that text in UTF-8: room for it, taken before it is read.
+    size_t TextLength(int64_t record) const {
+        return Cp1253ToUtf8Length(std::string_view(At(record) + 2, Raw<uint16_t>(record)));
     }
 
 private:

@@ -161,4 +161,23 @@ ReadFaults Read_Filter_Items(RecordFile& file, const FilterCounts& counts, const
     return faults;
 }
 
+size_t Filter_Rows_Length(RecordFile& file, const FilterCounts& counts) {
+    int64_t record = filter_record::kFirstItem;
+    for (int k = 0; k < filter_record::kValueBoxes; ++k) record += std::max<int16_t>(counts[k], 0);
+    const int64_t end = std::min(record + counts[filter_record::kValueBoxes] + 1, file.RecordCount() + 1);
+    // A window's worth of records at a time.
+    constexpr int64_t kRun = 1024;
+    size_t bytes = 0;
+    while (record < end) {
+        const int64_t run = std::min(kRun, end - record);
+        const char* whole = file.WholeRecords(record, run);
+        if (!whole) break;
+        const RecordSpan span(whole, file.RecordLength());
+        for (int64_t r = 1; r <= run; ++r)
+            if (span.TextFits(r)) bytes += span.TextLength(r);
+        record += run;
+    }
+    return bytes;
+}
+
 }  // namespace velmora

@@ -102,4 +102,9 @@ ReadFaults Read_Filter_Counts(RecordFile& file, FilterCounts& counts);
 using FilterItem = std::function<void(int list, int index, const std::string* text)>;
 ReadFaults Read_Filter_Items(RecordFile& file, const FilterCounts& counts, const FilterItem& item);
 
+// The bytes the filter rows behind the counts take in UTF-8, as far as the
+// file holds their records whole and their texts fit: the room to take for
+// them before they are read. Reports nothing; the reading finds any fault.
+size_t Filter_Rows_Length(RecordFile& file, const FilterCounts& counts);
+
 }  // namespace velmora

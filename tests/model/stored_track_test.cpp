@@ -95,5 +95,26 @@ TEST_F(StoredTrackRead, ADamagedTrackFailsAtItsFirstBadRecordWithTheFileMessage)
     EXPECT_EQ(f.LastError(), "record 91: read past the end of the file");
 }
 
+// The room a load takes for the filter rows before reading them: the
+// rows' bytes alone, past the boxes' items, as far as the file holds them.
+TEST_F(StoredTrackRead, TheFilterRowsAreMeasuredPastTheBoxItems) {
+    const std::string path = (dir.Path() / "filters.qqel").string();
+    FilterCounts counts{};
+    counts[0] = 2, counts[3] = 1, counts[filter_record::kValueBoxes] = 2;  // three rows
+    {
+        RecordFile f;
+        ASSERT_TRUE(f.Open(path, kFiltersRecordLength));
+        int64_t record = filter_record::kFirstItem;
+        for (const char* item : {"box 0 item", "another", "box 3 item", "Ωραίο", "row", "τρίτη"})
+            ASSERT_TRUE(f.PutString(record++, item));
+        ASSERT_TRUE(f.Close());
+    }
+    RecordFile f;
+    ASSERT_TRUE(f.Open(path, kFiltersRecordLength, RecordFile::Mode::ReadOnly));
+    EXPECT_EQ(Filter_Rows_Length(f, counts), std::string("Ωραίο" "row" "τρίτη").size());
+    counts[filter_record::kValueBoxes] = 9;  // more rows promised than the file holds
+    EXPECT_EQ(Filter_Rows_Length(f, counts), std::string("Ωραίο" "row" "τρίτη").size());
+}
+
 }  // namespace
 }  // namespace velmora
