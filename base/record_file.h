@@ -85,9 +85,10 @@ public:
 
     // The bytes of `count` consecutive records from `first`, when the file
     // holds each of them whole: one check for a run of fields read
-    // together (base/record_span.h decodes them). Null otherwise, with no
-    // error set, and the caller reads field by field to learn which record
-    // fails. Valid until the next call on this file.
+    // together (base/record_span.h decodes them). Null otherwise, and the
+    // caller reads field by field to learn which record fails; only a
+    // failed read of the disk leaves its message here. Valid until the next
+    // call on this file.
     const char* WholeRecords(int64_t first, int64_t count);
 
 private:

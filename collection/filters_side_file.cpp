@@ -84,7 +84,13 @@ void Load_Filters(AppContext& ctx, const std::string& path, bool& error) {
     // as they come copies itself over and over, and the list then copies it
     // once more to drop the room left over. The measure reads the file's
     // records once more, which costs less than either copy.
-    rows.reserve(static_cast<size_t>(std::max(upper, -1) + 1), Filter_Rows_Length(file, counts));
+    const size_t rows_length = Filter_Rows_Length(file, counts);
+    rows.reserve(static_cast<size_t>(std::max(upper, -1) + 1), rows_length);
+    // The cached rows are those rows from their 15th character with their
+    // blanks counted, so they fit the same room (a byte that no text of the
+    // program holds would take two; then the buffer grows). Room they leave
+    // unwritten costs no memory.
+    filter_text.reserve(rows_length);
     // A record that cannot be read inside the file is passed over.
     const ReadFaults faults = Read_Filter_Items(file, counts, [&](int list, int j, const std::string* text) {
         ++done;

@@ -18,6 +18,8 @@ public:
     bool empty() const { return m_rows.empty(); }
     // n rows, each empty.
     void assign(size_t n);
+    // Room for `bytes` bytes of packed rows, beyond those held.
+    void reserve(size_t bytes) { m_rows.reserve(0, bytes); }
     // The row as it reads, blanks and all.
     std::string operator[](size_t i) const;
     void Set(size_t i, std::string_view row);
