@@ -157,19 +157,6 @@ std::optional<std::string> Utf8ToCp1253(std::string_view utf8) {
     return out;
 }
 
-std::string Cp1253ToUtf8(std::string_view bytes) {
-    std::string out;
-    out.reserve(bytes.size() * 2);
-    for (char ch : bytes) {
-        const auto b = static_cast<unsigned char>(ch);
-        if (b < 0x80)
-            out.push_back(ch);
-        else
-            AppendUtf8(out, kHigh[b - 0x80]);
-    }
-    return out;
-}
-
 namespace {
 
 // The UTF-8 form of every byte, in the low bytes of a word, and its length:
@@ -225,6 +212,12 @@ void Cp1253ToUtf8Into(std::string_view bytes, std::string& out) {
         }
         out.append(buffer, static_cast<size_t>(p - buffer));
     }
+}
+
+std::string Cp1253ToUtf8(std::string_view bytes) {
+    std::string out;
+    Cp1253ToUtf8Into(bytes, out);
+    return out;
 }
 
 bool FitsCp1253(std::string_view utf8) {
